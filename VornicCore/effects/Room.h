@@ -1,0 +1,17 @@
+#pragma once
+
+namespace vornic {
+
+/// The room that the listener hears around the keyboard.
+enum class Room {
+    /// No room at all: the sampler's sound as it is.
+    dry,
+    /// A small room, 6 per cent wet.
+    desk,
+    /// A medium room, 9 per cent wet.
+    studio,
+    /// A medium chamber, 8 per cent wet.
+    wood,
+};
+
+} // namespace vornic
