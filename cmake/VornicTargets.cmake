@@ -9,16 +9,17 @@ function(vornic_library name)
                           PRIVATE vornic_warnings ${ARG_PRIVATE_LIBRARIES})
 endfunction()
 
-# vornic_test(NAME SOURCES ... LIBRARIES ... [LABELS ...]): one test program per folder, every
-# test of it known to ctest by name.
+# vornic_test(NAME SOURCES ... LIBRARIES ... [LIVE]): one test program per folder, every test of it
+# known to ctest by name. LIVE tests need a sound server and a display, which ./dev test gives them
+# (tests/support/private-desktop); they run alone, since they share both.
 function(vornic_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "LIVE" "" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} vornic_warnings GTest::gmock GTest::gtest_main)
-    if(NOT ARG_LABELS)
-        set(ARG_LABELS unit)
+    set(properties LABELS unit TIMEOUT 120)
+    if(ARG_LIVE)
+        set(properties LABELS live TIMEOUT 120 RUN_SERIAL ON)
     endif()
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
-                         PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 120)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
 endfunction()
