@@ -52,6 +52,15 @@ class AudioOutput {
     AudioOutput& operator=(const AudioOutput&) = delete;
     virtual ~AudioOutput() = default;
 
+    /// Connects to the system's sound and plays `source` from then on, paused at first. Returns
+    /// when it is known whether there is a device to play to, in a second at most. Main thread,
+    /// once.
+    virtual void open(Source& source) = 0;
+
+    /// Ends everything: when it returns, `source` is not called any more. Main thread; harmless
+    /// when not open.
+    virtual void close() = 0;
+
     /// Asks the output to run and returns at once; true when it runs or the request is on its way,
     /// false when there is no sound server or no device to play to (a later call tries again).
     /// Takes no lock that the sound server can hold while the output runs. Any thread.
@@ -66,8 +75,12 @@ class AudioOutput {
     /// Facts of the current default device, cached from the system's change events. Any thread.
     virtual OutputDeviceFacts device() const = 0;
 
-    /// Called on the main thread when the default device was changed or reconfigured. Set before
-    /// the first start.
+    /// Why nothing can be heard and what to do about it, in one sentence; empty while sound can be
+    /// played. Any thread.
+    virtual std::string problem() const = 0;
+
+    /// Called on the main thread when the default device was changed or reconfigured, came or went.
+    /// Set before `open`.
     std::function<void()> onConfigurationChange;
 };
 
