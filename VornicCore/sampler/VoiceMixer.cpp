@@ -1,0 +1,9 @@
+#include "VornicCore/sampler/VoiceMixer.h"
+
+namespace vornic {
+
+VoiceMixer bestVoiceMixer() noexcept {
+    return mixVoicePlain;
+}
+
+} // namespace vornic
