@@ -1,0 +1,28 @@
+#pragma once
+
+#include "VornicCore/realtime/RealTime.h"
+
+#include <cstdint>
+
+namespace vornic {
+
+/// Keeps keys that could not be heard in time from sounding all at once when the output comes back:
+/// after a start that took long, a stalled sound server, a sleep of the machine. Nanoseconds of the
+/// monotonic clock throughout.
+namespace StaleKeys {
+
+/// A key that sounds later than this after it was pressed only irritates; a start of the output
+/// from sleep usually takes a tenth of it.
+inline constexpr std::uint64_t limit = 250'000'000;
+
+/// Keys stamped before the returned time are stale in the render call at `now`, when the call
+/// before it was at `previous` (0 = none). Without an interruption between the two calls none is,
+/// because then a late key came late from its source. 0 means that nothing is stale.
+constexpr std::uint64_t before(std::uint64_t previous, std::uint64_t now) VORNIC_REALTIME {
+    const bool interrupted = previous == 0 || (now > previous && now - previous > limit);
+    return interrupted && now > limit ? now - limit : 0;
+}
+
+} // namespace StaleKeys
+
+} // namespace vornic

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Vornic/audio/OutputDevice.h"
+#include "Vornic/platform/linux/pipewire/PipeWireHandles.h"
+#include "Vornic/platform/linux/pipewire/SinkObjects.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vornic {
+
+/// Follows which sink is the default one and what is known of it, from the events of one connection
+/// to the server. Everything on the loop's thread.
+class DefaultSink {
+  public:
+    /// `changed` is called after every event that may alter an answer below.
+    DefaultSink(pw_core* core, std::function<void()> changed);
+
+    /// What the default sink says about itself; absent while there is none. Without delay, buffer
+    /// and rate, which only a running stream knows.
+    std::optional<OutputProperties> properties() const;
+
+    /// Whether somebody chooses a default sink at all: a session manager is running.
+    bool hasSessionManager() const { return metadata_ != nullptr; }
+
+    /// Whether there are sinks but no word yet which is the default one. A server that is just
+    /// starting can lose that word on its way here.
+    bool lacksDefault() const {
+        return metadata_ != nullptr && !nodes_.empty() && defaultName_.empty();
+    }
+
+    /// Asks once more for the default sink.
+    void askAgain();
+
+  private:
+    void add(std::uint32_t id, const char* type, const spa_dict* properties);
+    void remove(std::uint32_t id);
+    void bindMetadata(std::uint32_t id);
+    void setDefault(const char* key, const char* value);
+
+    std::function<void()> changed_;
+    RegistryHandle registry_;
+    Listener registryListener_;
+    std::uint32_t metadataId_ = SPA_ID_INVALID;
+    MetadataHandle metadata_;
+    std::unique_ptr<Listener> metadataListener_;
+    std::string defaultName_;
+    std::map<std::uint32_t, std::unique_ptr<SinkNode>> nodes_;
+    std::map<std::uint32_t, std::unique_ptr<SoundCard>> cards_;
+};
+
+} // namespace vornic
