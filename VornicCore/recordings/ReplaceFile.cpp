@@ -1,0 +1,67 @@
+#include "VornicCore/recordings/ReplaceFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+namespace vornic {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Hidden, and without the ending of the file it becomes, so that a listing never takes a left-over
+// for the real thing. Unique among processes and threads.
+fs::path besideName(const fs::path& file) {
+    static std::atomic<unsigned> counter = 0;
+    return file.parent_path() / ("." + file.filename().string() + "." + std::to_string(getpid()) +
+                                 "-" + std::to_string(counter++) + ".part");
+}
+
+bool writeAll(int descriptor, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+// The new name itself must survive a power cut too. Best effort: the content is already safe.
+void syncFolder(const fs::path& folder) {
+    const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        fsync(descriptor);
+        close(descriptor);
+    }
+}
+
+} // namespace
+
+bool replaceFile(const fs::path& file, std::span<const std::byte> bytes) {
+    const fs::path beside = besideName(file);
+    const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        return false;
+    }
+    bool done = writeAll(descriptor, bytes) && fsync(descriptor) == 0;
+    done = close(descriptor) == 0 && done;
+    done = done && std::rename(beside.c_str(), file.c_str()) == 0;
+    if (!done) {
+        unlink(beside.c_str());
+        return false;
+    }
+    syncFolder(file.parent_path());
+    return true;
+}
+
+} // namespace vornic
