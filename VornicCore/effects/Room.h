@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
+
 namespace vornic {
 
 /// The room that the listener hears around the keyboard.
-enum class Room {
+enum class Room : std::uint8_t {
     /// No room at all: the sampler's sound as it is.
     dry,
     /// A small room, 6 per cent wet.
