@@ -11,16 +11,16 @@ namespace vornic {
 /// counters are never wrapped: they run freely modulo 2^32, and `index & mask` is the slot, so all
 /// slots can be used and `head - tail` is the number of queued events, also across the end.
 struct vornic_ring {
-    /// Each counter has a cache line of its own, so that the two threads do not take it from each
+    /// A counter with a cache line of its own, so that the two threads do not take it from each
     /// other with every event.
-    static constexpr std::size_t cacheLine = 64;
+    struct alignas(64) Counter : std::atomic<std::uint32_t> {};
 
     std::uint32_t mask;
     vornic_event* slots;
     /// Pushes so far; written by the producer only.
-    alignas(cacheLine) std::atomic<std::uint32_t> head;
+    Counter head;
     /// Pops so far; written by the consumer only.
-    alignas(cacheLine) std::atomic<std::uint32_t> tail;
+    Counter tail;
 };
 
 static_assert(std::atomic<std::uint32_t>::is_always_lock_free);

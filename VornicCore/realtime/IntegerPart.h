@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VornicCore/realtime/Fatal.h"
+
 #include <cstdint>
 #include <optional>
 
@@ -13,6 +15,16 @@ constexpr std::optional<std::int64_t> integerPart(double value) noexcept {
         return static_cast<std::int64_t>(value);
     }
     return std::nullopt;
+}
+
+/// `value` truncated toward zero; stops the program with `check` as its message where
+/// `integerPart` has none.
+inline std::int64_t requireIntegerPart(double value, const char* check) noexcept {
+    const std::optional<std::int64_t> whole = integerPart(value);
+    if (!whole) [[unlikely]] {
+        fatal(check);
+    }
+    return *whole;
 }
 
 } // namespace vornic

@@ -1,6 +1,5 @@
 #include "VornicCore/sampler/EarlyReflection.h"
 
-#include "VornicCore/realtime/Fatal.h"
 #include "VornicCore/realtime/IntegerPart.h"
 
 #include <bit>
@@ -10,9 +9,7 @@ namespace vornic {
 namespace {
 
 std::int64_t framesIn(double seconds, double sampleRate) noexcept {
-    const auto frames = integerPart(sampleRate * seconds);
-    require(frames.has_value(), "sample rate out of range");
-    return *frames;
+    return requireIntegerPart(sampleRate * seconds, "sample rate out of range");
 }
 
 } // namespace

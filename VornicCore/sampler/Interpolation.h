@@ -1,6 +1,5 @@
 #pragma once
 
-#include "VornicCore/realtime/Fatal.h"
 #include "VornicCore/realtime/IntegerPart.h"
 #include "VornicCore/realtime/RealTime.h"
 
@@ -12,9 +11,7 @@ namespace vornic {
 /// around the sample. Positions between -1 and 0 use frame 0 and a negative fraction. A position
 /// that is not finite, or beyond 64 bits, is fatal. Audio thread.
 inline float interpolate(const float* data, std::int64_t length, double position) VORNIC_REALTIME {
-    const auto whole = integerPart(position);
-    require(whole.has_value(), "voice position out of range");
-    const std::int64_t i = *whole;
+    const std::int64_t i = requireIntegerPart(position, "voice position out of range");
     // All four frames lie outside; also keeps i - 1 and i + 2 from overflowing.
     if (i < -2 || i > length) {
         return 0.0F;

@@ -14,9 +14,8 @@ namespace vornic {
 namespace {
 
 std::int64_t fadeFramesAt(double sampleRate) noexcept {
-    const auto frames = integerPart(sampleRate * SamplerCore::stealFade);
-    require(frames.has_value(), "sample rate out of range");
-    return std::max<std::int64_t>(1, *frames);
+    return std::max<std::int64_t>(1, requireIntegerPart(sampleRate * SamplerCore::stealFade,
+                                                        "sample rate out of range"));
 }
 
 /// Adds to a counter that only this thread writes.

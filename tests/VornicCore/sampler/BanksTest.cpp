@@ -1,5 +1,6 @@
 #include "VornicCore/sampler/SampleBank.h"
 #include "VornicCore/sampler/VoiceBank.h"
+#include "tests/support/RealTimeGuard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,6 +42,23 @@ TEST(VoiceBank, aSecondAddReplacesThePoolAndKeepsTheEarlierFrames) {
     ASSERT_EQ(bank.pool("a").size(), 1U);
     EXPECT_THAT(framesOf(bank.pool("a")[0]), ElementsAre(5.0F, 6.0F, 7.0F));
     EXPECT_THAT(framesOf(earlier), ElementsAre(3.0F, 4.0F));
+}
+
+TEST(VoiceBank, freesReplacedFramesToo) {
+    std::int64_t allocations = 0;
+    std::int64_t frees = 0;
+    {
+        const RealTimeGuard guard;
+        {
+            VoiceBank bank;
+            bank.add("a", {{1.0F, 2.0F}, {3.0F, 4.0F}});
+            bank.add("a", {{5.0F, 6.0F}});
+        }
+        allocations = guard.allocations();
+        frees = guard.frees();
+    }
+    EXPECT_EQ(allocations, frees);
+    EXPECT_EQ(allocations > 0, RealTimeGuard::active());
 }
 
 TEST(VoiceBank, anAddWithoutAnythingToKeepChangesNothing) {

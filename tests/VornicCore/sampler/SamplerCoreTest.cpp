@@ -16,8 +16,7 @@ using testing::ElementsAre;
 
 class SamplerCoreTest : public SamplerFixture {};
 
-INSTANTIATE_TEST_SUITE_P(Plain, SamplerCoreTest, testing::Values(mixVoicePlain));
-INSTANTIATE_TEST_SUITE_P(Best, SamplerCoreTest, testing::Values(bestVoiceMixer()));
+INSTANTIATE_TEST_SUITE_P(Mixers, SamplerCoreTest, everyMixer, mixerName);
 
 const std::vector<float> fourFrames = {1.0F, 2.0F, 4.0F, 8.0F};
 const std::vector<float> longTone(100'000, 0.5F);
@@ -111,7 +110,7 @@ TEST_P(SamplerCoreTest, aBufferOfNoFramesStillStartsVoices) {
 }
 
 TEST_P(SamplerCoreTest, aFullQueueLosesTheKey) {
-    SamplerCore small(48000.0, 2, GetParam());
+    SamplerCore small(48000.0, 2, GetParam().mixer);
     const Sample sample{fourFrames.data(), 4};
     const auto play = [&] { return small.play(sample, 1.0F, 0.0F, 1.0F, 0, VoiceStage::none); };
     EXPECT_TRUE(play());
@@ -321,8 +320,7 @@ TEST_P(SamplerCoreTest, clearForgetsQueueVoicesAndReflection) {
 
 class SamplerCoreDeathTest : public SamplerFixture {};
 
-INSTANTIATE_TEST_SUITE_P(Plain, SamplerCoreDeathTest, testing::Values(mixVoicePlain));
-INSTANTIATE_TEST_SUITE_P(Best, SamplerCoreDeathTest, testing::Values(bestVoiceMixer()));
+INSTANTIATE_TEST_SUITE_P(Mixers, SamplerCoreDeathTest, everyMixer, mixerName);
 
 TEST_P(SamplerCoreDeathTest, programmingErrorsStopTheProgram) {
     float buffer = 0.0F;

@@ -6,12 +6,30 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <ostream>
+#include <string>
 #include <vector>
 
 namespace vornic {
 
+struct NamedMixer {
+    std::string name;
+    VoiceMixer mixer;
+
+    friend std::ostream& operator<<(std::ostream& out, const NamedMixer& named) {
+        return out << named.name;
+    }
+};
+
+/// The measure, and what this processor would use.
+inline const auto everyMixer =
+    testing::Values(NamedMixer{.name = "plain", .mixer = mixVoicePlain},
+                    NamedMixer{.name = "best", .mixer = bestVoiceMixer()});
+
+inline const auto mixerName = [](const auto& info) { return info.param.name; };
+
 /// A sampler at 48 kHz, once with each mixer, driven from the test's own thread.
-class SamplerFixture : public testing::TestWithParam<VoiceMixer> {
+class SamplerFixture : public testing::TestWithParam<NamedMixer> {
   protected:
     SamplerFixture() { vornic_latency_reset(); }
     ~SamplerFixture() override { vornic_latency_reset(); }
@@ -44,7 +62,7 @@ class SamplerFixture : public testing::TestWithParam<VoiceMixer> {
         return nullptr;
     }
 
-    SamplerCore core{48000.0, 512, GetParam()};
+    SamplerCore core{48000.0, 512, GetParam().mixer};
 };
 
 } // namespace vornic
