@@ -1,0 +1,360 @@
+#include "VornicCore/keys/KeyboardLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace vornic {
+namespace {
+
+constexpr std::array mechanical{LayoutID::sixty, LayoutID::sixtyFive, LayoutID::seventyFive,
+                                LayoutID::tkl, LayoutID::full};
+
+bool overlap(const LayoutKey& a, const LayoutKey& b) {
+    constexpr double tolerance = 1e-9;
+    return a.x + a.w > b.x + tolerance && b.x + b.w > a.x + tolerance &&
+           a.y + a.h > b.y + tolerance && b.y + b.h > a.y + tolerance;
+}
+
+const LayoutKey& key(LayoutID id, std::int64_t code) {
+    return *layout(id).find(code);
+}
+
+/// Whether the layout has exactly this key.
+testing::AssertionResult has(LayoutID id, const LayoutKey& wanted) {
+    if (std::ranges::find(layout(id).keys, wanted) != layout(id).keys.end()) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure()
+           << rawString(id) << " lacks " << wanted.id() << " " << wanted.label;
+}
+
+/// The right end of the keys of a row that begin left of `limit`.
+double rowEnd(LayoutID id, double y, double limit) {
+    double end = 0;
+    for (const LayoutKey& each : layout(id).keys) {
+        if (each.y == y && each.x < limit) {
+            end = std::max(end, each.x + each.w);
+        }
+    }
+    return end;
+}
+
+TEST(LayoutID, namesItsCasesInOrder) {
+    const std::vector<std::string_view> raw{"macANSI",     "macISO", "sixty", "sixtyFive",
+                                            "seventyFive", "tkl",    "full"};
+    const std::vector<std::string_view> labels{"MacBook (US)", "MacBook (ISO)", "60%",      "65%",
+                                               "75%",          "TKL",           "Full size"};
+    const auto cases = allCases<LayoutID>();
+    ASSERT_EQ(cases.size(), raw.size());
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        EXPECT_EQ(static_cast<std::size_t>(cases[i]), i);
+        EXPECT_EQ(rawString(cases[i]), raw[i]);
+        EXPECT_EQ(label(cases[i]), labels[i]);
+    }
+}
+
+TEST(KeyboardLayout, sharedLayoutsEqualFreshOnes) {
+    for (const LayoutID id : allCases<LayoutID>()) {
+        EXPECT_EQ(layout(id).id, id);
+        EXPECT_EQ(layout(id), KeyboardLayout::build(id));
+    }
+}
+
+TEST(KeyboardLayout, macBookANSIHasEveryKeyInItsPlace) {
+    const KeyboardLayout& mac = layout(LayoutID::macANSI);
+    EXPECT_DOUBLE_EQ(mac.width, 14.5);
+    EXPECT_DOUBLE_EQ(mac.height, 6.05);
+    EXPECT_EQ(mac.keys.size(), 14U + 14 + 14 + 13 + 12 + 11);
+
+    EXPECT_EQ(mac.keys.front(), (LayoutKey{53, "esc", 0, 0, 1.5, 0.55}));
+    EXPECT_TRUE(has(mac.id, {122, "F1", 1.5, 0, 1, 0.55}));
+    EXPECT_TRUE(has(mac.id, {111, "F12", 12.5, 0, 1, 0.55}));
+    EXPECT_TRUE(has(mac.id, {std::nullopt, "⏻", 13.5, 0, 1, 0.55}));
+
+    EXPECT_TRUE(has(mac.id, {50, "`", 0, 0.65, 1, 1}));
+    EXPECT_TRUE(has(mac.id, {29, "0", 10, 0.65, 1, 1}));
+    EXPECT_TRUE(has(mac.id, {51, "delete", 13, 0.65, 1.5, 1}));
+    EXPECT_TRUE(has(mac.id, {48, "tab", 0, 1.75, 1.5, 1}));
+    EXPECT_TRUE(has(mac.id, {42, "\\", 13.5, 1.75, 1, 1}));
+    EXPECT_TRUE(has(mac.id, {57, "caps", 0, 2.85, 1.75, 1}));
+    EXPECT_TRUE(has(mac.id, {36, "return", 12.75, 2.85, 1.75, 1}));
+    EXPECT_TRUE(has(mac.id, {56, "shift", 0, 3.95, 2.25, 1}));
+    EXPECT_TRUE(has(mac.id, {6, "Z", 2.25, 3.95, 1, 1}));
+    EXPECT_TRUE(has(mac.id, {60, "shift", 12.25, 3.95, 2.25, 1}));
+
+    const std::vector<LayoutKey> lowest(mac.keys.end() - 11, mac.keys.end());
+    EXPECT_EQ(lowest, (std::vector<LayoutKey>{{63, "fn", 0, 5.05, 1, 1},
+                                              {59, "control", 1, 5.05, 1, 1},
+                                              {58, "option", 2, 5.05, 1, 1},
+                                              {55, "command", 3, 5.05, 1.25, 1},
+                                              {49, "", 4.25, 5.05, 5, 1},
+                                              {54, "command", 9.25, 5.05, 1.25, 1},
+                                              {61, "option", 10.5, 5.05, 1, 1},
+                                              {123, "←", 11.5, 5.05, 1, 1},
+                                              {126, "↑", 12.5, 5.05, 1, 0.5},
+                                              {125, "↓", 12.5, 5.55, 1, 0.5},
+                                              {124, "→", 13.5, 5.05, 1, 1}}));
+    for (const double y : {0.0, 0.65, 1.75, 2.85, 3.95, 5.05}) {
+        EXPECT_DOUBLE_EQ(rowEnd(mac.id, y, 100), 14.5) << y;
+    }
+}
+
+TEST(KeyboardLayout, macBookISODiffersInFourPlaces) {
+    const KeyboardLayout& ansi = layout(LayoutID::macANSI);
+    const KeyboardLayout& iso = layout(LayoutID::macISO);
+    EXPECT_EQ(iso.width, ansi.width);
+    EXPECT_EQ(iso.height, ansi.height);
+    std::vector<LayoutKey> added;
+    std::vector<LayoutKey> removed;
+    std::ranges::copy_if(iso.keys, std::back_inserter(added),
+                         [&](const LayoutKey& each) { return !has(ansi.id, each); });
+    std::ranges::copy_if(ansi.keys, std::back_inserter(removed),
+                         [&](const LayoutKey& each) { return !has(iso.id, each); });
+    EXPECT_EQ(added, (std::vector<LayoutKey>{{10, "§", 0, 0.65, 1, 1},
+                                             {36, "return", 13.5, 1.75, 1, 2.1},
+                                             {42, "\\", 12.75, 2.85, 1, 1},
+                                             {56, "shift", 0, 3.95, 1.25, 1},
+                                             {50, "`", 1.25, 3.95, 1, 1}}));
+    EXPECT_EQ(removed, (std::vector<LayoutKey>{{50, "`", 0, 0.65, 1, 1},
+                                               {42, "\\", 13.5, 1.75, 1, 1},
+                                               {36, "return", 12.75, 2.85, 1.75, 1},
+                                               {56, "shift", 0, 3.95, 2.25, 1}}));
+}
+
+TEST(KeyboardLayout, onlyTheISOReturnOverlapsAnotherKey) {
+    for (const LayoutID id : allCases<LayoutID>()) {
+        std::vector<std::string> overlaps;
+        const std::vector<LayoutKey>& keys = layout(id).keys;
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            for (std::size_t j = i + 1; j < keys.size(); ++j) {
+                if (overlap(keys[i], keys[j])) {
+                    overlaps.push_back(keys[i].label + " " + keys[j].label);
+                }
+            }
+        }
+        const auto expected = id == LayoutID::macISO ? std::vector<std::string>{"return \\"}
+                                                     : std::vector<std::string>{};
+        EXPECT_EQ(overlaps, expected) << rawString(id);
+    }
+    EXPECT_EQ(key(LayoutID::macISO, 42).x + 1 - key(LayoutID::macISO, 36).x, 0.25);
+}
+
+TEST(KeyboardLayout, noCodeAndNoIdentityAppearsTwice) {
+    for (const LayoutID id : allCases<LayoutID>()) {
+        std::set<std::int64_t> codes;
+        std::set<std::string> ids;
+        for (const LayoutKey& each : layout(id).keys) {
+            EXPECT_TRUE(ids.insert(each.id()).second) << rawString(id) << each.id();
+            if (each.code) {
+                EXPECT_TRUE(codes.insert(*each.code).second) << rawString(id) << *each.code;
+            }
+        }
+    }
+}
+
+TEST(KeyboardLayout, onlyThePowerKeyHasNoCode) {
+    for (const LayoutID id : allCases<LayoutID>()) {
+        for (const LayoutKey& each : layout(id).keys) {
+            EXPECT_EQ(each.code.has_value(), each.label != "⏻") << rawString(id) << each.id();
+        }
+    }
+}
+
+TEST(KeyboardLayout, theBoxHoldsEveryKeyAndNoMore) {
+    const std::map<LayoutID, std::pair<double, double>> sizes{{LayoutID::sixty, {15, 5}},
+                                                              {LayoutID::sixtyFive, {17, 5}},
+                                                              {LayoutID::seventyFive, {17, 6.25}},
+                                                              {LayoutID::tkl, {18.25, 6.25}},
+                                                              {LayoutID::full, {22.5, 6.25}}};
+    for (const LayoutID id : mechanical) {
+        EXPECT_EQ(layout(id).width, sizes.at(id).first) << rawString(id);
+        EXPECT_EQ(layout(id).height, sizes.at(id).second) << rawString(id);
+        for (const LayoutKey& each : layout(id).keys) {
+            EXPECT_GE(each.x, 0);
+            EXPECT_GE(each.y, 0);
+            EXPECT_LE(each.x + each.w, layout(id).width);
+            EXPECT_LE(each.y + each.h, layout(id).height);
+        }
+    }
+}
+
+TEST(KeyboardLayout, labelsComeFromOneVocabulary) {
+    const std::set<std::string> words{"esc",   "delete", "del",   "tab",     "caps",   "return",
+                                      "enter", "shift",  "fn",    "control", "option", "command",
+                                      "help",  "home",   "pg up", "pg dn",   "end",    "clear",
+                                      "←",     "↑",      "↓",     "→",       "⏻",      "§"};
+    for (const LayoutID id : allCases<LayoutID>()) {
+        for (const LayoutKey& each : layout(id).keys) {
+            const bool functionKey = each.label.size() > 1 && each.label[0] == 'F';
+            if (each.label.empty()) {
+                EXPECT_EQ(each.code, 49);
+            } else if (each.label.size() > 1 && !functionKey) {
+                EXPECT_EQ(words.count(each.label), 1U) << rawString(id) << " " << each.label;
+            }
+        }
+    }
+}
+
+TEST(KeyboardLayout, theMainBlockOfAMechanicalBoardHasTheUsualWidths) {
+    const std::map<std::int64_t, double> widths{{51, 2},    {48, 1.5},  {42, 1.5},  {57, 1.75},
+                                                {36, 2.25}, {56, 2.25}, {60, 2.75}, {59, 1.25},
+                                                {58, 1.25}, {55, 1.25}, {49, 6.25}};
+    for (const LayoutID id : mechanical) {
+        for (const LayoutKey& each : layout(id).keys) {
+            const auto wide = widths.find(each.code.value());
+            const bool rightOfSpace =
+                each.code == 54 || each.code == 61 || each.code == 63 || each.code == 62;
+            if (wide != widths.end()) {
+                EXPECT_EQ(each.w, wide->second) << rawString(id) << each.label;
+            } else if (!rightOfSpace && each.code != 82) {
+                EXPECT_EQ(each.w, 1) << rawString(id) << each.label;
+            }
+            EXPECT_EQ(each.h, each.code == 76 ? 2 : 1) << rawString(id) << each.label;
+        }
+    }
+}
+
+TEST(KeyboardLayout, everyRowOfTheMainBlockIsFifteenWide) {
+    for (const LayoutID id : mechanical) {
+        const double top = key(id, 50).y;
+        for (const double y : {top, top + 1, top + 2, top + 3}) {
+            EXPECT_EQ(rowEnd(id, y, 15), 15) << rawString(id) << y;
+        }
+    }
+    // The small boards put the left arrow at the end of the lowest row.
+    for (const LayoutID id : {LayoutID::sixty, LayoutID::tkl, LayoutID::full}) {
+        EXPECT_EQ(key(id, 62).x + key(id, 62).w, 15) << rawString(id);
+    }
+    for (const LayoutID id : {LayoutID::sixtyFive, LayoutID::seventyFive}) {
+        EXPECT_EQ(key(id, 62).x + key(id, 62).w, key(id, 123).x) << rawString(id);
+        EXPECT_EQ(key(id, 123).x + 1, 15) << rawString(id);
+    }
+}
+
+TEST(KeyboardLayout, theFunctionRowStandsApart) {
+    EXPECT_EQ(layout(LayoutID::sixty).find(122), nullptr);
+    EXPECT_EQ(layout(LayoutID::sixtyFive).find(122), nullptr);
+    for (const LayoutID id : {LayoutID::seventyFive, LayoutID::tkl, LayoutID::full}) {
+        EXPECT_EQ(key(id, 53).y, 0);
+        EXPECT_EQ(key(id, 53).x, 0);
+        EXPECT_EQ(key(id, 50).y, 1.25);
+        EXPECT_EQ(key(id, 111).x + 1, 15);
+        for (const KeyName& name : KeyboardLayout::fKeys) {
+            EXPECT_EQ(key(id, name.code).label, name.label);
+            EXPECT_EQ(key(id, name.code).y, 0);
+        }
+    }
+}
+
+TEST(KeyboardLayout, arrowsFormAnInvertedT) {
+    EXPECT_EQ(layout(LayoutID::sixty).find(123), nullptr);
+    for (const LayoutID id :
+         {LayoutID::sixtyFive, LayoutID::seventyFive, LayoutID::tkl, LayoutID::full}) {
+        const double left = id == LayoutID::tkl || id == LayoutID::full ? 15.25 : 14;
+        const double y = key(id, 49).y;
+        EXPECT_EQ(key(id, 123), (LayoutKey{123, "←", left, y, 1, 1})) << rawString(id);
+        EXPECT_EQ(key(id, 125), (LayoutKey{125, "↓", left + 1, y, 1, 1})) << rawString(id);
+        EXPECT_EQ(key(id, 124), (LayoutKey{124, "→", left + 2, y, 1, 1})) << rawString(id);
+        EXPECT_EQ(key(id, 126), (LayoutKey{126, "↑", left + 1, y - 1, 1, 1})) << rawString(id);
+    }
+}
+
+TEST(KeyboardLayout, theBigBoardsHaveANavigationBlock) {
+    for (const LayoutID id : {LayoutID::tkl, LayoutID::full}) {
+        const double y = key(id, 50).y;
+        EXPECT_TRUE(has(id, {114, "help", 15.25, y, 1, 1}));
+        EXPECT_TRUE(has(id, {115, "home", 16.25, y, 1, 1}));
+        EXPECT_TRUE(has(id, {116, "pg up", 17.25, y, 1, 1}));
+        EXPECT_TRUE(has(id, {117, "del", 15.25, y + 1, 1, 1}));
+        EXPECT_TRUE(has(id, {119, "end", 16.25, y + 1, 1, 1}));
+        EXPECT_TRUE(has(id, {121, "pg dn", 17.25, y + 1, 1, 1}));
+    }
+}
+
+TEST(KeyboardLayout, theFullBoardHasMoreFunctionKeysAndAKeypad) {
+    const double y = key(LayoutID::full, 50).y;
+    const std::vector<std::vector<LayoutKey>> rows{
+        {{105, "F13", 15.25, 0, 1, 1}, {107, "F14", 16.25, 0, 1, 1}, {113, "F15", 17.25, 0, 1, 1}},
+        {{71, "clear", 18.5, y, 1, 1},
+         {81, "=", 19.5, y, 1, 1},
+         {75, "/", 20.5, y, 1, 1},
+         {67, "*", 21.5, y, 1, 1}},
+        {{89, "7", 18.5, y + 1, 1, 1},
+         {91, "8", 19.5, y + 1, 1, 1},
+         {92, "9", 20.5, y + 1, 1, 1},
+         {78, "-", 21.5, y + 1, 1, 1}},
+        {{86, "4", 18.5, y + 2, 1, 1},
+         {87, "5", 19.5, y + 2, 1, 1},
+         {88, "6", 20.5, y + 2, 1, 1},
+         {69, "+", 21.5, y + 2, 1, 1}},
+        {{83, "1", 18.5, y + 3, 1, 1},
+         {84, "2", 19.5, y + 3, 1, 1},
+         {85, "3", 20.5, y + 3, 1, 1},
+         {76, "enter", 21.5, y + 3, 1, 2}},
+        {{82, "0", 18.5, y + 4, 2, 1}, {65, ".", 20.5, y + 4, 1, 1}}};
+    for (const std::vector<LayoutKey>& row : rows) {
+        for (const LayoutKey& each : row) {
+            EXPECT_TRUE(has(LayoutID::full, each));
+            EXPECT_EQ(layout(LayoutID::tkl).find(*each.code), nullptr);
+        }
+    }
+}
+
+TEST(KeyboardLayout, aLargerBoardHasEveryKeyOfASmallerOne) {
+    for (std::size_t i = 0; i + 1 < mechanical.size(); ++i) {
+        for (const LayoutKey& each : layout(mechanical[i]).keys) {
+            EXPECT_NE(layout(mechanical[i + 1]).find(*each.code), nullptr)
+                << rawString(mechanical[i + 1]) << each.label;
+        }
+    }
+}
+
+TEST(KeyboardLayout, keysOfARowRunFromLeftToRight) {
+    for (const LayoutID id : mechanical) {
+        const std::vector<LayoutKey>& keys = layout(id).keys;
+        for (std::size_t i = 1; i < keys.size(); ++i) {
+            const bool newRow = keys[i].y > keys[i - 1].y;
+            EXPECT_TRUE(newRow || keys[i].x >= keys[i - 1].x + keys[i - 1].w)
+                << rawString(id) << keys[i].id();
+        }
+    }
+}
+
+TEST(KeyboardLayout, positionRunsFromLeftToRight) {
+    const KeyboardLayout& mac = layout(LayoutID::macANSI);
+    EXPECT_DOUBLE_EQ(mac.position(50).value(), 2 * (0.5 / 14.5 - 0.5));
+    EXPECT_DOUBLE_EQ(mac.position(124).value(), 2 * (14.0 / 14.5 - 0.5));
+    EXPECT_FALSE(mac.position(200).has_value());
+    // The power key has no code: no code finds it, not even the one in its identity.
+    EXPECT_FALSE(mac.position(-1).has_value());
+}
+
+TEST(LayoutKey, identityNamesCodeAndPlace) {
+    const KeyboardLayout& mac = layout(LayoutID::macANSI);
+    EXPECT_EQ(mac.keys[0].id(), "53-0.0-0.0");
+    const auto power = std::ranges::find(mac.keys, "⏻", &LayoutKey::label);
+    ASSERT_NE(power, mac.keys.end());
+    EXPECT_EQ(power->id(), "-1-13.5-0.0");
+    EXPECT_EQ(key(LayoutID::macANSI, 55).id(), "55-3.0-5.05");
+    EXPECT_EQ((LayoutKey{7, "", -2, 0.1, 1, 1}.id()), "7--2.0-0.1");
+}
+
+TEST(LayoutKey, equalityCoversEveryField) {
+    const LayoutKey one{1, "a", 2, 3, 4, 5};
+    EXPECT_EQ(one, (LayoutKey{1, "a", 2, 3, 4, 5}));
+    for (const LayoutKey& other :
+         {LayoutKey{9, "a", 2, 3, 4, 5}, LayoutKey{std::nullopt, "a", 2, 3, 4, 5},
+          LayoutKey{1, "b", 2, 3, 4, 5}, LayoutKey{1, "a", 9, 3, 4, 5},
+          LayoutKey{1, "a", 2, 9, 4, 5}, LayoutKey{1, "a", 2, 3, 9, 5},
+          LayoutKey{1, "a", 2, 3, 4, 9}}) {
+        EXPECT_NE(one, other);
+    }
+}
+
+} // namespace
+} // namespace vornic
