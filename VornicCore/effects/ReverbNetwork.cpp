@@ -106,7 +106,7 @@ ReverbNetwork::Coefficients ReverbNetwork::coefficients(const RoomPreset& preset
         result.gain[i] = static_cast<float>(mixing * low * (1.0 - pole));
     }
     const double earlyGain = std::sqrt(preset.earlyShare / preset.earlyEnergy);
-    const auto tap = [earlyGain](const EarlyReflection& reflection) {
+    const auto tap = [earlyGain](const WallReflection& reflection) {
         return Tap{.delay = static_cast<std::size_t>(
                        std::lround(reflection.delayMs * sampleRate / 1000.0)),
                    .gain = static_cast<float>(earlyGain * reflection.gain),

@@ -9,8 +9,8 @@
 namespace vornic {
 
 /// One early reflection as one ear hears it.
-struct EarlyReflection {
-    constexpr EarlyReflection(double ms, double level, bool fromOtherSide = false)
+struct WallReflection {
+    constexpr WallReflection(double ms, double level, bool fromOtherSide = false)
         : delayMs(ms), gain(level), crossed(fromOtherSide) {}
 
     /// Time after the direct sound.
@@ -51,8 +51,8 @@ struct RoomPreset {
     /// Corner of the one-pole low-pass that everything wet passes once, in Hz.
     double lowPassHz;
     /// The early reflections at each ear.
-    std::array<EarlyReflection, reflections> left;
-    std::array<EarlyReflection, reflections> right;
+    std::array<WallReflection, reflections> left;
+    std::array<WallReflection, reflections> right;
     /// The part of the wet energy that lies in the early reflections, 0 to 1.
     double earlyShare;
     /// Delays of the network in frames. No two share a factor, so that echoes do not pile up.

@@ -104,7 +104,7 @@ TEST_P(RoomResponse, beginsWithTheEarlyReflectionsOfEachEar) {
     const StereoSignal fromLeft = pulse(1.0F, 0.0F);
     const StereoSignal fromRight = pulse(0.0F, 1.0F);
     // The first reflection stands alone: nothing before it, and it at its exact height.
-    const EarlyReflection first = preset.left.front();
+    const WallReflection first = preset.left.front();
     EXPECT_DOUBLE_EQ(first.delayMs, GetParam().firstReflectionMs);
     for (std::size_t i = 0; i < frames(first.delayMs); ++i) {
         ASSERT_EQ(fromLeft.left[i], 0.0);
@@ -115,7 +115,7 @@ TEST_P(RoomResponse, beginsWithTheEarlyReflectionsOfEachEar) {
     EXPECT_NEAR(jump(fromRight.right, frames(preset.right.front().delayMs)),
                 gain * onset * preset.right.front().gain, 1e-3);
     // A crossed one carries the other side's sound, and only that.
-    for (const EarlyReflection& reflection : preset.left) {
+    for (const WallReflection& reflection : preset.left) {
         if (reflection.crossed) {
             EXPECT_GT(jump(fromRight.left, frames(reflection.delayMs)),
                       0.5 * gain * onset * reflection.gain);
