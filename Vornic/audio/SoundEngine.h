@@ -4,7 +4,9 @@
 #include "Vornic/audio/RetiredBanks.h"
 #include "Vornic/platform/AudioOutput.h"
 #include "Vornic/platform/Clock.h"
-#include "VornicCore/effects/Room.h"
+#include "VornicCore/effects/Limiter.h"
+#include "VornicCore/effects/RoomReverb.h"
+#include "VornicCore/effects/Volume.h"
 #include "VornicCore/sampler/SamplerCore.h"
 #include "VornicCore/sampler/VoiceBank.h"
 
@@ -65,9 +67,10 @@ class SoundEngine final : public AudioOutput::Source {
     /// The user's volume, 0 to 1 (limited to that), behind everything else. 0.7 at the start; a
     /// value that is not finite changes nothing.
     void setVolume(double volume);
-    double volume() const { return volume_; }
+    double volume() const { return userVolume_; }
 
-    /// The early reflection of the desk: its level (0 = off) and its smoothing coefficient.
+    /// The early reflection of the desk: its level (0 = off) and its smoothing coefficient. Values
+    /// that are not finite change nothing.
     void setReflection(float level, float damp);
 
     /// Plays one mono buffer once, centred. Fewer than 2 frames, or a gain that is not finite, play
@@ -90,7 +93,7 @@ class SoundEngine final : public AudioOutput::Source {
 
   private:
     double idleLimit() const;
-    bool usedWithin(double seconds) const;
+    double secondsSinceUse() const;
 
     AudioOutput& output_;
     const Clock& clock_;
@@ -101,7 +104,10 @@ class SoundEngine final : public AudioOutput::Source {
     std::shared_ptr<const VoiceBank> bank_;
     RetiredBanks retired_;
     std::atomic<double> lastUse_; // seconds of clock_; minus infinity before the first use
-    double volume_ = 0.7;
+    double userVolume_ = 0.7;
+    RoomReverb room_;
+    Limiter limiter_;
+    Volume volume_;
     std::uint64_t lastRender_ = 0; // nanoseconds; audio thread
 };
 

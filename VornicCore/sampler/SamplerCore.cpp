@@ -66,13 +66,13 @@ bool SamplerCore::play(const Sample& sample, float gain, float pan, float rate,
     return true;
 }
 
-void SamplerCore::render(std::int64_t frames, float* left, float* right,
-                         std::uint64_t nowNanos) VORNIC_REALTIME {
+void SamplerCore::render(std::int64_t frames, float* left, float* right, std::uint64_t nowNanos,
+                         std::uint64_t staleBefore) VORNIC_REALTIME {
     require(frames >= 0, "negative frame count");
     std::fill_n(left, frames, 0.0F);
     std::fill_n(right, frames, 0.0F);
     add(framesRendered_, frames);
-    startQueuedVoices(nowNanos);
+    startQueuedVoices(nowNanos, staleBefore);
     for (Voice& voice : table_.slots()) {
         if (voice.data != nullptr) {
             mixer_(voice, fade_, frames, left, right);
@@ -82,9 +82,15 @@ void SamplerCore::render(std::int64_t frames, float* left, float* right,
     publish();
 }
 
-void SamplerCore::startQueuedVoices(std::uint64_t nowNanos) VORNIC_REALTIME {
+void SamplerCore::startQueuedVoices(std::uint64_t nowNanos,
+                                    std::uint64_t staleBefore) VORNIC_REALTIME {
     vornic_event event;
     while (vornic_ring_pop(ring_.get(), &event)) {
+        if (event.nanos != 0 && event.nanos < staleBefore) {
+            ++poppedEvents_;
+            add<std::int64_t>(eventsStale_, 1);
+            continue;
+        }
         const VoiceTable::Outcome outcome = table_.start(event, poppedEvents_);
         ++poppedEvents_;
         if (outcome == VoiceTable::Outcome::dropped) {

@@ -47,9 +47,10 @@ class SamplerCore {
               const VoiceStage& stage) VORNIC_REALTIME;
 
     /// Overwrites `frames` frames of both buffers with what sounds; `nowNanos` is the buffer's
-    /// monotonic time stamp, 0 = unknown. A negative frame count is fatal. Audio thread.
-    void render(std::int64_t frames, float* left, float* right,
-                std::uint64_t nowNanos) VORNIC_REALTIME;
+    /// monotonic time stamp, 0 = unknown. Requests stamped before `staleBefore` are dropped
+    /// unheard; those without a stamp never. A negative frame count is fatal. Audio thread.
+    void render(std::int64_t frames, float* left, float* right, std::uint64_t nowNanos,
+                std::uint64_t staleBefore = 0) VORNIC_REALTIME;
 
     /// Forgets every queued request, every voice and the reflection's history. Only while no
     /// `render` runs or can start; `play` may run.
@@ -74,9 +75,11 @@ class SamplerCore {
     std::int64_t fadingVoices() const { return fadingVoices_.load(relaxed); }
     /// Voices that had to fade out for a new one.
     std::int64_t voicesStolen() const { return voicesStolen_.load(relaxed); }
-    /// Requests lost because the queue was full, or because no slot was free or fading.
+    /// Requests lost because the queue was full, because no slot was free or fading, or because
+    /// they were stale.
     std::int64_t eventsDropped() const {
-        return eventsRefused_.load(relaxed) + eventsWithoutSlot_.load(relaxed);
+        return eventsRefused_.load(relaxed) + eventsWithoutSlot_.load(relaxed) +
+               eventsStale_.load(relaxed);
     }
 
     /// Requests queued since construction. A request is counted before its `play` returns.
@@ -98,7 +101,7 @@ class SamplerCore {
         void operator()(vornic_ring* ring) const noexcept { vornic_ring_destroy(ring); }
     };
 
-    void startQueuedVoices(std::uint64_t nowNanos) VORNIC_REALTIME;
+    void startQueuedVoices(std::uint64_t nowNanos, std::uint64_t staleBefore) VORNIC_REALTIME;
     void publish() VORNIC_REALTIME;
 
     const double sampleRate_;
@@ -122,6 +125,7 @@ class SamplerCore {
     std::atomic<std::int64_t> fadingVoices_{0};
     std::atomic<std::int64_t> voicesStolen_{0};
     std::atomic<std::int64_t> eventsWithoutSlot_{0};
+    std::atomic<std::int64_t> eventsStale_{0};
     std::atomic<std::uint64_t> settledEvents_{0};
 
     // Written by the key thread.
