@@ -1,7 +1,5 @@
 #include "resources/packs/KeyRecording.h"
 
-#include <charconv>
-
 namespace vornic::packs {
 
 namespace {
@@ -34,6 +32,19 @@ KeyClass classOfKernelCode(unsigned code) {
     }
 }
 
+// The number that hexadecimal digits, lower case, stand for.
+std::optional<unsigned> codeOf(std::string_view digits) {
+    unsigned code = 0;
+    for (const char digit : digits) {
+        const std::size_t value = std::string_view("0123456789abcdef").find(digit);
+        if (value == std::string_view::npos) {
+            return std::nullopt;
+        }
+        code = code * 16 + static_cast<unsigned>(value);
+    }
+    return code;
+}
+
 } // namespace
 
 std::optional<KeyRecording> keyRecordingNamed(std::string_view fileName) {
@@ -41,18 +52,16 @@ std::optional<KeyRecording> keyRecordingNamed(std::string_view fileName) {
     if (fileName.size() != length || fileName[2] != '-' || !fileName.ends_with(".wav")) {
         return std::nullopt;
     }
-    const std::string_view digits = fileName.substr(0, 2);
-    const char* const end = digits.data() + digits.size();
-    unsigned code = 0;
-    if (std::from_chars(digits.data(), end, code, 16).ptr != end) {
+    const auto code = codeOf(fileName.substr(0, 2));
+    if (!code) {
         return std::nullopt;
     }
     const char value = fileName[3];
     if (value != '0' && value != '1') {
         return std::nullopt;
     }
-    const bool isPress = value == '1' || code == pauseKey;
-    return KeyRecording{.keyClass = classOfKernelCode(code),
+    const bool isPress = value == '1' || *code == pauseKey;
+    return KeyRecording{.keyClass = classOfKernelCode(*code),
                         .stroke = isPress ? Stroke::press : Stroke::release};
 }
 

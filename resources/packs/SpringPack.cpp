@@ -57,43 +57,52 @@ Samples unconverted(const fs::path& file) {
     return samples;
 }
 
+// The recordings so far, to know one that comes again.
+using Seen = std::set<Samples>;
+
 // Why a recording is of no use, or nothing.
-std::string flawOf(const Samples& recording, const fs::path& file) {
+std::string flawOf(const Samples& recording, const fs::path& file, Seen& seen) {
     if (peak(recording) < 0.001F) {
         return "silent";
     }
     if (isClipped(unconverted(file))) {
         return "ran into full scale";
     }
+    if (!seen.insert(recording).second) {
+        return "repeats another";
+    }
     return {};
+}
+
+// The stroke in `file`, or in `flaw` why it is of no use.
+Samples strokeIn(const fs::path& file, Stroke kind, Seen& seen, std::string& flaw) {
+    std::optional<Samples> recording = loadAudio(file);
+    if (!recording) {
+        flaw = "cannot be read";
+        return {};
+    }
+    flaw = flawOf(*recording, file, seen);
+    removeRumble(*recording);
+    Samples stroke = cutStroke(*recording, strokeOnset(*recording, kind));
+    if (flaw.empty() && holdsSecondStroke(stroke)) {
+        flaw = "holds a second stroke";
+    }
+    return stroke;
 }
 
 Collected collect(const fs::path& source, std::vector<std::string>& notes) {
     Collected collected;
-    std::set<Samples> seen;
+    Seen seen;
     for (const fs::path& file : sortedEntries(source)) {
-        const std::string name = file.filename().string();
+        std::string name = file.filename().string();
         const auto kind = keyRecordingNamed(name);
         if (!kind) {
             continue;
         }
-        std::optional<Samples> recording = loadAudio(file);
-        if (!recording) {
-            notes.push_back(name + ": cannot be read");
-            continue;
-        }
-        if (const std::string flaw = flawOf(*recording, file); !flaw.empty()) {
-            notes.push_back(name + ": " + flaw);
-            continue;
-        }
-        if (!seen.insert(*recording).second) {
-            notes.push_back(name + ": repeats another");
-            continue;
-        }
-        removeRumble(*recording);
-        Samples stroke = cutStroke(*recording, strokeOnset(*recording, kind->stroke));
-        if (holdsSecondStroke(stroke)) {
-            notes.push_back(name + ": holds a second stroke");
+        std::string flaw;
+        Samples stroke = strokeIn(file, kind->stroke, seen, flaw);
+        if (!flaw.empty()) {
+            notes.push_back(name.append(": ").append(flaw));
             continue;
         }
         auto& list = kind->stroke == Stroke::release ? collected.releases
