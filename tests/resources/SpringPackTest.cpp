@@ -11,6 +11,9 @@
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
+#include <numbers>
+#include <span>
+
 namespace vornic::packs {
 namespace {
 
@@ -108,6 +111,20 @@ TEST_F(SpringPackTest, bringsEveryRegularPressToOneLevel) {
     for (const fs::path& file : pack.files.at(KeyClass::regular)) {
         EXPECT_NEAR(levelOf(file.filename()), -24, 0.1) << file;
     }
+}
+
+TEST_F(SpringPackTest, rumbleAndOffsetAreGone) {
+    std::vector<float> stroke = synthesise({.rate = 44100});
+    for (std::size_t i = 0; i < stroke.size(); ++i) {
+        const double phase = 2 * std::numbers::pi * 15 * static_cast<double>(i) / 44100;
+        stroke[i] += static_cast<float>(0.05 + 0.05 * std::sin(phase));
+    }
+    write("1e-1.wav", stroke);
+    assemble();
+    const auto samples = required(loadAudio(target_ / "regular-01.wav"));
+    ASSERT_GE(samples.size(), 200 * millisecond);
+    // 100 ms in, the stroke has died away and the rumble would stand 40 dB above what is left.
+    EXPECT_LT(decibels(rms(std::span(samples).subspan(100 * millisecond, 100 * millisecond))), -65);
 }
 
 TEST_F(SpringPackTest, otherClassesKeepTheirRelationToTheMedianRegularPress) {
