@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 namespace vornic {
@@ -53,6 +54,11 @@ std::vector<fs::path> pathsOf(const std::vector<std::string>& names, const fs::p
     std::ranges::transform(names, std::back_inserter(paths),
                            [&](const std::string& name) { return folder / name; });
     return paths;
+}
+
+// Where the pack stands in the order; all that it does not name stand together at its end.
+auto rankOf(const SoundPack& pack) {
+    return std::ranges::find(packOrder, pack.id()) - packOrder.begin();
 }
 
 } // namespace
@@ -115,10 +121,10 @@ std::vector<SoundPack> SoundPack::all(const fs::path& folder) {
             packs.push_back(*std::move(pack));
         }
     }
-    std::ranges::stable_sort(packs, [](const SoundPack& a, const SoundPack& b) {
-        const auto rankA = std::ranges::find(packOrder, a.id()) - packOrder.begin();
-        const auto rankB = std::ranges::find(packOrder, b.id()) - packOrder.begin();
-        return rankA != rankB ? rankA < rankB : a.name() < b.name();
+    // Folders differ, so equal ranks and names keep the order of the listing.
+    std::ranges::sort(packs, [](const SoundPack& a, const SoundPack& b) {
+        return std::forward_as_tuple(rankOf(a), a.name(), a.folder) <
+               std::forward_as_tuple(rankOf(b), b.name(), b.folder);
     });
     return packs;
 }

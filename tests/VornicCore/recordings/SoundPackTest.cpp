@@ -137,6 +137,16 @@ TEST(SoundPack, packsOfEqualRankComeByName) {
     EXPECT_THAT(idsOf(SoundPack::all(folder.path())), ElementsAre("y", "z", "x"));
 }
 
+TEST(SoundPack, packsOfOneNameKeepTheOrderOfTheirFolders) {
+    const ScratchFolder folder;
+    for (int i = 9; i > 0; --i) {
+        const std::string digit = std::to_string(i);
+        writePack(folder, digit, "id" + digit, "Same");
+    }
+    EXPECT_THAT(idsOf(SoundPack::all(folder.path())),
+                ElementsAre("id1", "id2", "id3", "id4", "id5", "id6", "id7", "id8", "id9"));
+}
+
 TEST(SoundPack, allLeavesOutWhatIsNoPack) {
     const ScratchFolder folder;
     folder.write("stray.txt", "");
