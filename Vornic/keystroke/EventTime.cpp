@@ -1,0 +1,60 @@
+#include "Vornic/keystroke/EventTime.h"
+
+#include "VornicCore/realtime/Fatal.h"
+
+namespace vornic {
+
+namespace {
+
+constexpr std::uint64_t plausibleNanos = 1'000'000'000;
+constexpr std::uint64_t nanosPerMilli = 1'000'000;
+
+bool plausible(std::uint64_t time, std::uint64_t now) {
+    return now >= time && now - time < plausibleNanos;
+}
+
+} // namespace
+
+std::uint64_t EventTime::nanos(std::uint64_t stamp) {
+    const std::uint64_t now = clock_.nanos();
+    if (stamp == 0) {
+        return now;
+    }
+    const bool direct = plausible(stamp, now);
+    if (!stampIsTicks_) {
+        stampIsTicks_ = !direct;
+    }
+    if (!*stampIsTicks_) {
+        return direct ? stamp : now;
+    }
+    const std::uint64_t converted = fromTicks(stamp);
+    return plausible(converted, now) ? converted : now;
+}
+
+std::uint64_t EventTime::fromTicks(std::uint64_t stamp) const {
+    require(timebase_.denom != 0, "the host clock's timebase divides by zero");
+    const std::uint64_t whole = stamp / timebase_.denom;
+    const std::uint64_t rest = stamp - whole * timebase_.denom;
+    // The rest is below 32 bits, so its product fits.
+    const std::uint64_t fraction = rest * timebase_.numer / timebase_.denom;
+    std::uint64_t product = 0;
+    std::uint64_t sum = 0;
+    require(!__builtin_mul_overflow(whole, std::uint64_t{timebase_.numer}, &product) &&
+                !__builtin_add_overflow(product, fraction, &sum),
+            "a key event's time overflows");
+    return sum;
+}
+
+std::uint64_t nanosOfWrappedMillis(std::uint32_t millis, std::uint64_t nowNanos) {
+    const auto nowMillis = static_cast<std::uint32_t>(nowNanos / nanosPerMilli);
+    const std::uint32_t age = nowMillis - millis;
+    // An event of this very millisecond, or one that the server's clock puts just ahead.
+    const auto ahead = static_cast<std::int32_t>(age) < 0;
+    if (ahead) {
+        return nowNanos + std::uint64_t{millis - nowMillis} * nanosPerMilli;
+    }
+    const std::uint64_t back = std::uint64_t{age} * nanosPerMilli;
+    return back < nowNanos ? nowNanos - back : 0;
+}
+
+} // namespace vornic

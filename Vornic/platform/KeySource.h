@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+namespace vornic {
+
+/// What the environment says about the session.
+struct SessionEnvironment {
+    /// $DISPLAY; empty when unset.
+    std::string x11Display;
+    /// $WAYLAND_DISPLAY; empty when unset.
+    std::string waylandDisplay;
+    /// $XDG_SESSION_TYPE; empty when unset.
+    std::string sessionType;
+};
+
+/// Where keys can be heard.
+enum class KeySourceKind { none, x11 };
+
+struct KeySource {
+    KeySourceKind kind = KeySourceKind::none;
+    /// Why there is none and what to do about it, in one sentence; empty when there is one.
+    std::string problem;
+};
+
+/// Chooses the source of keys for a session. In a Wayland session an X display is only XWayland's,
+/// which hears the keys of some windows and not of others, so it is never taken for a source.
+KeySource chooseKeySource(const SessionEnvironment& session);
+
+} // namespace vornic

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vornic {
+
+/// Keys without a virtual key code of their own get this plus their evdev code: stable, outside the
+/// table, and as audible as any other.
+inline constexpr std::int64_t firstForeignKeyCode = 1000;
+
+/// The virtual key code of a key of the kernel's input layer (KEY_A = 30 …), by its place on the
+/// keyboard, whatever is printed on it: the key left of 1 is 50 and the extra key of European
+/// keyboards, between left Shift and Z, is 10. Alt counts as option and the logo key as command.
+std::int64_t virtualKeyCode(std::uint32_t evdevCode);
+
+} // namespace vornic

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <filesystem>
+
+namespace vornic {
+
+/// The file of the running program; empty when the system does not say.
+std::filesystem::path programPath();
+
+} // namespace vornic

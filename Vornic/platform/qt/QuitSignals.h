@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+
+namespace vornic {
+
+/// Turns an interrupt, a hang-up or a request to terminate into one call of `quit` on the main
+/// thread, so that the program ends in order. One per process.
+class QuitSignals {
+  public:
+    explicit QuitSignals(std::function<void()> quit);
+    QuitSignals(const QuitSignals&) = delete;
+    QuitSignals& operator=(const QuitSignals&) = delete;
+    ~QuitSignals();
+
+  private:
+    int descriptor_ = -1;
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+} // namespace vornic

@@ -1,0 +1,28 @@
+#include "Vornic/keystroke/TypingActivity.h"
+
+#include <gtest/gtest.h>
+
+namespace vornic {
+namespace {
+
+TEST(TypingActivity, nobodyTypesAtFirst) {
+    TypingActivity activity;
+    EXPECT_FALSE(activity.refresh(10.0));
+    EXPECT_FALSE(activity.typing());
+    EXPECT_FALSE(activity.lastCode().has_value());
+}
+
+TEST(TypingActivity, aKeyCountsForAQuarterOfASecond) {
+    TypingActivity activity;
+    activity.keyDown(49, 10.0);
+    EXPECT_TRUE(activity.refresh(10.2));
+    EXPECT_TRUE(activity.typing());
+    EXPECT_FALSE(activity.refresh(10.24));
+    EXPECT_TRUE(activity.refresh(10.25));
+    EXPECT_FALSE(activity.typing());
+    EXPECT_EQ(activity.lastCode(), 49);
+    EXPECT_EQ(activity.lastKey(), 10.0);
+}
+
+} // namespace
+} // namespace vornic
