@@ -16,11 +16,11 @@ namespace StaleKeys {
 inline constexpr std::uint64_t limit = 250'000'000;
 
 /// Keys stamped before the returned time are stale in the render call at `now`, when the call
-/// before it was at `previous` (0 = none). Without an interruption between the two calls none is,
-/// because then a late key came late from its source. 0 means that nothing is stale.
+/// before it was at `previous` (0 = there was none). 0 means that none is: without an interruption
+/// between the two calls a late key was late at its source, and is heard.
 constexpr std::uint64_t before(std::uint64_t previous, std::uint64_t now) VORNIC_REALTIME {
-    const bool interrupted = previous == 0 || (now > previous && now - previous > limit);
-    return interrupted && now > limit ? now - limit : 0;
+    const bool interrupted = now > previous && now - previous > limit;
+    return interrupted ? now - limit : 0;
 }
 
 } // namespace StaleKeys

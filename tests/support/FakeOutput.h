@@ -18,6 +18,9 @@ class FakeOutput final : public AudioOutput {
         if (available && !running) {
             running = true;
         }
+        if (afterStartRequest) {
+            afterStartRequest();
+        }
         return available;
     }
     void pause() override {
@@ -58,7 +61,8 @@ class FakeOutput final : public AudioOutput {
     std::atomic<int> startRequests{0};
     std::atomic<int> pauses{0};
     OutputDeviceFacts facts;
-    /// Stands for what other threads do right after a pause.
+    /// Stand for what other threads do right after a request to start, or after a pause.
+    std::function<void()> afterStartRequest;
     std::function<void()> afterPause;
 
   private:

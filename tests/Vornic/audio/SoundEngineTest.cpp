@@ -138,6 +138,14 @@ TEST_F(SoundEngineTest, aKeyThatComesWhileTheIdleTickPausesStartsTheOutputAgain)
     EXPECT_TRUE(output.isRunning());
 }
 
+TEST_F(SoundEngineTest, anIdleTickThatComesWhileAKeyFindsTheOutputRunningDoesNotPauseIt) {
+    engine.ensureRunning();
+    clock.advance(31.0);
+    output.afterStartRequest = [&] { engine.tick(); };
+    engine.ensureRunning();
+    EXPECT_TRUE(output.isRunning());
+}
+
 TEST_F(SoundEngineTest, keysAndIdleTicksAtFullSpeedLeaveNoKeyWithAPausedOutput) {
     // In every round the last key is out of date when a tick and a new key meet. Whichever comes
     // first, when both are through the output runs.
