@@ -11,21 +11,21 @@ namespace vornic {
 /// What a sound system says about the device that it plays to; empty strings where it says nothing.
 struct OutputProperties {
     /// The name shown to people.
-    std::string description = {};
+    std::string description;
     /// The interface that drives it: "alsa", "bluez5".
-    std::string api = {};
+    std::string api;
     /// What it is attached to: "pci", "usb", "bluetooth", "firewire".
-    std::string bus = {};
+    std::string bus;
     /// What it is: "internal", "headphone", "speaker".
-    std::string formFactor = {};
+    std::string formFactor;
     /// The kind of the socket in use: "headphones", "speaker", "hdmi".
-    std::string portType = {};
+    std::string portType;
     /// Frames a second that `delayFrames` is counted in; 0 when unknown.
     double rate = 0.0;
     /// Frames from the end of a render call's buffer to the ear; absent when unknown.
-    std::optional<std::int64_t> delayFrames = std::nullopt;
+    std::optional<std::int64_t> delayFrames;
     /// Frames per render call; absent when unknown.
-    std::optional<std::uint32_t> bufferFrames = std::nullopt;
+    std::optional<std::uint32_t> bufferFrames;
 
     bool operator==(const OutputProperties&) const = default;
 };

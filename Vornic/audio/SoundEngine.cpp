@@ -84,8 +84,7 @@ void SoundEngine::audition(std::span<const float> samples, float gain) {
     }
     std::vector<float> frames(samples.begin(), samples.end());
     // One value that is no number would stay in the reflection for ever.
-    std::replace_if(
-        frames.begin(), frames.end(), [](float frame) { return !std::isfinite(frame); }, 0.0F);
+    std::ranges::replace_if(frames, [](float frame) { return !std::isfinite(frame); }, 0.0F);
     const auto fresh = std::make_shared<VoiceBank>();
     fresh->add(auditionKey, {std::move(frames)});
     retired_.add(fresh, clock_.seconds());

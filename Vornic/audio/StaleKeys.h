@@ -4,12 +4,10 @@
 
 #include <cstdint>
 
-namespace vornic {
-
 /// Keeps keys that could not be heard in time from sounding all at once when the output comes back:
 /// after a start that took long, a stalled sound server, a sleep of the machine. Nanoseconds of the
 /// monotonic clock throughout.
-namespace StaleKeys {
+namespace vornic::StaleKeys {
 
 /// A key that sounds later than this after it was pressed only irritates; a start of the output
 /// from sleep usually takes a tenth of it.
@@ -23,6 +21,4 @@ constexpr std::uint64_t before(std::uint64_t previous, std::uint64_t now) VORNIC
     return interrupted ? now - limit : 0;
 }
 
-} // namespace StaleKeys
-
-} // namespace vornic
+} // namespace vornic::StaleKeys

@@ -27,10 +27,12 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& 
         }
     }
     for (const auto& [name, value] : environment) {
-        variables.push_back(name + "=" + value);
+        variables.push_back(name);
+        variables.back().append("=").append(value);
     }
     const auto pointers = [](std::vector<std::string>& strings) {
         std::vector<char*> result;
+        result.reserve(strings.size() + 1);
         for (std::string& string : strings) {
             result.push_back(string.data());
         }

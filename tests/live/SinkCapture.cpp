@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
@@ -73,8 +74,8 @@ void SinkCapture::connect() {
     spa_pod_builder builder{};
     spa_pod_builder_init(&builder, memory.data(), memory.size());
     const spa_pod* formats = spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &format);
-    constexpr auto flags = static_cast<pw_stream_flags>(
-        PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
+    constexpr auto flags = std::bit_cast<pw_stream_flags>(std::uint32_t{
+        PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS});
     if (pw_stream_connect(stream_.get(), PW_DIRECTION_INPUT, PW_ID_ANY, flags, &formats, 1) < 0) {
         throw std::runtime_error("the sound server refuses to record");
     }

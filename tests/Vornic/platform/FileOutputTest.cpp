@@ -92,7 +92,7 @@ TEST_F(FileOutputTest, writesWhatIsRenderedAsStereoFloatsAt48000Hertz) {
     EXPECT_EQ(info.channels, 2);
     EXPECT_EQ(info.format, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
     ASSERT_EQ(info.frames, 38400);
-    std::vector<float> samples(2 * 38400);
+    std::vector<float> samples(std::size_t{2} * 38400);
     EXPECT_EQ(sf_readf_float(file, samples.data(), 38400), 38400);
     sf_close(file);
     for (std::size_t i = 0; i < 38400; ++i) {

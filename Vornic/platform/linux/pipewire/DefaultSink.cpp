@@ -6,6 +6,7 @@
 #include <charconv>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vornic {
 
@@ -31,7 +32,7 @@ std::optional<Number> numberOf(const std::string& text) {
 std::string nameIn(std::string_view value) {
     std::array<spa_json, 2> levels{};
     spa_json_init(levels.data(), value.data(), value.size());
-    if (spa_json_enter_object(&levels[0], &levels[1]) <= 0) {
+    if (spa_json_enter_object(levels.data(), &levels[1]) <= 0) {
         return {};
     }
     std::array<char, 64> key{};
@@ -42,11 +43,10 @@ std::string nameIn(std::string_view value) {
             break;
         }
         if (std::string_view(key.data()) == "name") {
-            std::string name(static_cast<std::size_t>(length) + 1, '\0');
-            if (spa_json_parse_stringn(text, length, name.data(), length + 1) <= 0) {
-                return {};
-            }
-            return name.c_str();
+            std::vector<char> name(static_cast<std::size_t>(length) + 1);
+            return spa_json_parse_stringn(text, length, name.data(), length + 1) > 0
+                       ? std::string(name.data())
+                       : std::string();
         }
     }
     return {};

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <utility>
 
 namespace vornic {
@@ -74,9 +75,9 @@ bool OutputStream::connect() {
     spa_pod_builder builder{};
     spa_pod_builder_init(&builder, memory.data(), memory.size());
     const spa_pod* formats = spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &format);
-    constexpr auto flags =
-        static_cast<pw_stream_flags>(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS |
-                                     PW_STREAM_FLAG_RT_PROCESS | PW_STREAM_FLAG_INACTIVE);
+    constexpr auto flags = std::bit_cast<pw_stream_flags>(
+        std::uint32_t{PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS |
+                      PW_STREAM_FLAG_RT_PROCESS | PW_STREAM_FLAG_INACTIVE});
     return pw_stream_connect(stream_.get(), PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, &formats, 1) >=
            0;
 }
