@@ -1,16 +1,15 @@
 #include "VornicCore/dsp/Peak.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace vornic::DSP {
 
 float peak(const std::vector<float>& samples) noexcept {
     float result = 0.0F;
+    // std::max keeps its first argument when the second is no number.
     for (const float x : samples) {
-        const float magnitude = std::abs(x);
-        if (magnitude > result) {
-            result = magnitude;
-        }
+        result = std::max(result, std::abs(x));
     }
     return result;
 }
