@@ -3,6 +3,7 @@
 #include "VornicCore/keys/CaseNames.h"
 
 #include <array>
+#include <cstdint>
 #include <map>
 #include <string_view>
 
@@ -12,7 +13,7 @@ namespace vornic {
 /// as it was: its gains may lie outside the range, and bands may be missing.
 struct Equalizer {
     /// In the order of the filter cascade and of every list.
-    enum class Band { bass, body, clack, click, air };
+    enum class Band : std::uint8_t { bass, body, clack, click, air };
 
     /// The permitted gains, in dB.
     struct Range {

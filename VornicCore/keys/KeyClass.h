@@ -6,7 +6,7 @@
 namespace vornic {
 
 /// The sound class that a key plays as: each has a pool of recordings of its own.
-enum class KeyClass { regular, space, enter, backspace, modifier };
+enum class KeyClass : std::uint8_t { regular, space, enter, backspace, modifier };
 
 /// Every class, in order.
 inline constexpr std::array<KeyClass, 5> allKeyClasses{

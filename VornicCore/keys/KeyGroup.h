@@ -8,7 +8,16 @@
 namespace vornic {
 
 /// A group of keys, as the user sees them, to which a board can give one assignment.
-enum class KeyGroup { alphas, numbers, modifiers, space, enter, backspace, arrows, function };
+enum class KeyGroup : std::uint8_t {
+    alphas,
+    numbers,
+    modifiers,
+    space,
+    enter,
+    backspace,
+    arrows,
+    function
+};
 
 template <>
 struct CaseNames<KeyGroup> {

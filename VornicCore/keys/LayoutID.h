@@ -3,11 +3,12 @@
 #include "VornicCore/keys/CaseNames.h"
 
 #include <array>
+#include <cstdint>
 
 namespace vornic {
 
 /// The physical keyboards that can be drawn.
-enum class LayoutID { macANSI, macISO, sixty, sixtyFive, seventyFive, tkl, full };
+enum class LayoutID : std::uint8_t { macANSI, macISO, sixty, sixtyFive, seventyFive, tkl, full };
 
 template <>
 struct CaseNames<LayoutID> {

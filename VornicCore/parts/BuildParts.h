@@ -3,16 +3,17 @@
 #include "VornicCore/keys/CaseNames.h"
 
 #include <array>
+#include <cstdint>
 #include <set>
 
 namespace vornic {
 
-enum class CaseMaterial { plastic, aluminium, wood, acrylic };
-enum class Plate { polycarbonate, fr4, pom, aluminium, brass, carbon, none };
-enum class Mount { gasket, top, tray, leafSpring };
-enum class Foam { caseFoam, peFoam, tapeMod, plateFoam, switchPads };
-enum class KeycapMaterial { pbt, abs };
-enum class KeycapProfile { cherry, oem, sa, xda, lowProfile };
+enum class CaseMaterial : std::uint8_t { plastic, aluminium, wood, acrylic };
+enum class Plate : std::uint8_t { polycarbonate, fr4, pom, aluminium, brass, carbon, none };
+enum class Mount : std::uint8_t { gasket, top, tray, leafSpring };
+enum class Foam : std::uint8_t { caseFoam, peFoam, tapeMod, plateFoam, switchPads };
+enum class KeycapMaterial : std::uint8_t { pbt, abs };
+enum class KeycapProfile : std::uint8_t { cherry, oem, sa, xda, lowProfile };
 
 template <>
 struct CaseNames<CaseMaterial> {

@@ -3,10 +3,11 @@
 #include "VornicCore/keys/CaseNames.h"
 
 #include <array>
+#include <cstdint>
 
 namespace vornic {
 
-enum class StabTuning { stock, lubed, tuned };
+enum class StabTuning : std::uint8_t { stock, lubed, tuned };
 
 template <>
 struct CaseNames<StabTuning> {

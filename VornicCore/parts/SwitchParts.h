@@ -3,14 +3,15 @@
 #include "VornicCore/keys/CaseNames.h"
 
 #include <array>
+#include <cstdint>
 
 namespace vornic {
 
-enum class SwitchType { linear, tactile, clicky, topre, silent };
-enum class Housing { nylon, polycarbonate, pom, uhmwpe };
-enum class Lube { none, light, thick };
+enum class SwitchType : std::uint8_t { linear, tactile, clicky, topre, silent };
+enum class Housing : std::uint8_t { nylon, polycarbonate, pom, uhmwpe };
+enum class Lube : std::uint8_t { none, light, thick };
 /// `long_` is written "long", which C++ keeps for itself.
-enum class Spring { standard, long_ };
+enum class Spring : std::uint8_t { standard, long_ };
 
 template <>
 struct CaseNames<SwitchType> {
