@@ -33,34 +33,11 @@ struct CaseNames<KeyGroup> {
     };
 };
 
-/// The key codes of the group `function`: Escape, F1 to F15 and the navigation keys but forward
-/// delete.
-inline constexpr std::array<std::int64_t, 21> functionCodes{
-    // Escape and F1 to F12.
-    53,
-    122,
-    120,
-    99,
-    118,
-    96,
-    97,
-    98,
-    100,
-    101,
-    109,
-    103,
-    111,
-    // F13 to F15.
-    105,
-    107,
-    113,
-    // Help, home, page up, end, page down.
-    114,
-    115,
-    116,
-    119,
-    121,
-};
+/// The key codes of the group `function`: Escape, F1 to F15, help, home, page up, end, page down
+/// (not forward delete).
+inline constexpr std::array<std::int64_t, 21> functionCodes{53,  122, 120, 99,  118, 96,  97,
+                                                            98,  100, 101, 109, 103, 111, 105,
+                                                            107, 113, 114, 115, 116, 119, 121};
 
 /// The group of a virtual key code; a code that nobody knows belongs to `alphas`. Tab belongs to
 /// `modifiers` on purpose, though it sounds like a regular key. Any thread, without allocation.

@@ -10,7 +10,7 @@ namespace {
 // The shortest text that reads back as the same double, with ".0" where it would be a whole number.
 std::string decimal(double value) {
     std::array<char, 32> text{};
-    const char* const end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    char* const end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
     std::string result(text.data(), end);
     if (result.find_first_not_of("-0123456789") == std::string::npos) {
         result += ".0";
