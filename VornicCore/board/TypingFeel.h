@@ -1,0 +1,15 @@
+#pragma once
+
+namespace vornic {
+
+/// How typing shapes the strokes.
+struct TypingFeel {
+    /// How strongly the pace does; 0 not at all, 1 fully.
+    double speedSensitivity = 0.6;
+    /// The amount of random spread between strokes.
+    double variation = 0.5;
+
+    bool operator==(const TypingFeel&) const = default;
+};
+
+} // namespace vornic
