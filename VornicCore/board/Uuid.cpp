@@ -1,8 +1,11 @@
 #include "VornicCore/board/Uuid.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <charconv>
 #include <cstddef>
-#include <random>
+#include <system_error>
 
 namespace vornic {
 
@@ -17,10 +20,9 @@ bool dashStandsAt(std::size_t position) {
 } // namespace
 
 Uuid Uuid::random() {
-    std::random_device source;
     Uuid fresh;
-    for (std::uint8_t& byte : fresh.bytes_) {
-        byte = static_cast<std::uint8_t>(source() & 0xFFU);
+    if (getentropy(fresh.bytes_.data(), fresh.bytes_.size()) != 0) {
+        throw std::system_error(errno, std::generic_category(), "no random numbers for an id");
     }
     // Version 4, variant 1, as RFC 9562 has them.
     fresh.bytes_[6] = static_cast<std::uint8_t>((fresh.bytes_[6] & 0x0FU) | 0x40U);
