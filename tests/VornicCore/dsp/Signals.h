@@ -54,8 +54,8 @@ inline Buffer stroke(std::size_t count = 9600) {
 inline std::complex<double> fourier(const Buffer& samples, double hz) {
     std::complex<double> sum = 0.0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        sum += std::polar(static_cast<double>(samples[i]),
-                          -2.0 * std::numbers::pi * hz * static_cast<double>(i) / 48000.0);
+        sum += static_cast<double>(samples[i]) *
+               std::polar(1.0, -2.0 * std::numbers::pi * hz * static_cast<double>(i) / 48000.0);
     }
     return sum;
 }

@@ -77,8 +77,8 @@ double distortion(const Sound& sound, std::size_t from, std::size_t count, doubl
     std::complex<double> sum = 0.0;
     double all = 0.0;
     for (std::size_t i = from; i < from + count; ++i) {
-        sum += std::polar(static_cast<double>(sound[i]),
-                          -2.0 * std::numbers::pi * hz * static_cast<double>(i) / 48000.0);
+        sum += static_cast<double>(sound[i]) *
+               std::polar(1.0, -2.0 * std::numbers::pi * hz * static_cast<double>(i) / 48000.0);
         all += static_cast<double>(sound[i]) * static_cast<double>(sound[i]);
     }
     const double fundamental = 2.0 * std::norm(sum) / static_cast<double>(count);
