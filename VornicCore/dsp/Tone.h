@@ -1,0 +1,14 @@
+#pragma once
+
+#include "VornicCore/dsp/Equalizer.h"
+
+#include <vector>
+
+namespace vornic::DSP {
+
+/// Runs `samples` in place through a high-pass (if `highPassHz` is above 15), a section per
+/// equaliser band whose gain is not 0, in the order of the bands, and a low-pass (if `lowPassHz` is
+/// below 19000). Without any of them nothing changes, to the bit.
+void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz);
+
+} // namespace vornic::DSP
