@@ -7,7 +7,6 @@ namespace vornic {
 namespace {
 
 constexpr std::uint64_t plausibleNanos = 1'000'000'000;
-constexpr std::uint64_t nanosPerMilli = 1'000'000;
 
 bool plausible(std::uint64_t time, std::uint64_t now) {
     return now >= time && now - time < plausibleNanos;
@@ -43,18 +42,6 @@ std::uint64_t EventTime::fromTicks(std::uint64_t stamp) const {
                 !__builtin_add_overflow(product, fraction, &sum),
             "a key event's time overflows");
     return sum;
-}
-
-std::uint64_t nanosOfWrappedMillis(std::uint32_t millis, std::uint64_t nowNanos) {
-    const auto nowMillis = static_cast<std::uint32_t>(nowNanos / nanosPerMilli);
-    const std::uint32_t age = nowMillis - millis;
-    // An event of this very millisecond, or one that the server's clock puts just ahead.
-    const auto ahead = static_cast<std::int32_t>(age) < 0;
-    if (ahead) {
-        return nowNanos + std::uint64_t{millis - nowMillis} * nanosPerMilli;
-    }
-    const std::uint64_t back = std::uint64_t{age} * nanosPerMilli;
-    return back < nowNanos ? nowNanos - back : 0;
 }
 
 } // namespace vornic

@@ -32,9 +32,4 @@ class EventTime {
     std::optional<bool> stampIsTicks_;
 };
 
-/// The stamp in nanoseconds for a 32-bit millisecond time of the clock that shows `nowNanos`, which
-/// wraps every 49.7 days. True to a millisecond either way, and never later than now unless the time
-/// itself is.
-std::uint64_t nanosOfWrappedMillis(std::uint32_t millis, std::uint64_t nowNanos);
-
 } // namespace vornic

@@ -8,18 +8,25 @@ constexpr std::int64_t capsLock = 57;
 
 } // namespace
 
-std::optional<AcceptedKey> KeyFilter::accept(std::int64_t keyCode, bool down) {
-    if (down) {
-        if (!down_.insert(keyCode).second) {
-            return std::nullopt;
-        }
-        return AcceptedKey{keyCode, true};
+bool KeyFilter::accepts(NativeKey key, std::int64_t keyCode, bool down) {
+    return down ? acceptsPress(key) : acceptsRelease(key) && keyCode != capsLock;
+}
+
+bool KeyFilter::acceptsPress(NativeKey key) {
+    const bool repeat = heldBefore_.contains(key.code) || down_.contains(key);
+    if (!repeat) {
+        down_.insert(key);
     }
-    down_.erase(keyCode);
-    if (keyCode == capsLock) {
-        return std::nullopt;
-    }
-    return AcceptedKey{keyCode, false};
+    return !repeat;
+}
+
+bool KeyFilter::acceptsRelease(NativeKey key) {
+    return down_.erase(key) > 0 || heldBefore_.erase(key.code) > 0;
+}
+
+void KeyFilter::reset() {
+    down_.clear();
+    heldBefore_.clear();
 }
 
 } // namespace vornic

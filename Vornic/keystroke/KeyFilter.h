@@ -1,33 +1,42 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
-#include <optional>
 #include <set>
 
 namespace vornic {
 
-/// A key event as the driver wants it.
-struct AcceptedKey {
-    std::int64_t keyCode;
-    bool down;
+/// One key of one keyboard, in the system's own numbers.
+struct NativeKey {
+    /// Tells keyboards apart, so that the same key may be down on two of them.
+    std::uint32_t keyboard = 0;
+    std::uint32_t code = 0;
 
-    bool operator==(const AcceptedKey&) const = default;
+    auto operator<=>(const NativeKey&) const = default;
 };
 
-/// Decides which events of a key reach the driver: repeats do not, and Caps Lock counts once per
-/// press and not on its release. Key thread.
+/// Decides which events of a key are heard: repeats are not, and Caps Lock counts once per press
+/// and not on its release. Key thread.
 class KeyFilter {
   public:
-    /// Takes in one event of the key with the virtual code `keyCode`; nothing when it is dropped.
-    /// The release of a key that was held before the filter saw anything passes, so that it is
-    /// heard like any other.
-    std::optional<AcceptedKey> accept(std::int64_t keyCode, bool down);
+    /// Says that a key with the native code `code` was down before listening began, on whatever
+    /// keyboard: its repeats are dropped and its release is heard.
+    void heldBefore(std::uint32_t code) { heldBefore_.insert(code); }
+
+    /// Takes in one event of `key`, whose virtual key code is `keyCode`; false when it is to be
+    /// dropped. A release is heard only of a key that is down: some programs that simulate keys
+    /// release one twice.
+    bool accepts(NativeKey key, std::int64_t keyCode, bool down);
 
     /// Forgets which keys are down, after a time in which events were missed.
-    void reset() { down_.clear(); }
+    void reset();
 
   private:
-    std::set<std::int64_t> down_;
+    bool acceptsPress(NativeKey key);
+    bool acceptsRelease(NativeKey key);
+
+    std::set<NativeKey> down_;
+    std::set<std::uint32_t> heldBefore_;
 };
 
 } // namespace vornic

@@ -1,9 +1,14 @@
 #include "Vornic/keystroke/KeyThread.h"
 
+#include "VornicCore/realtime/Fatal.h"
+
 #include <fcntl.h>
 #include <poll.h>
+#include <pthread.h>
+#include <sched.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <system_error>
@@ -13,9 +18,23 @@ namespace vornic {
 
 namespace {
 
-void makeNonBlocking(int descriptor) {
-    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+void prepare(int descriptor) {
+    ::fcntl(descriptor, F_SETFL, O_NONBLOCK);
     ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+/// A key waits for nobody who computes. The lowest real-time priority is above all ordinary threads
+/// and below those that play sound.
+void raisePriority() {
+    sched_param parameters{};
+    parameters.sched_priority = sched_get_priority_min(SCHED_RR);
+    int policy = SCHED_RR;
+#ifdef SCHED_RESET_ON_FORK
+    // Threads that libraries start from here stay ordinary ones.
+    policy |= SCHED_RESET_ON_FORK;
+#endif
+    // Refused to most users on most systems, and the thread does its work all the same.
+    pthread_setschedparam(pthread_self(), policy, &parameters);
 }
 
 } // namespace
@@ -27,8 +46,8 @@ KeyThread::KeyThread() {
     }
     wakeRead_ = ends[0];
     wakeWrite_ = ends[1];
-    makeNonBlocking(wakeRead_);
-    makeNonBlocking(wakeWrite_);
+    prepare(wakeRead_);
+    prepare(wakeWrite_);
     thread_ = std::thread([this] { run(); });
 }
 
@@ -47,17 +66,53 @@ void KeyThread::post(std::function<void()> work) {
         posted_.push_back(std::move(work));
     }
     if (wake) {
-        // A full pipe wakes as well as one more byte would.
-        [[maybe_unused]] const auto written = ::write(wakeWrite_, "", 1);
+        // One byte for each time that the list fills: the pipe cannot overflow.
+        const char byte = 0;
+        while (::write(wakeWrite_, &byte, 1) < 0 && errno == EINTR) {
+        }
     }
 }
 
-void KeyThread::watch(int descriptor, std::function<void()> onReadable) {
-    watched_[descriptor] = std::move(onReadable);
+void KeyThread::watch(EventSource& source) {
+    if (std::ranges::find(sources_, &source) == sources_.end()) {
+        sources_.push_back(&source);
+        source.dispatch();
+    }
 }
 
-void KeyThread::unwatch(int descriptor) {
-    watched_.erase(descriptor);
+void KeyThread::unwatch(EventSource& source) {
+    std::erase(sources_, &source);
+}
+
+void KeyThread::run() {
+    raisePriority();
+    while (!stopping_) {
+        waitAndDispatch();
+    }
+}
+
+void KeyThread::waitAndDispatch() {
+    // A copy, since sources may be watched and unwatched by what is dispatched.
+    const std::vector<EventSource*> sources = sources_;
+    std::vector<pollfd> waits{{.fd = wakeRead_, .events = POLLIN, .revents = 0}};
+    for (const EventSource* const source : sources) {
+        // Descriptors below zero are ignored, as poll says.
+        waits.push_back({.fd = source->fileDescriptor(), .events = POLLIN, .revents = 0});
+    }
+    if (::poll(waits.data(), waits.size(), -1) < 0) {
+        require(errno == EINTR || errno == EAGAIN, "the key thread cannot wait");
+        return;
+    }
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        const bool watched = std::ranges::find(sources_, sources[index]) != sources_.end();
+        if (waits[index + 1].revents != 0 && watched) {
+            sources[index]->dispatch();
+        }
+    }
+    // Keys first: posted work can wait.
+    if (waits.front().revents != 0) {
+        runPosted();
+    }
 }
 
 void KeyThread::runPosted() {
@@ -71,34 +126,6 @@ void KeyThread::runPosted() {
     }
     for (const auto& item : work) {
         item();
-    }
-}
-
-void KeyThread::run() {
-    std::vector<pollfd> waits;
-    while (!stopping_) {
-        waits.assign(1, {wakeRead_, POLLIN, 0});
-        for (const auto& [descriptor, onReadable] : watched_) {
-            waits.push_back({descriptor, POLLIN, 0});
-        }
-        if (::poll(waits.data(), waits.size(), -1) < 0) {
-            continue; // interrupted
-        }
-        // Keys before anything else: posted work can wait, a key cannot.
-        for (std::size_t index = 1; index < waits.size(); ++index) {
-            if (waits[index].revents == 0) {
-                continue;
-            }
-            // An earlier one may have unwatched it; and a copy, since it may unwatch itself.
-            const auto found = watched_.find(waits[index].fd);
-            if (found != watched_.end()) {
-                const auto onReadable = found->second;
-                onReadable();
-            }
-        }
-        if (waits[0].revents != 0) {
-            runPosted();
-        }
     }
 }
 

@@ -1,17 +1,36 @@
 #include "Vornic/platform/KeySource.h"
 
+#include <cstdlib>
+
 namespace vornic {
+
+namespace {
+
+std::string variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+} // namespace
+
+SessionEnvironment sessionEnvironment() {
+    return {.x11Display = variable("DISPLAY"),
+            .waylandDisplay = variable("WAYLAND_DISPLAY"),
+            .sessionType = variable("XDG_SESSION_TYPE")};
+}
 
 KeySource chooseKeySource(const SessionEnvironment& session) {
     if (!session.waylandDisplay.empty() || session.sessionType == "wayland") {
-        return {KeySourceKind::none, "Vornic cannot hear the keys of a Wayland session yet: log in "
-                                     "to an X11 session to use it."};
+        return {.kind = KeySourceKind::none,
+                .problem = "Vornic cannot hear the keys of a Wayland session yet: log in "
+                           "to an X11 session to use it."};
     }
     if (session.x11Display.empty()) {
-        return {KeySourceKind::none, "There is no display to hear keys from: start Vornic inside "
-                                     "an X11 session."};
+        return {.kind = KeySourceKind::none,
+                .problem = "There is no display to hear keys from: start Vornic inside "
+                           "an X11 session."};
     }
-    return {KeySourceKind::x11, {}};
+    return {.kind = KeySourceKind::x11, .problem = {}};
 }
 
 } // namespace vornic

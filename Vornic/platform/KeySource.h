@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace vornic {
@@ -14,8 +15,11 @@ struct SessionEnvironment {
     std::string sessionType;
 };
 
+/// This process's own. Call before threads that change the environment.
+SessionEnvironment sessionEnvironment();
+
 /// Where keys can be heard.
-enum class KeySourceKind { none, x11 };
+enum class KeySourceKind : std::uint8_t { none, x11 };
 
 struct KeySource {
     KeySourceKind kind = KeySourceKind::none;

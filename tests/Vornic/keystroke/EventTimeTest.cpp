@@ -77,33 +77,22 @@ TEST(EventTime, convertsTicksWithoutLosingAny) {
     EXPECT_EQ(time.nanos(ticks), exact);
 }
 
+TEST(EventTime, aPlausibleFirstStampIsNotEvenConverted) {
+    ManualClock clock;
+    EventTime time(clock, {1, 0});
+    EXPECT_EQ(time.nanos(clock.nanos() - 1), clock.nanos() - 1);
+}
+
 TEST(EventTimeDeathTest, anOverflowIsFatal) {
     ManualClock clock;
     EXPECT_DEATH(EventTime(clock, {4'000'000'000u, 1}).nanos(~std::uint64_t{0}), "overflows");
+    // Three times the quotient is the largest number there is, and the remainder adds one.
+    EXPECT_DEATH(EventTime(clock, {3, 2}).nanos(12'297'829'382'473'034'411u), "overflows");
 }
 
 TEST(EventTimeDeathTest, aTimebaseThatDividesByZeroIsFatal) {
     ManualClock clock;
     EXPECT_DEATH(EventTime(clock, {1, 0}).nanos(1), "divides by zero");
-}
-
-TEST(NanosOfWrappedMillis, goesBackByTheAge) {
-    EXPECT_EQ(nanosOfWrappedMillis(4990, 5'000'700'000), 4'990'700'000u);
-    EXPECT_EQ(nanosOfWrappedMillis(5000, 5'000'700'000), 5'000'700'000u);
-}
-
-TEST(NanosOfWrappedMillis, survivesTheWrapAfterFortyNineDays) {
-    const std::uint64_t wrap = (std::uint64_t{1} << 32u) * 1'000'000;
-    EXPECT_EQ(nanosOfWrappedMillis(0xFFFF'FFFEu, wrap + 3'000'000), wrap - 2'000'000);
-}
-
-TEST(NanosOfWrappedMillis, aTimeAheadStaysAhead) {
-    EXPECT_EQ(nanosOfWrappedMillis(5001, 5'000'700'000), 5'001'700'000u);
-}
-
-TEST(NanosOfWrappedMillis, neverGoesBehindTheStartOfTheClock) {
-    EXPECT_EQ(nanosOfWrappedMillis(0, 0), 0u);
-    EXPECT_EQ(nanosOfWrappedMillis(0xFFFF'FF00u, 5'000'000), 0u);
 }
 
 } // namespace

@@ -3,16 +3,22 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace vornic {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 
 TEST(KeySource, anX11SessionIsHeardThroughX11) {
-    const KeySource source = chooseKeySource({":0", "", "x11"});
-    EXPECT_EQ(source.kind, KeySourceKind::x11);
-    EXPECT_TRUE(source.problem.empty());
-    EXPECT_EQ(chooseKeySource({":0", "", ""}).kind, KeySourceKind::x11);
+    for (const SessionEnvironment& session :
+         {SessionEnvironment{":0", "", "x11"}, SessionEnvironment{":0", "", ""},
+          SessionEnvironment{":1", "", "tty"}}) {
+        const KeySource source = chooseKeySource(session);
+        EXPECT_EQ(source.kind, KeySourceKind::x11);
+        EXPECT_TRUE(source.problem.empty());
+    }
 }
 
 TEST(KeySource, aWaylandSessionIsNeverHeardThroughXWayland) {
@@ -22,6 +28,7 @@ TEST(KeySource, aWaylandSessionIsNeverHeardThroughXWayland) {
         const KeySource source = chooseKeySource(session);
         EXPECT_EQ(source.kind, KeySourceKind::none);
         EXPECT_THAT(source.problem, HasSubstr("Wayland"));
+        EXPECT_THAT(source.problem, EndsWith("."));
     }
 }
 
@@ -29,6 +36,17 @@ TEST(KeySource, withoutADisplayItSaysWhatToDo) {
     const KeySource source = chooseKeySource({});
     EXPECT_EQ(source.kind, KeySourceKind::none);
     EXPECT_THAT(source.problem, HasSubstr("start Vornic inside an X11 session"));
+}
+
+TEST(KeySource, readsTheEnvironment) {
+    // Each test is a process of its own, so nobody else sees this.
+    ::setenv("DISPLAY", ":7", 1);
+    ::setenv("WAYLAND_DISPLAY", "wayland-3", 1);
+    ::unsetenv("XDG_SESSION_TYPE");
+    const SessionEnvironment session = sessionEnvironment();
+    EXPECT_EQ(session.x11Display, ":7");
+    EXPECT_EQ(session.waylandDisplay, "wayland-3");
+    EXPECT_EQ(session.sessionType, "");
 }
 
 } // namespace

@@ -3,16 +3,11 @@
 #include <xcb/xcb.h>
 
 #include <cstdlib>
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace vornic {
-
-struct DisconnectX11 {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-
-/// A connection to the X server of $DISPLAY, closed at the end of its life.
-using X11Connection = std::unique_ptr<xcb_connection_t, DisconnectX11>;
 
 struct FreeX11 {
     void operator()(void* memory) const { std::free(memory); }
@@ -22,15 +17,38 @@ struct FreeX11 {
 template <typename Type>
 using X11Owned = std::unique_ptr<Type, FreeX11>;
 
-/// Connects to the X server of $DISPLAY; null when there is none.
-inline X11Connection connectToX11() {
-    X11Connection connection(xcb_connect(nullptr, nullptr));
-    return xcb_connection_has_error(connection.get()) == 0 ? std::move(connection) : nullptr;
-}
+/// A connection to an X server. One thread.
+class X11Connection {
+  public:
+    /// Connects to `display`, or to $DISPLAY if that is empty.
+    explicit X11Connection(const std::string& display);
+    ~X11Connection();
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
 
-/// The root window of the first screen.
-inline xcb_window_t rootWindow(xcb_connection_t* connection) {
-    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-}
+    /// False when the server was not reached, has gone, or has ended the connection.
+    bool alive() const { return xcb_connection_has_error(connection_) == 0; }
+
+    /// The root window of the first screen. Needs a connection that was alive once.
+    xcb_window_t root() const {
+        return xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+    }
+
+    int fileDescriptor() const { return xcb_get_file_descriptor(connection_); }
+
+    /// Waits until the server has answered a request without a reply; true when it agreed.
+    bool succeeded(xcb_void_cookie_t request) const;
+
+    /// Hands over every event that has arrived. Has to be called after requests with an answer too,
+    /// not only when the descriptor is readable: events that came in with the answer wait in
+    /// memory.
+    void forEachEvent(const std::function<void(const xcb_generic_event_t&)>& handle);
+
+    /// For the functions of xcb.
+    xcb_connection_t* get() const { return connection_; }
+
+  private:
+    xcb_connection_t* connection_;
+};
 
 } // namespace vornic

@@ -1,47 +1,42 @@
 #pragma once
 
 #include "Vornic/platform/HotKey.h"
+#include "Vornic/platform/linux/x11/HotKeyMapping.h"
 #include "Vornic/platform/linux/x11/X11Connection.h"
 
-#include <cstdint>
+#include <memory>
 #include <optional>
+#include <string>
 
 namespace vornic {
 
 /// Alt+Super+K by grabs on the root window, one for each state of Caps Lock and Num Lock, on a
-/// connection of its own.
+/// connection of its own. It follows changes of the keyboard mapping.
 class X11HotKey final : public HotKey {
   public:
-    /// Grabs at once; the events that come in meanwhile wait for the first `dispatch`, which the
-    /// owner therefore calls once before it waits.
-    X11HotKey();
+    /// Grabs at once, on `display` or on $DISPLAY if that is empty.
+    explicit X11HotKey(const std::string& display = {});
+
+    /// The combination is free for others, such as the next Vornic, when this returns.
+    ~X11HotKey() override;
+    X11HotKey(const X11HotKey&) = delete;
+    X11HotKey& operator=(const X11HotKey&) = delete;
 
     bool registered() const override { return registered_; }
     int fileDescriptor() const override;
     void dispatch() override;
 
   private:
-    /// Modifier bits of the core protocol.
-    struct Modifiers {
-        std::uint16_t alt = 0;
-        std::uint16_t super = 0;
-        std::uint16_t numLock = 0;
-        bool operator==(const Modifiers&) const = default;
-    };
-
-    void lookUpKeys();
     void grab();
     void ungrab();
-    void followMapping();
-    std::optional<xcb_keycode_t> keycodeOf(xcb_keysym_t symbol) const;
-    Modifiers modifiers() const;
     void handle(const xcb_generic_event_t& event);
+    void followMapping();
 
-    X11Connection connection_;
-    std::optional<xcb_keycode_t> key_;
-    Modifiers modifiers_;
+    std::unique_ptr<X11Connection> connection_;
+    std::optional<HotKeyMapping> mapping_;
     bool registered_ = false;
-    std::optional<xcb_timestamp_t> released_; // when K went up last
+    bool mappingChanged_ = false;
+    std::optional<xcb_timestamp_t> lastRelease_; // of the grabbed key, in the server's time
 };
 
 } // namespace vornic

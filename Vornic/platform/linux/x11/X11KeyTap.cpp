@@ -5,57 +5,57 @@
 #include <xcb/xinput.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace vornic {
 
 namespace {
 
-/// X key codes are the kernel's plus eight, a gap the protocol has kept.
-constexpr std::uint32_t x11KeyCodeOffset = 8;
+/// X keycodes are the kernel's plus eight, a gap that the protocol's first keyboards left.
+constexpr std::uint32_t keycodeOffset = 8;
 
-/// From version 2.1 on, raw events arrive while somebody else grabs the keyboard.
-bool hasRawEvents(xcb_connection_t* connection) {
+/// From version 2.1 on, raw events come also while somebody else grabs the keyboard.
+bool hasRawEvents(const X11Connection& connection) {
     const X11Owned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection, xcb_input_xi_query_version(connection, 2, 1), nullptr));
-    return version && (version->major_version > 2 ||
-                       (version->major_version == 2 && version->minor_version >= 1));
+        connection.get(), xcb_input_xi_query_version(connection.get(), 2, 1), nullptr));
+    return version &&
+           std::pair<int, int>(version->major_version, version->minor_version) >= std::pair(2, 1);
 }
 
-bool selectRawKeys(xcb_connection_t* connection) {
-    struct {
+/// Nothing else may be selected in the same request: the server refuses hierarchy events for the
+/// master devices, and the whole mask with them.
+bool selectRawKeys(const X11Connection& connection) {
+    const struct {
         xcb_input_event_mask_t head;
         std::uint32_t mask;
-    } const selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
-                      XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
-                          XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE};
-    // Checked, since a refused selection would otherwise look like a silent keyboard.
-    const X11Owned<xcb_generic_error_t> error(
-        xcb_request_check(connection, xcb_input_xi_select_events_checked(
-                                          connection, rootWindow(connection), 1, &selection.head)));
-    return !error;
+    } selection{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
+                .mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                        XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE};
+    return connection.succeeded(xcb_input_xi_select_events_checked(
+        connection.get(), connection.root(), 1, &selection.head));
 }
 
 } // namespace
 
-X11KeyTap::X11KeyTap(const Clock& clock) : clock_(clock), eventTime_(clock, Timebase{1, 1}) {}
+X11KeyTap::X11KeyTap(const Clock& clock, std::string display)
+    : serverTime_(clock), display_(std::move(display)) {}
 
 bool X11KeyTap::start() {
     if (connection_) {
         return true;
     }
-    X11Connection connection = connectToX11();
-    if (!connection) {
+    auto connection = std::make_unique<X11Connection>(display_);
+    if (!connection->alive()) {
         return false;
     }
-    const auto* const extension = xcb_get_extension_data(connection.get(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0 || !hasRawEvents(connection.get()) ||
-        !selectRawKeys(connection.get())) {
+    const auto* const extension = xcb_get_extension_data(connection->get(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0 || !hasRawEvents(*connection) ||
+        !selectRawKeys(*connection)) {
         return false;
     }
     inputOpcode_ = extension->major_opcode;
-    filter_.reset();
     connection_ = std::move(connection);
-    // Events may have come in beside the replies; no readable descriptor would tell of them.
+    noteHeldKeys();
     dispatch();
     return connection_ != nullptr;
 }
@@ -64,51 +64,63 @@ void X11KeyTap::stop() {
     connection_.reset();
 }
 
+void X11KeyTap::noteHeldKeys() {
+    filter_.reset();
+    const X11Owned<xcb_query_keymap_reply_t> keymap(
+        xcb_query_keymap_reply(connection_->get(), xcb_query_keymap(connection_->get()), nullptr));
+    if (!keymap) {
+        return;
+    }
+    for (std::uint32_t keycode = keycodeOffset; keycode < 256; ++keycode) {
+        if ((keymap->keys[keycode / 8] >> (keycode % 8) & 1) != 0) {
+            filter_.heldBefore(keycode - keycodeOffset);
+        }
+    }
+}
+
 TapState X11KeyTap::refresh() {
     return start() ? TapState::listening : TapState::needsRelaunch;
 }
 
 int X11KeyTap::fileDescriptor() const {
-    return connection_ ? xcb_get_file_descriptor(connection_.get()) : -1;
+    return connection_ ? connection_->fileDescriptor() : -1;
 }
 
 void X11KeyTap::dispatch() {
-    while (connection_) {
-        const X11Owned<xcb_generic_event_t> event(xcb_poll_for_event(connection_.get()));
-        if (!event) {
-            break;
-        }
-        handle(*event);
+    if (!connection_) {
+        return;
     }
-    if (connection_ && xcb_connection_has_error(connection_.get()) != 0) {
+    connection_->forEachEvent([this](const xcb_generic_event_t& event) { handle(event); });
+    if (!connection_->alive()) {
         stop();
     }
 }
 
 void X11KeyTap::handle(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7Fu) != XCB_GE_GENERIC) {
+    if (event.response_type != XCB_GE_GENERIC) {
         return;
     }
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (generic.extension != inputOpcode_ || (generic.event_type != XCB_INPUT_RAW_KEY_PRESS &&
-                                              generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)) {
+    const bool down = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
+    if (generic.extension != inputOpcode_ ||
+        (!down && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)) {
         return;
     }
     const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
-    if (raw.detail < x11KeyCodeOffset) {
+    if (raw.detail < keycodeOffset) {
         return;
     }
-    const bool down = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
-    const auto key = filter_.accept(virtualKeyCode(raw.detail - x11KeyCodeOffset), down);
-    if (key) {
-        onKey(key->keyCode, key->down,
-              eventTime_.nanos(nanosOfWrappedMillis(raw.time, clock_.nanos())));
+    const NativeKey key{.keyboard = raw.sourceid, .code = raw.detail - keycodeOffset};
+    const std::int64_t keyCode = virtualKeyCode(key.code);
+    if (filter_.accepts(key, keyCode, down)) {
+        onKey(keyCode, down, serverTime_.nanos(raw.time));
     }
 }
 
 std::string X11KeyTap::description() const {
-    const char* const display = std::getenv("DISPLAY");
-    return "X11 display " + std::string(display != nullptr ? display : "");
+    const char* const variable = std::getenv("DISPLAY");
+    const std::string display = display_.empty() && variable != nullptr ? variable : display_;
+    return "X11 raw keys of " + display;
 }
 
 } // namespace vornic
