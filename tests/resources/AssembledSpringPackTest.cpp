@@ -1,6 +1,9 @@
 // The pack as the build made it from the installed recordings.
 
+#include "Vornic/library/SampleLibrary.h"
+#include "VornicCore/recordings/BuiltInBoards.h"
 #include "VornicCore/recordings/LoadAudio.h"
+#include "VornicCore/recordings/RecordedBank.h"
 #include "VornicCore/recordings/SoundPack.h"
 #include "tests/support/Required.h"
 
@@ -78,6 +81,28 @@ TEST(AssembledSpringPack, isAtMostTwelveMegabytes) {
         bytes += fs::file_size(file);
     }
     EXPECT_LE(bytes, 12'000'000U);
+}
+
+TEST(AssembledSpringPack, fillsEveryPoolOfItsBoard) {
+    const std::vector packs{springPack()};
+    const SampleLibrary library(packs);
+    const std::vector<Board> boards = BuiltInBoards::make(packs);
+    ASSERT_EQ(boards.size(), 1U);
+    const VoiceBank bank =
+        recordedBank(boards.front(), [&](const std::string& id) { return library.samples(id); });
+    for (const SoundSpec& sound : boards.front().sounds) {
+        const std::size_t presses = sound.press.layers.front().samples.size();
+        EXPECT_GE(presses, 1U) << sound.id;
+        for (const bool stabilised : {false, true}) {
+            for (const Velocity velocity : allVelocities) {
+                EXPECT_EQ(bank.pool(VoiceBank::key(sound.id, stabilised, velocity)).size(), presses)
+                    << sound.id;
+            }
+        }
+        EXPECT_EQ(bank.pool(VoiceBank::releaseKey(sound.id)).size(),
+                  packs.front().releaseFiles.size())
+            << sound.id;
+    }
 }
 
 } // namespace
