@@ -1,10 +1,10 @@
 #include "VornicCore/board/Board.h"
 
-#include <limits>
+#include "VornicCore/board/StageSpec.h"
 
 #include <gtest/gtest.h>
 
-#include "VornicCore/board/StageSpec.h"
+#include <limits>
 
 namespace vornic {
 namespace {

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <cstddef>
+#include <string_view>
+
+namespace vornic {
+
+/// What a document may cost. Ours are far below: a board nests seven deep.
+struct JsonLimits {
+    /// Objects and arrays within each other.
+    std::size_t depth = 64;
+    /// Values of any kind; it bounds the memory, some hundred bytes for each value besides the
+    /// text.
+    std::size_t values = 1'000'000;
+};
+
+/// Reads a document: RFC 8259 to the letter, in UTF-8 without a byte order mark. Throws DecodeError
+/// for anything else, for a member that occurs twice and for a document beyond the limits.
+nlohmann::json parseJson(std::string_view text, const JsonLimits& limits = {});
+
+} // namespace vornic

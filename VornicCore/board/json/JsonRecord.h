@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+#include <tuple>
+
+namespace vornic {
+
+/// A member of an object in a document and the field of the record that it stands for.
+template <typename Record, typename Value>
+struct JsonMember {
+    std::string_view name;
+    Value Record::* field;
+};
+
+/// The members of a record, each required unless its field is a std::optional. A type that is
+/// written to documents specialises it with `static constexpr auto members`, a tuple of
+/// `JsonMember`s; reading and writing (JsonValue.h) both follow that one list.
+template <typename Record>
+struct JsonRecord;
+
+template <typename Record>
+concept HasJsonRecord = requires { std::tuple_size_v<decltype(JsonRecord<Record>::members)>; };
+
+} // namespace vornic
