@@ -1,10 +1,7 @@
 #include "VornicCore/dsp/Tone.h"
 
-#include "VornicCore/dsp/Biquad.h"
-
+#include <algorithm>
 #include <array>
-#include <cstddef>
-#include <vector>
 
 namespace vornic::DSP {
 
@@ -43,24 +40,40 @@ constexpr std::array bandFilters{
 
 } // namespace
 
-void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz) {
-    std::vector<Biquad> cascade;
+std::optional<Biquad> highPassSection(double highPassHz) noexcept {
     if (highPassHz > 15.0) {
-        cascade.emplace_back(Biquad::Kind::highPass, highPassHz, cornerQ, 0.0);
+        return Biquad(Biquad::Kind::highPass, highPassHz, cornerQ, 0.0);
     }
+    return std::nullopt;
+}
+
+std::optional<Biquad> bandSection(Equalizer::Band band, float gainDb) noexcept {
+    const auto* const filter = std::ranges::find(bandFilters, band, &BandFilter::band);
+    if (filter == bandFilters.end() || gainDb == 0.0F) {
+        return std::nullopt;
+    }
+    return Biquad(filter->kind, filter->frequency, filter->q, static_cast<double>(gainDb));
+}
+
+std::optional<Biquad> lowPassSection(double lowPassHz) noexcept {
+    if (lowPassHz < 19000.0) {
+        return Biquad(Biquad::Kind::lowPass, lowPassHz, cornerQ, 0.0);
+    }
+    return std::nullopt;
+}
+
+void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz) {
+    const auto run = [&](std::optional<Biquad> section) {
+        if (section) {
+            section->run(samples);
+        }
+    };
+    run(highPassSection(highPassHz));
     for (const BandFilter& filter : bandFilters) {
         // A band without an entry has gain 0.
-        const auto gain = static_cast<double>(eq.gain(filter.band));
-        if (gain != 0.0) {
-            cascade.emplace_back(filter.kind, filter.frequency, filter.q, gain);
-        }
+        run(bandSection(filter.band, eq.gain(filter.band)));
     }
-    if (lowPassHz < 19000.0) {
-        cascade.emplace_back(Biquad::Kind::lowPass, lowPassHz, cornerQ, 0.0);
-    }
-    for (Biquad& section : cascade) {
-        section.run(samples);
-    }
+    run(lowPassSection(lowPassHz));
 }
 
 } // namespace vornic::DSP

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "VornicCore/dsp/Biquad.h"
 #include "VornicCore/dsp/Equalizer.h"
 
+#include <optional>
 #include <vector>
 
 namespace vornic::DSP {
@@ -10,5 +12,10 @@ namespace vornic::DSP {
 /// equaliser band whose gain is not 0, in the order of the bands, and a low-pass (if `lowPassHz` is
 /// below 19000). Without any of them nothing changes, to the bit.
 void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz);
+
+// The sections of that cascade, one by one; none where it would change nothing.
+[[nodiscard]] std::optional<Biquad> highPassSection(double highPassHz) noexcept;
+[[nodiscard]] std::optional<Biquad> bandSection(Equalizer::Band band, float gainDb) noexcept;
+[[nodiscard]] std::optional<Biquad> lowPassSection(double lowPassHz) noexcept;
 
 } // namespace vornic::DSP

@@ -72,8 +72,10 @@ TEST_P(LaneKernelsTest, resamplesToTheEndsOfTheBuffer) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Fastest, LaneKernelsTest, testing::Values(&laneKernels()));
-INSTANTIATE_TEST_SUITE_P(Portable, LaneKernelsTest, testing::Values(&portableLaneKernels()));
+INSTANTIATE_TEST_SUITE_P(OfThisProcessor, LaneKernelsTest, testing::Values(&laneKernels()),
+                         [](const auto&) { return "kernels"; });
+INSTANTIATE_TEST_SUITE_P(Portable, LaneKernelsTest, testing::Values(&portableLaneKernels()),
+                         [](const auto&) { return "kernels"; });
 
 } // namespace
 
