@@ -135,7 +135,8 @@ TEST(BuildBoard, isEmptyForABoardWithoutSounds) {
 }
 
 TEST(BoardJobs, ofEqualSoundsAreRenderedOnce) {
-    const BoardJobs jobs(boardOf({sound("keys", "a"), sound("keys", "a")}));
+    const SoundSpec keys = sound("keys", "a");
+    const BoardJobs jobs(boardOf({keys, keys}));
     EXPECT_EQ(jobs.jobs.size(), 2U); // stabilised and not
     EXPECT_EQ(jobs.uses.size(), 4U);
 }
