@@ -48,9 +48,11 @@ bool FileOutput::renderBlock() {
     if (running_) {
         source_->render(blockFrames, left.data(), right.data(), nanos());
     }
+    blockPeak_ = 0.0F;
     for (std::size_t i = 0; i < left.size(); ++i) {
-        peak_ = std::max({peak_, std::abs(left[i]), std::abs(right[i])});
+        blockPeak_ = std::max({blockPeak_, std::abs(left[i]), std::abs(right[i])});
     }
+    peak_ = std::max(peak_, blockPeak_);
     frames_ += blockFrames;
     return wav_.append(left, right);
 }

@@ -42,6 +42,9 @@ class FileOutput final : public AudioOutput {
     /// The loudest sample so far, as a positive number.
     float peak() const { return peak_; }
 
+    /// The loudest sample of the last block, as a positive number.
+    float blockPeak() const { return blockPeak_; }
+
     /// Renders the next block, silence while paused, and writes it. False after an error.
     bool renderBlock();
 
@@ -56,6 +59,7 @@ class FileOutput final : public AudioOutput {
     bool running_ = false;
     std::int64_t frames_ = 0;
     float peak_ = 0.0F;
+    float blockPeak_ = 0.0F;
 };
 
 } // namespace vornic

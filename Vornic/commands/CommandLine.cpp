@@ -1,0 +1,121 @@
+#include "Vornic/commands/CommandLine.h"
+
+#include "VornicCore/board/StageSpec.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <sstream>
+
+namespace vornic {
+
+namespace {
+
+const std::map<std::string, Placement> placements{{"desk", Placement::desk},
+                                                  {"close", Placement::close}};
+const std::map<std::string, OutputKind> outputKinds{{"auto", OutputKind::automatic},
+                                                    {"headphones", OutputKind::headphones},
+                                                    {"speakers", OutputKind::speakers}};
+const std::map<std::string, Room> rooms{
+    {"dry", Room::dry}, {"desk", Room::desk}, {"studio", Room::studio}, {"wood", Room::wood}};
+
+/// An option that takes one of the names in `choices`.
+template <typename Choice>
+void addChoice(CLI::App& command, const std::string& name, Choice& target,
+               const std::map<std::string, Choice>& choices, const std::string& help) {
+    command
+        .add_option_function<std::string>(
+            name, [&target, &choices](const std::string& word) { target = choices.at(word); }, help)
+        ->check(CLI::IsMember(choices))
+        ->type_name("");
+}
+
+/// The options that a live and an offline run share.
+struct SoundOptions {
+    std::string board;
+    StageSpec stage;
+    OutputKind outputKind = OutputKind::automatic;
+    double volume = 0.7;
+    std::filesystem::path packs;
+
+    void addTo(CLI::App& command) {
+        command.add_option("--board", board, "Board to play: its id or a board's file");
+        addChoice(command, "--placement", stage.placement, placements, "Where the keyboard stands");
+        addChoice(command, "--output", outputKind, outputKinds, "What you listen with");
+        addChoice(command, "--room", stage.room, rooms, "The room around the keyboard");
+        command.add_option("--width", stage.width, "Stereo width")->check(CLI::Range(0.0, 1.0));
+        command
+            .add_option("--distance", stage.distance, "Distance: 0 at the keyboard, 1 a step back")
+            ->check(CLI::Range(0.0, 1.0));
+        command.add_flag("--desk-mat", stage.deskMat, "A mat lies on the desk");
+        command.add_option("--volume", volume, "Volume")->check(CLI::Range(0.0, 1.0));
+        command.add_option("--packs", packs, "Folder of the sound packs")
+            ->check(CLI::ExistingDirectory);
+    }
+
+    std::optional<std::string> wantedBoard() const {
+        return board.empty() ? std::nullopt : std::optional(board);
+    }
+};
+
+PrintRequest printed(const CLI::App& app, const CLI::ParseError& result) {
+    std::ostringstream out;
+    std::ostringstream error;
+    const int status = app.exit(result, out, error);
+    return {out.str() + error.str(), status == 0 ? 0 : 2};
+}
+
+} // namespace
+
+CommandRequest readCommandLine(const std::vector<std::string>& arguments,
+                               const std::filesystem::path& defaultPacks) {
+    CLI::App app("Plays the sound of a mechanical keyboard for every key you press.", "vornic");
+    app.set_version_flag("--version", "Vornic " VORNIC_VERSION);
+    SoundOptions live;
+    live.packs = defaultPacks;
+    live.addTo(app);
+
+    CLI::App& type = *app.add_subcommand("type", "Plays typing into a WAV file");
+    SoundOptions offline;
+    offline.packs = defaultPacks;
+    offline.addTo(type);
+    TypeCommandRequest typed;
+    std::string text;
+    std::filesystem::path keys;
+    CLI::Option_group& source = *type.add_option_group("what to play");
+    CLI::Option* const textOption = source.add_option("--text", text, "Text to type");
+    CLI::Option* const keysOption =
+        source.add_option("--keys", keys, "Key file: milliseconds, down or up, key code on a line");
+    source.require_option(1);
+    type.add_option("--seed", typed.type.seed, "Starts the random choices");
+    type.add_flag("--raw", typed.type.raw, "Leave room, limiter and volume out");
+    type.add_flag("--json", typed.json, "Print a report as JSON");
+    type.add_option("--out", typed.type.out, "WAV file to write")->required();
+
+    // The parser takes its arguments from the last to the first.
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    try {
+        app.parse(reversed);
+    } catch (const CLI::ParseError& result) {
+        return printed(app, result);
+    }
+    if (type.parsed()) {
+        if (textOption->count() > 0) {
+            typed.type.text = text;
+        }
+        if (keysOption->count() > 0) {
+            typed.type.keys = keys;
+        }
+        typed.type.board = offline.wantedBoard();
+        typed.type.stage = offline.stage;
+        typed.type.outputKind = offline.outputKind;
+        typed.type.volume = offline.volume;
+        typed.type.packs = offline.packs;
+        return typed;
+    }
+    return RunRequest{live.wantedBoard(), live.stage, live.outputKind, live.volume, live.packs};
+}
+
+} // namespace vornic

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Vornic/commands/TypeCommand.h"
+#include "VornicCore/board/StageSpec.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace vornic {
+
+/// Start the program and listen.
+struct RunRequest {
+    std::optional<std::string> board;
+    StageSpec stage;
+    OutputKind outputKind = OutputKind::automatic;
+    double volume = 0.7;
+    std::filesystem::path packs;
+};
+
+/// Print `text` and end with `status`: help, version, or what was wrong with the command line.
+struct PrintRequest {
+    std::string text;
+    int status = 0;
+};
+
+/// `vornic type` with `--json`.
+struct TypeCommandRequest {
+    TypeRequest type;
+    bool json = false;
+};
+
+using CommandRequest = std::variant<RunRequest, TypeCommandRequest, PrintRequest>;
+
+/// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
+/// folder is named.
+CommandRequest readCommandLine(const std::vector<std::string>& arguments,
+                               const std::filesystem::path& defaultPacks);
+
+} // namespace vornic

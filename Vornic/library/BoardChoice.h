@@ -1,0 +1,17 @@
+#pragma once
+
+#include "VornicCore/board/Board.h"
+#include "VornicCore/recordings/SoundPack.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// The board that `wanted` names: the id of a board made from `packs`, else the path of a board's
+/// JSON file. Without a wish it is the default board or, where its pack is missing, the first there
+/// is. Throws std::runtime_error with a sentence for the user.
+Board chooseBoard(const std::optional<std::string>& wanted, const std::vector<SoundPack>& packs);
+
+} // namespace vornic
