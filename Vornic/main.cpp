@@ -1,0 +1,116 @@
+// Wires the program: reads the command line, makes this platform's services and hands them to the
+// model.
+
+#include "Vornic/commands/CommandLine.h"
+#include "Vornic/commands/TypeCommand.h"
+#include "Vornic/keystroke/PreviewPhrase.h"
+#include "Vornic/library/PackFolders.h"
+#include "Vornic/model/AppModel.h"
+#include "Vornic/platform/KeySource.h"
+#include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
+#include "Vornic/platform/linux/system/JournalLog.h"
+#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/platform/linux/system/ProgramPath.h"
+#include "Vornic/platform/linux/x11/X11HotKey.h"
+#include "Vornic/platform/linux/x11/X11KeyTap.h"
+#include "Vornic/platform/qt/QtScheduler.h"
+#include "Vornic/platform/qt/QuitSignals.h"
+
+#include <QCoreApplication>
+#include <QStandardPaths>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace vornic {
+namespace {
+
+/// Where the program is started but cannot be heard or cannot hear, it shows at least what it
+/// sounds like: `problem` says why, and the phrase goes through the same path into a file.
+int playDemo(const RunRequest& request, const std::string& problem, Log& log) {
+    TypeRequest demo;
+    demo.board = request.board;
+    demo.stage = request.stage;
+    demo.outputKind = request.outputKind;
+    demo.volume = request.volume;
+    demo.packs = request.packs;
+    const std::filesystem::path folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString();
+    demo.out = folder / "Vornic" / "demo.wav";
+    log.warning(problem);
+    try {
+        std::filesystem::create_directories(demo.out.parent_path());
+        playIntoFile(demo, previewPhrase());
+        log.info("Until then, hear what it sounds like: " + demo.out.string());
+    } catch (const std::exception& error) {
+        log.warning(std::string("There is nothing to hear yet: ") + error.what());
+    }
+    return EXIT_SUCCESS;
+}
+
+int run(const RunRequest& request, QCoreApplication& application) {
+    JournalLog log;
+    QuitSignals quit([&application] { application.quit(); });
+    MonotonicClock clock;
+    QtScheduler scheduler;
+
+    const KeySource source = chooseKeySource(sessionEnvironment());
+    if (!source.problem.empty()) {
+        return playDemo(request, source.problem, log);
+    }
+    PipeWireOutput output(scheduler);
+    X11KeyTap tap(clock);
+    X11HotKey hotKey;
+    AppModel model(
+        {output, tap, hotKey, clock, scheduler, log},
+        {request.packs, request.board, request.volume, request.outputKind, request.stage});
+    model.start();
+    if (const std::string problem = output.problem(); !problem.empty()) {
+        return playDemo(request, problem, log);
+    }
+    const int status = QCoreApplication::exec();
+    log.info(model.voiceReport());
+    return status;
+}
+
+int type(const TypeCommandRequest& request) {
+    try {
+        const TypeOutcome outcome = typeIntoFile(request.type);
+        for (const std::string& remark : outcome.remarks) {
+            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
+        }
+        if (request.json) {
+            std::puts(reportAsJson(outcome.report).c_str());
+        }
+        return EXIT_SUCCESS;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vornic: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}
+
+int print(const PrintRequest& request) {
+    std::fputs(request.text.c_str(), request.status == 0 ? stdout : stderr);
+    return request.status;
+}
+
+} // namespace
+} // namespace vornic
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName("Vornic");
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const auto request = vornic::readCommandLine(
+        arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));
+    if (const auto* const run = std::get_if<vornic::RunRequest>(&request)) {
+        return vornic::run(*run, application);
+    }
+    if (const auto* const type = std::get_if<vornic::TypeCommandRequest>(&request)) {
+        return vornic::type(*type);
+    }
+    return vornic::print(std::get<vornic::PrintRequest>(request));
+}
