@@ -16,7 +16,8 @@ struct Product {
 
 Product multiply(std::uint64_t a, std::uint64_t b) noexcept {
     const UInt128 product = UInt128{a} * b;
-    return {.high = static_cast<std::uint64_t>(product >> 64), .low = static_cast<std::uint64_t>(product)};
+    return {.high = static_cast<std::uint64_t>(product >> 64),
+            .low = static_cast<std::uint64_t>(product)};
 }
 
 } // namespace

@@ -208,6 +208,7 @@ TEST_P(SamplerCoreTest, withEverySlotBusyTheFadeNearestItsEndIsCut) {
     EXPECT_EQ(core.fadingVoices(), 8) << "one more began to fade, one was cut";
     EXPECT_EQ(voice(1), nullptr);
     EXPECT_EQ(nearestItsEnd->order, 57U);
+    ASSERT_NE(voice(9), nullptr);
     EXPECT_EQ(voice(9)->fadeLeft, 287);
     EXPECT_EQ(core.eventsDropped(), 0);
 }

@@ -67,6 +67,15 @@ TEST(SplitMix64, aDrawInTheSurplusIsDrawnAgain) {
     EXPECT_NE(random.state, reference.state) << "only one word was used";
 }
 
+TEST(SplitMix64, theLastWordOfTheSurplusIsDrawnAgain) {
+    // Bound 3: the surplus is 2^64 mod 3 = 1 word, the low word 0.
+    SplitMix64 random(seedForFirst(0));
+    SplitMix64 reference = random;
+    reference.next();
+    random.next(3);
+    EXPECT_NE(random.state, reference.state);
+}
+
 TEST(SplitMix64, aLowWordBelowTheBoundButBehindTheSurplusIsKept) {
     // Bound 3: the surplus is 2^64 mod 3 = 1; a first word of 0x5555555555555556 gives low word 2.
     SplitMix64 random(seedForFirst(0x5555555555555556));

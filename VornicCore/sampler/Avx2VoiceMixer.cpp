@@ -1,0 +1,152 @@
+#include "VornicCore/sampler/Avx2VoiceMixer.h"
+
+#if defined(__x86_64__)
+
+#include "VornicCore/sampler/Avx2.h"
+#include "VornicCore/sampler/Avx2Lowpass.h"
+#include "VornicCore/sampler/Avx2Resampler.h"
+#include "VornicCore/sampler/VoiceSpan.h"
+
+#include <immintrin.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vornic {
+
+namespace {
+
+/// Frames worked on at a time, so that what lies between the two stages stays in the first cache.
+constexpr std::int64_t blockFrames = 256;
+
+using Block = float[blockFrames + Avx2Resampler::overrun];
+
+/// One ear: where its signal goes, and how loud.
+struct Ear {
+    float* out;
+    float gain;
+};
+
+/// What the second stage needs beside the interpolated signals.
+struct Ears {
+    /// Hears the direct signal, and without a binaural stage so does the other.
+    Ear near;
+    Ear far;
+    /// Coefficient of the far ear's low-pass.
+    float lowpass;
+    /// The low-pass's state before and after.
+    float* state;
+    /// The fade-out of these frames; null = none.
+    const float* envelope;
+};
+
+enum class Stage { none, delayed, filtered };
+
+/// The second stage: fades out, filters, applies the gains and adds to the ears.
+template <bool fading, Stage stage>
+VORNIC_AVX2_INLINE void addToEars(const float* direct, const float* delayed, std::int64_t count,
+                                  const Ears& ears) {
+    constexpr std::int64_t lanes = 8;
+    const __m256 nearGain = _mm256_set1_ps(ears.near.gain);
+    const __m256 farGain = _mm256_set1_ps(ears.far.gain);
+    std::int64_t i = 0;
+    if (stage != Stage::filtered || ears.lowpass >= Avx2Lowpass::smallest) {
+        Avx2Lowpass lowpass(ears.lowpass, *ears.state);
+        for (; i + lanes <= count; i += lanes) {
+            __m256 near = _mm256_loadu_ps(direct + i);
+            __m256 far = stage == Stage::none ? near : _mm256_loadu_ps(delayed + i);
+            if constexpr (fading) {
+                const __m256 envelope = _mm256_loadu_ps(ears.envelope + i);
+                near = _mm256_mul_ps(near, envelope);
+                far = _mm256_mul_ps(far, envelope);
+            }
+            if constexpr (stage == Stage::filtered) {
+                far = lowpass.filter(far);
+            }
+            float* const nearOut = ears.near.out + i;
+            float* const farOut = ears.far.out + i;
+            _mm256_storeu_ps(nearOut, _mm256_fmadd_ps(near, nearGain, _mm256_loadu_ps(nearOut)));
+            _mm256_storeu_ps(farOut, _mm256_fmadd_ps(far, farGain, _mm256_loadu_ps(farOut)));
+        }
+        if constexpr (stage == Stage::filtered) {
+            *ears.state = lowpass.state();
+        }
+    }
+    for (; i < count; ++i) {
+        const float envelope = fading ? ears.envelope[i] : 1.0F;
+        float far = (stage == Stage::none ? direct[i] : delayed[i]) * envelope;
+        if constexpr (stage == Stage::filtered) {
+            *ears.state += ears.lowpass * (far - *ears.state);
+            far = *ears.state;
+        }
+        ears.near.out[i] += direct[i] * envelope * ears.near.gain;
+        ears.far.out[i] += far * ears.far.gain;
+    }
+}
+
+template <bool fading>
+VORNIC_AVX2_INLINE void addToEars(const float* direct, const float* delayed, std::int64_t count,
+                                  const Voice& voice, const Ears& ears) {
+    if (voice.farEar == 0) {
+        addToEars<fading, Stage::none>(direct, delayed, count, ears);
+    } else if (voice.farLowpass > 0.0F) {
+        addToEars<fading, Stage::filtered>(direct, delayed, count, ears);
+    } else {
+        addToEars<fading, Stage::delayed>(direct, delayed, count, ears);
+    }
+}
+
+/// What the vector code is not made for, and voices that the plain mixer stops the program for.
+bool needsPlainMixer(const Voice& voice, std::int64_t frames) VORNIC_REALTIME {
+    constexpr double longestDelay = 0x1p20;
+    return !VoiceSpan::isExact(voice, frames) ||
+           !(voice.rate >= Avx2Resampler::lowestRate && voice.rate <= Avx2Resampler::highestRate) ||
+           static_cast<double>(voice.length) > Avx2Resampler::end ||
+           (voice.farEar != 0 &&
+            (!(std::fabs(voice.itd) <= longestDelay) || voice.farLowpass > 1.0F));
+}
+
+} // namespace
+
+VORNIC_AVX2 void mixVoiceAvx2(Voice& voice, const FadeCurve& fade, std::int64_t frames, float* left,
+                              float* right) VORNIC_REALTIME {
+    if (needsPlainMixer(voice, frames)) {
+        mixVoicePlain(voice, fade, frames, left, right);
+        return;
+    }
+    constexpr std::int32_t leftIsFar = 1;
+    const std::int64_t sounding = VoiceSpan::sounding(voice, frames);
+    const float* const envelope = voice.fadeLeft > 0 ? fade.from(voice.fadeLeft) : nullptr;
+    const Avx2Resampler resampler(voice);
+    alignas(32) Block direct;
+    alignas(32) Block delayed;
+    for (std::int64_t first = 0; first < sounding; first += blockFrames) {
+        const std::int64_t count = std::min(blockFrames, sounding - first);
+        resampler.run(first, count, 0.0, direct);
+        if (voice.farEar != 0) {
+            resampler.run(first, count, voice.itd, delayed);
+        }
+        const Ear leftEar = {.out = left + first, .gain = voice.gainLeft};
+        const Ear rightEar = {.out = right + first, .gain = voice.gainRight};
+        const bool leftFirst = voice.farEar != leftIsFar;
+        const Ears ears = {.near = leftFirst ? leftEar : rightEar,
+                           .far = leftFirst ? rightEar : leftEar,
+                           .lowpass = voice.farLowpass,
+                           .state = &voice.farState,
+                           .envelope = envelope == nullptr ? nullptr : envelope + first};
+        if (envelope != nullptr) {
+            addToEars<true>(direct, delayed, count, voice, ears);
+        } else {
+            addToEars<false>(direct, delayed, count, voice, ears);
+        }
+    }
+    VoiceSpan::advance(voice, sounding, frames);
+}
+
+bool hasAvx2() noexcept {
+    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
+}
+
+} // namespace vornic
+
+#endif
