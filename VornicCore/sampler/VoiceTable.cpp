@@ -25,11 +25,11 @@ VoiceTable::Outcome VoiceTable::start(const vornic_event& event,
     ++counter_;
     *slot = {.data = event.samples,
              .length = event.length,
-             .rate = event.rate,
+             .rate = static_cast<double>(event.rate),
              .gainLeft = event.gain_left,
              .gainRight = event.gain_right,
              .order = counter_,
-             .itd = event.itd_frames,
+             .itd = static_cast<double>(event.itd_frames),
              .farLowpass = event.far_lowpass,
              .farEar = event.far_ear,
              .event = index};

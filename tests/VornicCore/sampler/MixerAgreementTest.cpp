@@ -53,7 +53,8 @@ std::string exactState(const Voice& voice) {
 void expectSameVoice(Voice plain, std::int64_t frames, int buffers, const FadeCurve& fade,
                      const std::string& what) {
     Voice fast = plain;
-    const double gains = std::fabs(plain.gainLeft) + std::fabs(plain.gainRight);
+    const double gains =
+        static_cast<double>(std::fabs(plain.gainLeft) + std::fabs(plain.gainRight));
     const double allowed = tolerance * std::max(1.0, gains);
     for (int buffer = 0; buffer < buffers && plain.data != nullptr; ++buffer) {
         const auto size = static_cast<std::size_t>(frames);

@@ -68,14 +68,16 @@ TEST_P(SamplerCoreTest, aVoiceAtRateOneSoundsForOneFrameLessThanItsSample) {
 }
 
 TEST_P(SamplerCoreTest, samplesBelowTwoFramesNeverSound) {
-    play({1.0F});
-    play({});
-    core.play({nullptr, 100}, 1.0F, 0.0F, 1.0F, 0, VoiceStage::none);
+    const std::vector<float> nothing;
+    const std::vector<float> two(2, 1.0F);
+    play(nothing);
+    core.play({.data = two.data(), .length = 1}, 1.0F, 0.0F, 1.0F, 0, VoiceStage::none);
+    core.play({.data = nullptr, .length = 100}, 1.0F, 0.0F, 1.0F, 0, VoiceStage::none);
     const auto out = render(16);
     EXPECT_THAT(out.left, Each(0.0F));
     EXPECT_EQ(core.keysStarted(), 0);
     EXPECT_EQ(core.activeVoices(), 0);
-    play({1.0F, 1.0F});
+    play(two);
     render(1);
     EXPECT_EQ(core.keysStarted(), 1);
 }
@@ -143,6 +145,22 @@ TEST_P(SamplerCoreTest, recordsTheLatencyOfEventsFromBeforeTheBuffer) {
     playAt(1);
     render(1, 0);
     EXPECT_EQ(vornic_latency_count(), 2U) << "a buffer without a time records none";
+}
+
+TEST_P(SamplerCoreTest, staleEventsAreDroppedAndSettled) {
+    const auto playAt = [&](std::uint64_t nanos) {
+        core.play({.data = fourFrames.data(), .length = 4}, 1.0F, 0.0F, 1.0F, nanos,
+                  VoiceStage::none);
+    };
+    playAt(999);
+    playAt(1000);
+    playAt(0); // has no time stamp, so it is never stale
+    std::vector<float> buffer(8);
+    core.render(1, buffer.data(), buffer.data() + 4, 5000, 1000);
+    EXPECT_EQ(core.keysStarted(), 2);
+    EXPECT_EQ(core.eventsDropped(), 1);
+    EXPECT_EQ(vornic_latency_count(), 1U) << "a dropped event is not heard";
+    EXPECT_EQ(core.settledEvents(), 1U);
 }
 
 TEST_P(SamplerCoreTest, theOldestOf48VoicesFadesOutForThe49th) {
@@ -255,7 +273,8 @@ TEST_P(SamplerCoreTest, theDelayedPositionTruncatesTowardZero) {
 TEST_P(SamplerCoreTest, settledEventsFollowTheQueueAndTheVoices) {
     EXPECT_EQ(core.pushedEvents(), 0U);
     EXPECT_EQ(core.settledEvents(), 0U);
-    play(std::vector<float>{1.0F}); // ignored
+    const std::vector<float> tooShort(1, 1.0F);
+    play(tooShort);
     play(longTone);
     play(fourFrames);
     EXPECT_EQ(core.pushedEvents(), 3U);

@@ -52,6 +52,10 @@ class SamplerFixture : public testing::TestWithParam<NamedMixer> {
                          0, stage);
     }
 
+    /// A temporary would be gone before it is rendered.
+    bool play(std::vector<float>&& frames, float gain = 1.0F, float pan = 0.0F, float rate = 1.0F,
+              const VoiceStage& stage = VoiceStage::none) = delete;
+
     /// The slot of the n-th voice started, or null when it is gone.
     const Voice* voice(std::uint64_t order) const {
         for (const Voice& slot : core.voices()) {
