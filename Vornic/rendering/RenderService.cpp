@@ -90,8 +90,10 @@ void RenderService::render(Board board, std::shared_ptr<const SampleSource> libr
     pending_.reset();
     const std::uint64_t generation = queue_->overtake();
     // The timer's work may be copied, the request need not.
-    auto request = std::make_shared<Request>(
-        Request{std::move(board), std::move(library), std::move(done), generation});
+    auto request = std::make_shared<Request>(Request{.board = std::move(board),
+                                                     .library = std::move(library),
+                                                     .done = std::move(done),
+                                                     .generation = generation});
     pending_ = scheduler_.after(delay, [queue = queue_, request = std::move(request)] {
         queue->submit(std::move(*request));
     });

@@ -12,8 +12,11 @@ namespace vornic::lanestages {
 static inline void mixBody(const LaneFinish& finish, std::int64_t first, std::int64_t frames,
                            double* samples) {
     const Vector gain = load(finish.wetGain);
-    const std::int64_t dryLeft = finish.frames - first;
-    const std::int64_t dryFrames = dryLeft < 0 ? 0 : dryLeft < frames ? dryLeft : frames;
+    std::int64_t dryFrames = 0;
+    if (first < finish.frames) {
+        const std::int64_t left = finish.frames - first;
+        dryFrames = left < frames ? left : frames;
+    }
     const std::int64_t place = first * laneCount;
     for (std::int64_t n = 0; n < dryFrames * laneCount; n += laneCount) {
         Vector x = widened(loadFloats(finish.dry + place + n));
@@ -55,7 +58,7 @@ static inline void runDamping(const LaneFinish& finish, DampingState& state, std
         }
         store(damped, place);
     }
-    state = {low, envelope};
+    state = {.low = low, .envelope = envelope};
 }
 
 static inline Vector quotient(TanhFraction fraction) {

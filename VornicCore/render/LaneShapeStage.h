@@ -76,8 +76,10 @@ struct Followers {
 struct FollowerSpeed {
     double rising, falling;
 };
-constexpr FollowerSpeed fastSpeed{0.0408105428908618118, 0.00104112432027550922};
-constexpr FollowerSpeed slowSpeed{0.00138792482909168266, 0.00034716194756285533};
+constexpr FollowerSpeed fastSpeed{.rising = 0.0408105428908618118,
+                                  .falling = 0.00104112432027550922};
+constexpr FollowerSpeed slowSpeed{.rising = 0.00138792482909168266,
+                                  .falling = 0.00034716194756285533};
 
 static inline Vector followed(Vector envelope, Vector level, FollowerSpeed speed) {
     // Of both directions the right one is the larger: rising is the faster of the two.
@@ -101,7 +103,7 @@ static inline void runTransient(Followers& followers, Vector attackGain, Vector 
         const Vector change = attackGain * larger(lead, zero) + sustainGain * larger(-lead, zero);
         store(x + x * (change / most), place);
     }
-    followers = {fast, slow};
+    followers = {.fast = fast, .slow = slow};
 }
 
 /// Silences what lies beyond a lane's own end, keeps the peak, and stores the dry signal.
@@ -111,7 +113,7 @@ static inline Vector keepDry(double* samples, std::int64_t first, std::int64_t f
     for (std::int64_t frame = 0; frame < frames; ++frame) {
         double* const place = samples + frame * laneCount;
         const Integers within = index < lengths;
-        const Vector x = reinterpret_cast<Vector>(reinterpret_cast<Integers>(load(place)) & within);
+        const auto x = reinterpret_cast<Vector>(reinterpret_cast<Integers>(load(place)) & within);
         index += 1.0;
         store(x, place);
         peak = larger(peak, magnitude(x));

@@ -44,8 +44,10 @@ struct Cubic {
 };
 
 static inline Cubic catmullRom(Floats y0, Floats y1, Floats y2, Floats y3) {
-    return {y1, 0.5F * (y2 - y0), y0 - 2.5F * y1 + 2.0F * y2 - 0.5F * y3,
-            0.5F * (y3 - y0) + 1.5F * (y1 - y2)};
+    return {.c0 = y1,
+            .c1 = 0.5F * (y2 - y0),
+            .c2 = y0 - 2.5F * y1 + 2.0F * y2 - 0.5F * y3,
+            .c3 = 0.5F * (y3 - y0) + 1.5F * (y1 - y2)};
 }
 
 static inline Floats cubicAt(const Cubic& cubic, Floats t) {
@@ -60,7 +62,7 @@ static inline float sampleAt(const LaneResample& shift, std::int64_t index) {
 static inline float resampledAt(const LaneResample& shift, std::int64_t place) {
     const double position = shift.ratio * static_cast<double>(place);
     const auto index = static_cast<std::int64_t>(position);
-    const float t = static_cast<float>(position - static_cast<double>(index));
+    const auto t = static_cast<float>(position - static_cast<double>(index));
     const float y0 = sampleAt(shift, index - 1);
     const float y1 = sampleAt(shift, index);
     const float y2 = sampleAt(shift, index + 1);
@@ -86,8 +88,8 @@ static inline Floats resampledAtFour(const LaneResample& shift, std::int64_t pla
 static void resampleStage(const LaneResample& shift) {
     // Where the neighbours of the first and the last sample still lie in the input; a frame more on
     // either side than rounding could cost.
-    const std::int64_t begin = static_cast<std::int64_t>(1.0 / shift.ratio) + 2;
-    const std::int64_t end =
+    const auto begin = static_cast<std::int64_t>(1.0 / shift.ratio) + 2;
+    const auto end =
         static_cast<std::int64_t>(static_cast<double>(shift.length - 3) / shift.ratio) - 1;
     std::int64_t place = 0;
     for (; place < begin && place < shift.outputLength; ++place) {
@@ -102,7 +104,12 @@ static void resampleStage(const LaneResample& shift) {
 }
 
 static constexpr LaneKernels kernels() {
-    return {filterStage, shapeStage, finishStage, resampleStage, peakStage, tanhStage};
+    return {.filter = filterStage,
+            .shape = shapeStage,
+            .finish = finishStage,
+            .resample = resampleStage,
+            .peak = peakStage,
+            .tanh = tanhStage};
 }
 
 } // namespace vornic::lanestages

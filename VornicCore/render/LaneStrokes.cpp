@@ -37,13 +37,13 @@ const ShiftedLayer* LaneStrokes::shifted(std::size_t layer, std::int64_t variant
         return nullptr;
     }
     const auto place = std::pair(layer, index(recording - spec.samples.data()));
-    auto found = shiftedLayers_.find(place);
-    if (found == shiftedLayers_.end()) {
-        found =
-            shiftedLayers_.emplace(place, shiftedLayer(spec, *recording, library_, kernels_)).first;
-        keptFrames_ += found->second ? found->second->samples.size() : 0;
+    const auto [found, isNew] = shiftedLayers_.try_emplace(place);
+    std::optional<ShiftedLayer>& made = found->second;
+    if (isNew) {
+        made = shiftedLayer(spec, *recording, library_, kernels_);
+        keptFrames_ += made ? made->samples.size() : 0;
     }
-    return found->second ? &*found->second : nullptr;
+    return made ? &*made : nullptr;
 }
 
 std::vector<float> LaneStrokes::mixOf(std::int64_t variant) {

@@ -64,7 +64,7 @@ static inline Vector smaller(Vector a, Vector b) {
 }
 static inline Vector magnitude(Vector value) {
     constexpr std::int64_t allButSign = INT64_MAX;
-    const Integers bits = reinterpret_cast<Integers>(value);
+    const auto bits = reinterpret_cast<Integers>(value);
     return reinterpret_cast<Vector>(bits & allButSign);
 }
 
@@ -77,10 +77,10 @@ static inline FourFloats transposed(Floats a, Floats b, Floats c, Floats d) {
     const Floats low23 = __builtin_shufflevector(c, d, 0, 4, 1, 5);
     const Floats high01 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
     const Floats high23 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
-    return {__builtin_shufflevector(low01, low23, 0, 1, 4, 5),
-            __builtin_shufflevector(low01, low23, 2, 3, 6, 7),
-            __builtin_shufflevector(high01, high23, 0, 1, 4, 5),
-            __builtin_shufflevector(high01, high23, 2, 3, 6, 7)};
+    return {.a = __builtin_shufflevector(low01, low23, 0, 1, 4, 5),
+            .b = __builtin_shufflevector(low01, low23, 2, 3, 6, 7),
+            .c = __builtin_shufflevector(high01, high23, 0, 1, 4, 5),
+            .d = __builtin_shufflevector(high01, high23, 2, 3, 6, 7)};
 }
 
 /// tanh as x P(x^2) / Q(x^2), a minimax fit of the relative error up to 8.5, which is 1.2e-8; from
@@ -101,7 +101,7 @@ static inline TanhFraction tanhFraction(Vector x) {
     q = q * u + 0.026022826183046846;
     q = q * u + 0.4674658634337438;
     q = q * u + 1.0;
-    return {x * p, q};
+    return {.numerator = x * p, .denominator = q};
 }
 
 } // namespace vornic::lanestages

@@ -191,9 +191,11 @@ TEST_F(RenderServiceTest, doesNotBuildARequestThatWasOvertakenWhileItWaited) {
     ASSERT_TRUE(begins("old"));
     request("between", milliseconds(0));
     scheduler.advance(milliseconds(0));
-    request("new", milliseconds(0));
-    scheduler.advance(milliseconds(0));
-    builder.release(3);
+    request("new");
+    builder.release(1);
+    ASSERT_TRUE(ranPosted(1));
+    builder.release(2);
+    scheduler.advance(milliseconds(150));
     ASSERT_TRUE(deliveredSomething());
     EXPECT_THAT(builder.begun(), ElementsAre("old", "new"));
     EXPECT_THAT(delivered, ElementsAre("new"));
