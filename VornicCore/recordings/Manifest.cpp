@@ -1,24 +1,24 @@
 #include "VornicCore/recordings/Manifest.h"
 
-#include <nlohmann/json.hpp>
+#include "VornicCore/board/json/JsonCodec.h"
 
 #include <fstream>
-#include <utility>
+#include <string>
+#include <tuple>
 
 namespace vornic {
+
+template <>
+struct JsonRecord<Manifest> {
+    static constexpr auto members = std::tuple{
+        JsonMember{"id", &Manifest::id}, JsonMember{"name", &Manifest::name},
+        JsonMember{"character", &Manifest::character}, JsonMember{"credit", &Manifest::credit}};
+};
 
 namespace {
 
 // A manifest is four short strings; anything larger is some other file.
 constexpr std::uintmax_t largestManifest = 65536;
-
-std::optional<std::string> textOf(const nlohmann::json& object, const char* key) {
-    const auto member = object.find(key);
-    if (member == object.end() || !member->is_string()) {
-        return std::nullopt;
-    }
-    return member->get<std::string>();
-}
 
 std::optional<std::string> contents(const std::filesystem::path& file) {
     std::error_code error;
@@ -45,21 +45,11 @@ std::optional<Manifest> Manifest::read(const std::filesystem::path& file) {
     if (!text) {
         return std::nullopt;
     }
-    const nlohmann::json object = nlohmann::json::parse(*text, nullptr, false);
-    if (!object.is_object()) {
+    try {
+        return decodeJson<Manifest>(*text);
+    } catch (const DecodeError&) {
         return std::nullopt;
     }
-    auto id = textOf(object, "id");
-    auto name = textOf(object, "name");
-    auto character = textOf(object, "character");
-    auto credit = textOf(object, "credit");
-    if (!id || !name || !character || !credit) {
-        return std::nullopt;
-    }
-    return Manifest{.id = *std::move(id),
-                    .name = *std::move(name),
-                    .character = *std::move(character),
-                    .credit = *std::move(credit)};
 }
 
 } // namespace vornic

@@ -49,6 +49,12 @@ TEST(Manifest, refusesMembersOfAnotherType) {
     }
 }
 
+TEST(Manifest, refusesAMemberGivenTwice) {
+    const ScratchFolder folder;
+    EXPECT_FALSE(Manifest::read(folder.write(
+        "pack.json", R"({"id": "i", "id": "j", "name": "n", "character": "c", "credit": "d"})")));
+}
+
 TEST(Manifest, refusesWhatIsNoJsonObject) {
     const ScratchFolder folder;
     for (const std::string& text :
