@@ -24,7 +24,7 @@ std::string numberText(double value) {
 }
 
 double fromSingle(float value) {
-    const double exact = value;
+    const auto exact = static_cast<double>(value);
     if (!std::isfinite(value)) {
         return exact;
     }
