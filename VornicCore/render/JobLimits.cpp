@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -17,8 +18,8 @@ std::string text(double value) {
         return "not a number";
     }
     std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    return {digits.data(), end};
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    return {digits.data(), static_cast<std::size_t>(end - digits.data())};
 }
 
 /// Moves values into their limits and notes it.
@@ -130,7 +131,7 @@ LimitedJob limited(RenderJob job) {
                      std::to_string(variations));
         job.sound.variations = variations;
     }
-    return {std::move(job), std::move(limiter.messages)};
+    return {.job = std::move(job), .messages = std::move(limiter.messages)};
 }
 
 } // namespace vornic

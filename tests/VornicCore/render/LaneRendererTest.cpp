@@ -117,7 +117,7 @@ double largestDifference(const std::vector<float>& a, const std::vector<float>& 
 void expectAgreement(const LaneKernels& kernels, std::uint64_t seed) {
     const MapSource library = source();
     JobMaker maker(seed);
-    for (int round = 0; round < 25; ++round) {
+    for (int round = 0; round < 12; ++round) {
         const RenderJob job = maker.make();
         const auto plain = Renderer::renderAll(job, library, 1);
         const auto fast = LaneRenderer::renderAll(job, allVelocities, library, 1, kernels);
