@@ -1,9 +1,9 @@
 #include "VornicCore/realtime/Fatal.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <cstring>
-
-#include <unistd.h>
 
 namespace vornic {
 

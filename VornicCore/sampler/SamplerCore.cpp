@@ -14,8 +14,8 @@ namespace vornic {
 namespace {
 
 std::int64_t fadeFramesAt(double sampleRate) noexcept {
-    return std::max<std::int64_t>(1, requireIntegerPart(sampleRate * SamplerCore::stealFade,
-                                                        "sample rate out of range"));
+    return std::max<std::int64_t>(
+        1, requireIntegerPart(sampleRate * SamplerCore::stealFade, "sample rate out of range"));
 }
 
 /// Adds to a counter that only this thread writes.
