@@ -47,6 +47,7 @@ double Contest::quantile(std::size_t contestant, double share) const {
 
 double Contest::ratio(std::size_t slow, std::size_t fast) const {
     std::vector<double> ratios;
+    ratios.reserve(nanos_[slow].size());
     for (std::size_t round = 0; round < nanos_[slow].size(); ++round) {
         ratios.push_back(nanos_[slow][round] / nanos_[fast][round]);
     }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace vornic {
 
@@ -40,7 +41,7 @@ struct Ears {
     const float* envelope;
 };
 
-enum class Stage { none, delayed, filtered };
+enum class Stage : std::uint8_t { none, delayed, filtered };
 
 /// The second stage: fades out, filters, applies the gains and adds to the ears.
 template <bool fading, Stage stage>
@@ -99,11 +100,12 @@ VORNIC_AVX2_INLINE void addToEars(const float* direct, const float* delayed, std
 /// What the vector code is not made for, and voices that the plain mixer stops the program for.
 bool needsPlainMixer(const Voice& voice, std::int64_t frames) VORNIC_REALTIME {
     constexpr double longestDelay = 0x1p20;
-    return !VoiceSpan::isExact(voice, frames) ||
-           !(voice.rate >= Avx2Resampler::lowestRate && voice.rate <= Avx2Resampler::highestRate) ||
-           static_cast<double>(voice.length) > Avx2Resampler::end ||
-           (voice.farEar != 0 &&
-            (!(std::fabs(voice.itd) <= longestDelay) || voice.farLowpass > 1.0F));
+    const bool rateFits =
+        voice.rate >= Avx2Resampler::lowestRate && voice.rate <= Avx2Resampler::highestRate;
+    const bool lengthFits = static_cast<double>(voice.length) <= Avx2Resampler::end;
+    const bool stageFits =
+        voice.farEar == 0 || (std::fabs(voice.itd) <= longestDelay && !(voice.farLowpass > 1.0F));
+    return !(VoiceSpan::isExact(voice, frames) && rateFits && lengthFits && stageFits);
 }
 
 } // namespace
@@ -144,7 +146,8 @@ VORNIC_AVX2 void mixVoiceAvx2(Voice& voice, const FadeCurve& fade, std::int64_t 
 }
 
 bool hasAvx2() noexcept {
-    return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
+    return static_cast<bool>(__builtin_cpu_supports("avx2")) &&
+           static_cast<bool>(__builtin_cpu_supports("fma"));
 }
 
 } // namespace vornic

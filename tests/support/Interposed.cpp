@@ -34,30 +34,42 @@ void note(std::int64_t RealTimeCounts::* counter, const char* name) noexcept {
     RealTimeCounts::ofThisThread().note(counter, name);
 }
 
-/// The function that one of ours hides. The look-up is not counted, since it may lock.
-template <typename Function>
-Function hidden(std::atomic<Function>& known, const char* name) noexcept {
-    Function function = known.load(std::memory_order_acquire);
-    if (function == nullptr) {
+/// The C library's function that one of ours hides: counts a call and passes it on.
+template <typename... Arguments>
+class Hidden {
+  public:
+    constexpr Hidden(const char* name, std::int64_t RealTimeCounts::* counter)
+        : name_(name), counter_(counter) {}
+
+    int operator()(Arguments... arguments) {
+        note(counter_, name_);
+        Function* function = function_.load(std::memory_order_acquire);
+        if (function == nullptr) {
+            function = find();
+            function_.store(function, std::memory_order_release);
+        }
+        return function(arguments...);
+    }
+
+  private:
+    using Function = int(Arguments...);
+
+    /// Not counted, since looking up may lock.
+    Function* find() const {
         RealTimeCounts& counts = RealTimeCounts::ofThisThread();
         const bool counting = counts.counting;
         counts.counting = false;
-        function = reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+        auto* const function = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name_));
         counts.counting = counting;
-        known.store(function, std::memory_order_release);
+        return function;
     }
-    return function;
-}
+
+    const char* name_;
+    std::int64_t RealTimeCounts::* counter_;
+    std::atomic<Function*> function_{nullptr};
+};
 
 } // namespace
-
-// Defines the function `name`: it counts the call and passes it on to the one that it hides.
-#define VORNIC_INTERPOSE(counter, name, parameters, arguments, exceptions)                         \
-    int name parameters exceptions {                                                               \
-        static constinit std::atomic<int(*) parameters> known{nullptr};                            \
-        note(&RealTimeCounts::counter, #name);                                                     \
-        return hidden(known, #name) arguments;                                                     \
-    }
 
 extern "C" {
 
@@ -106,28 +118,73 @@ void free(void* block) noexcept {
     __libc_free(block);
 }
 
-// clang-format off
-VORNIC_INTERPOSE(locks, pthread_mutex_lock, (pthread_mutex_t* mutex), (mutex), noexcept)
-VORNIC_INTERPOSE(locks, pthread_mutex_trylock, (pthread_mutex_t* mutex), (mutex), noexcept)
-VORNIC_INTERPOSE(locks, pthread_mutex_timedlock,
-                 (pthread_mutex_t* mutex, const timespec* until), (mutex, until), noexcept)
-VORNIC_INTERPOSE(locks, pthread_mutex_clocklock,
-                 (pthread_mutex_t* mutex, clockid_t clock, const timespec* until),
-                 (mutex, clock, until), noexcept)
-VORNIC_INTERPOSE(locks, pthread_rwlock_rdlock, (pthread_rwlock_t* lock), (lock), noexcept)
-VORNIC_INTERPOSE(locks, pthread_rwlock_tryrdlock, (pthread_rwlock_t* lock), (lock), noexcept)
-VORNIC_INTERPOSE(locks, pthread_rwlock_wrlock, (pthread_rwlock_t* lock), (lock), noexcept)
-VORNIC_INTERPOSE(locks, pthread_rwlock_trywrlock, (pthread_rwlock_t* lock), (lock), noexcept)
-VORNIC_INTERPOSE(waits, pthread_cond_wait,
-                 (pthread_cond_t* condition, pthread_mutex_t* mutex), (condition, mutex), )
-VORNIC_INTERPOSE(waits, pthread_cond_timedwait,
-                 (pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec* until),
-                 (condition, mutex, until), )
-VORNIC_INTERPOSE(waits, pthread_cond_clockwait,
-                 (pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t clock,
-                  const timespec* until),
-                 (condition, mutex, clock, until), )
-// clang-format on
+int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
+    static constinit Hidden<pthread_mutex_t*> hidden("pthread_mutex_lock", &RealTimeCounts::locks);
+    return hidden(mutex);
+}
+
+int pthread_mutex_trylock(pthread_mutex_t* mutex) noexcept {
+    static constinit Hidden<pthread_mutex_t*> hidden("pthread_mutex_trylock",
+                                                     &RealTimeCounts::locks);
+    return hidden(mutex);
+}
+
+int pthread_mutex_timedlock(pthread_mutex_t* mutex, const timespec* until) noexcept {
+    static constinit Hidden<pthread_mutex_t*, const timespec*> hidden("pthread_mutex_timedlock",
+                                                                      &RealTimeCounts::locks);
+    return hidden(mutex, until);
+}
+
+int pthread_mutex_clocklock(pthread_mutex_t* mutex, clockid_t clock,
+                            const timespec* until) noexcept {
+    static constinit Hidden<pthread_mutex_t*, clockid_t, const timespec*> hidden(
+        "pthread_mutex_clocklock", &RealTimeCounts::locks);
+    return hidden(mutex, clock, until);
+}
+
+int pthread_rwlock_rdlock(pthread_rwlock_t* lock) noexcept {
+    static constinit Hidden<pthread_rwlock_t*> hidden("pthread_rwlock_rdlock",
+                                                      &RealTimeCounts::locks);
+    return hidden(lock);
+}
+
+int pthread_rwlock_tryrdlock(pthread_rwlock_t* lock) noexcept {
+    static constinit Hidden<pthread_rwlock_t*> hidden("pthread_rwlock_tryrdlock",
+                                                      &RealTimeCounts::locks);
+    return hidden(lock);
+}
+
+int pthread_rwlock_wrlock(pthread_rwlock_t* lock) noexcept {
+    static constinit Hidden<pthread_rwlock_t*> hidden("pthread_rwlock_wrlock",
+                                                      &RealTimeCounts::locks);
+    return hidden(lock);
+}
+
+int pthread_rwlock_trywrlock(pthread_rwlock_t* lock) noexcept {
+    static constinit Hidden<pthread_rwlock_t*> hidden("pthread_rwlock_trywrlock",
+                                                      &RealTimeCounts::locks);
+    return hidden(lock);
+}
+
+int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) {
+    static constinit Hidden<pthread_cond_t*, pthread_mutex_t*> hidden("pthread_cond_wait",
+                                                                      &RealTimeCounts::waits);
+    return hidden(condition, mutex);
+}
+
+int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
+                           const timespec* until) {
+    static constinit Hidden<pthread_cond_t*, pthread_mutex_t*, const timespec*> hidden(
+        "pthread_cond_timedwait", &RealTimeCounts::waits);
+    return hidden(condition, mutex, until);
+}
+
+int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t clock,
+                           const timespec* until) {
+    static constinit Hidden<pthread_cond_t*, pthread_mutex_t*, clockid_t, const timespec*> hidden(
+        "pthread_cond_clockwait", &RealTimeCounts::waits);
+    return hidden(condition, mutex, clock, until);
+}
 
 } // extern "C"
 
