@@ -97,6 +97,43 @@ VORNIC_AVX2_INLINE void addToEars(const float* direct, const float* delayed, std
     }
 }
 
+/// Fades out, applies the gains and adds to both ears, straight from the interpolation.
+template <bool fading>
+struct AddToBoth {
+    float* left;
+    float* right;
+    const float* envelope;
+    __m256 gainLeft;
+    __m256 gainRight;
+
+    VORNIC_AVX2_INLINE AddToBoth(float* leftOut, float* rightOut, const Voice& voice,
+                                 const float* envelopeOfFrames)
+        : left(leftOut), right(rightOut), envelope(envelopeOfFrames),
+          gainLeft(_mm256_set1_ps(voice.gainLeft)), gainRight(_mm256_set1_ps(voice.gainRight)) {}
+
+    VORNIC_AVX2_INLINE void operator()(std::int64_t frame, __m256 values) const {
+        if constexpr (fading) {
+            values = _mm256_mul_ps(values, _mm256_loadu_ps(envelope + frame));
+        }
+        float* const l = left + frame;
+        float* const r = right + frame;
+        _mm256_storeu_ps(l, _mm256_fmadd_ps(values, gainLeft, _mm256_loadu_ps(l)));
+        _mm256_storeu_ps(r, _mm256_fmadd_ps(values, gainRight, _mm256_loadu_ps(r)));
+    }
+};
+
+/// The common case, both stages in one: how many frames of it there were.
+VORNIC_AVX2_INLINE std::int64_t mixInside(const Voice& voice, const Avx2Resampler& resampler,
+                                          std::int64_t frames, const float* envelope, float* left,
+                                          float* right) {
+    if (voice.farEar != 0) {
+        return 0;
+    }
+    return envelope == nullptr
+               ? resampler.runInside(frames, AddToBoth<false>(left, right, voice, envelope))
+               : resampler.runInside(frames, AddToBoth<true>(left, right, voice, envelope));
+}
+
 /// What the vector code is not made for, and voices that the plain mixer stops the program for.
 bool needsPlainMixer(const Voice& voice, std::int64_t frames) VORNIC_REALTIME {
     constexpr double longestDelay = 0x1p20;
@@ -122,7 +159,8 @@ VORNIC_AVX2 void mixVoiceAvx2(Voice& voice, const FadeCurve& fade, std::int64_t 
     const Avx2Resampler resampler(voice);
     alignas(32) Block direct;
     alignas(32) Block delayed;
-    for (std::int64_t first = 0; first < sounding; first += blockFrames) {
+    std::int64_t first = mixInside(voice, resampler, sounding, envelope, left, right);
+    for (; first < sounding; first += blockFrames) {
         const std::int64_t count = std::min(blockFrames, sounding - first);
         resampler.run(first, count, 0.0, direct);
         if (voice.farEar != 0) {

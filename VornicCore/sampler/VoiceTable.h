@@ -18,7 +18,7 @@ class VoiceTable {
     using Slots = std::array<Voice, slotCount>;
 
     /// What became of an event.
-    enum class Outcome {
+    enum class Outcome : std::uint8_t {
         /// Nothing to play.
         ignored,
         started,
