@@ -31,6 +31,7 @@ std::string recordingName(const std::string& sound, int number) {
 
 StrokeSpec press(const std::string& sound) {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(recordingsPerSound));
     for (int number = 0; number < recordingsPerSound; ++number) {
         names.push_back(recordingName(sound, number));
     }
@@ -74,6 +75,7 @@ std::optional<std::vector<float>> BenchSource::samples(const std::string& id) co
 
 Board benchBoard() {
     std::vector<SoundSpec> specs;
+    specs.reserve(std::size(sounds));
     std::map<KeyGroup, Assignment> groups;
     for (const char* const sound : sounds) {
         specs.push_back(SoundSpec(sound, sound, "#000000", press(sound), std::nullopt,

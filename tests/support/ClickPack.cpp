@@ -11,11 +11,12 @@ namespace vornic {
 
 namespace {
 
-/// Short enough to be over before the next key, and gone before a room could add to it.
+/// Longer than a few blocks, so that a cycle that the graph skips costs a moment and not the click,
+/// and gone before the next key.
 std::vector<float> click() {
-    std::vector<float> frames(480);
+    std::vector<float> frames(1440);
     for (std::size_t frame = 0; frame < frames.size(); ++frame) {
-        frames[frame] = 0.9f * std::exp(-static_cast<float>(frame) / 48.0f);
+        frames[frame] = 0.9f * std::exp(-static_cast<float>(frame) / 480.0f);
     }
     return frames;
 }
