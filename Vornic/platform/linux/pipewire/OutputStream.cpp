@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <ctime>
 #include <utility>
 
 namespace vornic {
@@ -13,6 +14,19 @@ namespace vornic {
 namespace {
 
 constexpr std::uint32_t sampleRate = 48000;
+
+/// The time of a render call, in monotonic nanoseconds: that of the graph's cycle. A driver that
+/// catches up after a stall goes through the cycles it has missed as if they were on time; a cycle
+/// that long ago is counted from the clock itself (which the C library reads without a system
+/// call), so that the source can tell.
+std::uint64_t callNanos(std::int64_t cycleNanos) VORNIC_REALTIME {
+    constexpr std::int64_t longestDelay = 100'000'000;
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    const std::int64_t clockNanos = std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+    const bool onTime = cycleNanos > 0 && clockNanos - cycleNanos < longestDelay;
+    return static_cast<std::uint64_t>(onTime ? cycleNanos : clockNanos);
+}
 
 /// No media role: the session manager would give the stream the volume and the device that the user
 /// chose for all programs of that role, and desktops quieten some roles when others sound. With the
@@ -111,8 +125,7 @@ void OutputStream::process() VORNIC_REALTIME {
         timing_.calls.fetch_add(1, std::memory_order_relaxed);
 
         source_.render(frames, static_cast<float*>(memory.datas[0].data),
-                       static_cast<float*>(memory.datas[1].data),
-                       time.now > 0 ? static_cast<std::uint64_t>(time.now) : 0);
+                       static_cast<float*>(memory.datas[1].data), callNanos(time.now));
         for (std::uint32_t channel = 0; channel < 2; ++channel) {
             spa_chunk& chunk = *memory.datas[channel].chunk;
             chunk.offset = 0;

@@ -27,6 +27,7 @@ inline void disconnectCore(pw_core* core) {
 using LoopHandle = std::unique_ptr<pw_thread_loop, PipeWireDeleter<pw_thread_loop_destroy>>;
 using ContextHandle = std::unique_ptr<pw_context, PipeWireDeleter<pw_context_destroy>>;
 using CoreHandle = std::unique_ptr<pw_core, PipeWireDeleter<disconnectCore>>;
+using ProxyHandle = std::unique_ptr<pw_proxy, PipeWireDeleter<pw_proxy_destroy>>;
 using RegistryHandle = std::unique_ptr<pw_registry, PipeWireDeleter<destroyProxy>>;
 using MetadataHandle = std::unique_ptr<pw_metadata, PipeWireDeleter<destroyProxy>>;
 using NodeHandle = std::unique_ptr<pw_node, PipeWireDeleter<destroyProxy>>;

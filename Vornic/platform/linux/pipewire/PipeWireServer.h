@@ -64,7 +64,7 @@ class PipeWireServer {
         std::unique_ptr<DefaultSink> sink;
         std::unique_ptr<OutputStream> stream;
         int roundTrip = 0;      // number of the answer awaited
-        int roundTripsLeft = 2; // one brings the objects, the next what they say about themselves
+        int roundTripsLeft = 3; // for the objects, for what they say, for what was asked on that
         bool lost = false;
     };
 

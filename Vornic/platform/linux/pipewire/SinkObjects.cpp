@@ -4,7 +4,6 @@
 #include <spa/pod/iter.h>
 #include <spa/pod/parser.h>
 
-#include <array>
 #include <utility>
 
 namespace vornic {
@@ -111,10 +110,13 @@ SoundCard::SoundCard(pw_registry* registry, std::uint32_t id, const spa_dict* pr
         pw_device_events device{};
         device.version = PW_VERSION_DEVICE_EVENTS;
         device.info = [](void* self, const pw_device_info* info) {
+            auto* card = static_cast<SoundCard*>(self);
             if ((info->change_mask & PW_DEVICE_CHANGE_MASK_PROPS) != 0) {
-                auto* card = static_cast<SoundCard*>(self);
                 update(card->properties_, info->props);
                 card->changed_();
+            }
+            if ((info->change_mask & PW_DEVICE_CHANGE_MASK_PARAMS) != 0) {
+                card->askForRoutes(*info);
             }
         };
         device.param = [](void* self, int, std::uint32_t, std::uint32_t, std::uint32_t,
@@ -128,8 +130,16 @@ SoundCard::SoundCard(pw_registry* registry, std::uint32_t id, const spa_dict* pr
         return device;
     }();
     pw_device_add_listener(device_.get(), &listener_.hook, &events, this);
-    std::array<std::uint32_t, 1> wanted = {SPA_PARAM_Route};
-    pw_device_subscribe_params(device_.get(), wanted.data(), wanted.size());
+}
+
+void SoundCard::askForRoutes(const pw_device_info& info) {
+    // A subscription would bring them unasked, but not from every kind of card.
+    for (std::uint32_t i = 0; i < info.n_params; ++i) {
+        if (info.params[i].id == SPA_PARAM_Route &&
+            (info.params[i].flags & SPA_PARAM_INFO_READ) != 0) {
+            pw_device_enum_params(device_.get(), 0, SPA_PARAM_Route, 0, UINT32_MAX, nullptr);
+        }
+    }
 }
 
 std::string SoundCard::portType(std::int32_t profileDevice) const {

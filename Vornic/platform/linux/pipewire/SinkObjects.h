@@ -56,6 +56,8 @@ class SoundCard {
     std::string portType(std::int32_t profileDevice) const;
 
   private:
+    void askForRoutes(const pw_device_info& info);
+
     ObjectProperties properties_;
     std::map<std::int32_t, std::string> portTypes_; // by ActiveRoute::profileDevice
     std::function<void()> changed_;
