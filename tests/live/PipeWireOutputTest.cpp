@@ -136,6 +136,7 @@ TEST_F(PipeWireOutputTest, followsTheDefaultDevice) {
     ASSERT_TRUE(click());
     EXPECT_FALSE(output.device().isHeadphones);
     server.chooseSink("second");
+    ASSERT_TRUE(server.waitForDefaultSink("second"));
     ASSERT_TRUE(waitFor([&] { return output.device().name == "second"; }));
     EXPECT_TRUE(output.device().isHeadphones);
     EXPECT_TRUE(waitFor([&] {
@@ -145,6 +146,16 @@ TEST_F(PipeWireOutputTest, followsTheDefaultDevice) {
     SinkCapture capture({.sink = "second", .remote = server.remote()});
     ASSERT_TRUE(capture.waitUntilRunning());
     ASSERT_TRUE(waitFor([&] { return click() && capture.find(0, 0.01F); }));
+}
+
+TEST_F(PipeWireOutputTest, knowsAChangedDefaultDeviceBeforeItHasEverPlayed) {
+    startWithSink();
+    server.addSink("second", "device.bus=usb");
+    output.open(source);
+    server.chooseSink("second");
+    ASSERT_TRUE(server.waitForDefaultSink("second"));
+    ASSERT_TRUE(waitFor([&] { return output.device().name == "second"; }));
+    EXPECT_TRUE(output.device().isHeadphones);
 }
 
 TEST_F(PipeWireOutputTest, knowsABluetoothDevice) {

@@ -58,6 +58,7 @@ SinkCapture::SinkCapture(Options options)
 
 SinkCapture::~SinkCapture() {
     pw_thread_loop_stop(loop_.get());
+    pw_stream_disconnect(stream_.get()); // no block arrives any more
     stream_.reset();
     loop_.reset();
     pw_deinit();

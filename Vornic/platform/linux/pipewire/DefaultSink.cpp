@@ -54,8 +54,10 @@ std::string nameIn(std::string_view value) {
 
 } // namespace
 
-DefaultSink::DefaultSink(pw_core* core, std::function<void()> changed)
-    : changed_(std::move(changed)), registry_(pw_core_get_registry(core, PW_VERSION_REGISTRY, 0)) {
+DefaultSink::DefaultSink(pw_core* core, std::function<void()> changed,
+                         std::function<std::uint32_t()> ownNode)
+    : changed_(std::move(changed)), ownNode_(std::move(ownNode)),
+      registry_(pw_core_get_registry(core, PW_VERSION_REGISTRY, 0)) {
     if (registry_ == nullptr) {
         return;
     }
@@ -91,6 +93,12 @@ void DefaultSink::add(std::uint32_t id, const char* type, const spa_dict* proper
                lookUp(properties, PW_KEY_METADATA_NAME) == "default") {
         bindMetadata(id);
         changed_();
+    } else if (kind == PW_TYPE_INTERFACE_Link &&
+               numberOf<std::uint32_t>(std::string(lookUp(properties, PW_KEY_LINK_OUTPUT_NODE))) ==
+                   ownNode_()) {
+        // The stream is moved when the default sink changes: were the word of that lost, it would
+        // be missed here.
+        askAgain();
     }
 }
 

@@ -17,8 +17,10 @@ namespace vornic {
 /// to the server. Everything on the loop's thread.
 class DefaultSink {
   public:
-    /// `changed` is called after every event that may alter an answer below.
-    DefaultSink(pw_core* core, std::function<void()> changed);
+    /// `changed` is called after every event that may alter an answer below. `ownNode` gives the
+    /// number of the stream that plays to the default sink.
+    DefaultSink(pw_core* core, std::function<void()> changed,
+                std::function<std::uint32_t()> ownNode);
 
     /// What the default sink says about itself; absent while there is none. Without delay, buffer
     /// and rate, which only a running stream knows.
@@ -27,8 +29,8 @@ class DefaultSink {
     /// Whether somebody chooses a default sink at all: a session manager is running.
     bool hasSessionManager() const { return metadata_ != nullptr; }
 
-    /// Whether there are sinks but no word yet which is the default one. A server that is just
-    /// starting can lose that word on its way here.
+    /// Whether there are sinks but no word yet which is the default one. The word can get lost: a
+    /// server sends no changes to anybody while it answers somebody who asks for all of them.
     bool lacksDefault() const {
         return metadata_ != nullptr && !nodes_.empty() && defaultName_.empty();
     }
@@ -43,6 +45,7 @@ class DefaultSink {
     void setDefault(const char* key, const char* value);
 
     std::function<void()> changed_;
+    std::function<std::uint32_t()> ownNode_;
     RegistryHandle registry_;
     Listener registryListener_;
     std::uint32_t metadataId_ = SPA_ID_INVALID;

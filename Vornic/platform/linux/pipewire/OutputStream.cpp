@@ -104,6 +104,10 @@ void OutputStream::setActive(bool active) {
     pw_stream_set_active(stream_.get(), active);
 }
 
+std::uint32_t OutputStream::node() const {
+    return stream_ == nullptr ? SPA_ID_INVALID : pw_stream_get_node_id(stream_.get());
+}
+
 void OutputStream::process() VORNIC_REALTIME {
     pw_buffer* buffer = pw_stream_dequeue_buffer(stream_.get());
     if (buffer == nullptr) {

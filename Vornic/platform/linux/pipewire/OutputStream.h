@@ -43,6 +43,9 @@ class OutputStream {
 
     bool hasFailed() const { return failed_; }
 
+    /// The number that the server gave the stream; SPA_ID_INVALID while it has none.
+    std::uint32_t node() const;
+
   private:
     bool connect();
     void process() VORNIC_REALTIME;

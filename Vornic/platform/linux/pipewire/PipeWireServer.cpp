@@ -137,7 +137,11 @@ void PipeWireServer::connect() {
         return server;
     }();
     pw_core_add_listener(connection_->core.get(), &connection_->coreListener.hook, &events, this);
-    connection_->sink = std::make_unique<DefaultSink>(connection_->core.get(), [this] { wake(); });
+    connection_->sink = std::make_unique<DefaultSink>(
+        connection_->core.get(), [this] { wake(); },
+        [this] {
+            return connection_->stream == nullptr ? SPA_ID_INVALID : connection_->stream->node();
+        });
     connection_->roundTrip = pw_core_sync(connection_->core.get(), PW_ID_CORE, 0);
 }
 
