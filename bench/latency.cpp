@@ -20,6 +20,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -187,8 +188,13 @@ class LatencyBench {
 } // namespace vornic
 
 int main(int argc, char** argv) {
-    const int keys = argc > 1 ? std::atoi(argv[1]) : 2000;
-    const int rounds = argc > 2 ? std::atoi(argv[2]) : 10;
-    vornic::LatencyBench bench(VORNIC_PROGRAM, VORNIC_LATENCY_FLOOR);
-    return bench.run(std::max(keys, rounds), std::max(rounds, 1)) ? EXIT_SUCCESS : EXIT_FAILURE;
+    try {
+        const int keys = argc > 1 ? std::stoi(argv[1]) : 2000;
+        const int rounds = std::max(argc > 2 ? std::stoi(argv[2]) : 10, 1);
+        vornic::LatencyBench bench(VORNIC_PROGRAM, VORNIC_LATENCY_FLOOR);
+        return bench.run(std::max(keys, rounds), rounds) ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "bench_latency: %s\n", problem.what());
+        return EXIT_FAILURE;
+    }
 }
