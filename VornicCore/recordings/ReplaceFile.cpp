@@ -36,6 +36,10 @@ bool writeAll(int descriptor, std::span<const std::byte> bytes) {
     return true;
 }
 
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
+
 // The new name itself must survive a power cut too. Best effort: the content is already safe.
 void syncFolder(const fs::path& folder) {
     const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
@@ -47,21 +51,32 @@ void syncFolder(const fs::path& folder) {
 
 } // namespace
 
-bool replaceFile(const fs::path& file, std::span<const std::byte> bytes) {
+std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> bytes) {
     const fs::path beside = besideName(file);
     const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0) {
-        return false;
+        return lastError();
     }
-    bool done = writeAll(descriptor, bytes) && fsync(descriptor) == 0;
-    done = close(descriptor) == 0 && done;
-    done = done && std::rename(beside.c_str(), file.c_str()) == 0;
-    if (!done) {
+    std::error_code error;
+    if (!writeAll(descriptor, bytes) || fsync(descriptor) != 0) {
+        error = lastError();
+    }
+    if (close(descriptor) != 0 && !error) {
+        error = lastError();
+    }
+    if (!error && std::rename(beside.c_str(), file.c_str()) != 0) {
+        error = lastError();
+    }
+    if (error) {
         unlink(beside.c_str());
-        return false;
+        return error;
     }
     syncFolder(file.parent_path());
-    return true;
+    return {};
+}
+
+bool replaceFile(const fs::path& file, std::span<const std::byte> bytes) {
+    return !tryReplaceFile(file, bytes);
 }
 
 } // namespace vornic

@@ -50,6 +50,15 @@ TEST(ReplaceFile, failsWithoutTheFolder) {
     EXPECT_FALSE(replaceFile(folder / "missing/a", asBytes("content")));
 }
 
+TEST(ReplaceFile, saysWhatWentWrong) {
+    const ScratchFolder folder;
+    EXPECT_EQ(tryReplaceFile(folder / "a", asBytes("content")), std::error_code());
+    EXPECT_EQ(tryReplaceFile(folder / "missing/a", asBytes("content")),
+              std::errc::no_such_file_or_directory);
+    // No folder:
+    EXPECT_EQ(tryReplaceFile("/dev/full/a", asBytes("content")), std::errc::not_a_directory);
+}
+
 TEST(ReplaceFile, writersOfOneFileDoNotMix) {
     const ScratchFolder folder;
     const std::string first(100000, 'a');

@@ -1,0 +1,197 @@
+#include "Vornic/library/BoardStore.h"
+
+#include "VornicCore/board/json/BoardJson.h"
+#include "tests/support/ClickPack.h"
+#include "tests/support/ScratchFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
+
+namespace vornic {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
+
+/// While it lives no file of this process grows beyond `bytes`: a write then fails as it does on a
+/// full disk, also for root.
+class SmallDisk {
+  public:
+    explicit SmallDisk(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &former_);
+        const rlimit small{bytes, former_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &former_); }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+  private:
+    rlimit former_{};
+};
+
+class BoardStoreTest : public ::testing::Test {
+  protected:
+    BoardStoreTest() {
+        writeClickPack(scratch / "Packs");
+        packs = SoundPack::all(scratch / "Packs");
+    }
+
+    BoardStore open() const { return {packs, folder()}; }
+    std::filesystem::path folder() const { return scratch / "data/Boards"; }
+    std::filesystem::path fileOf(const Board& board) const {
+        return folder() / (board.id + ".json");
+    }
+
+    ScratchFolder scratch;
+    std::vector<SoundPack> packs;
+};
+
+TEST_F(BoardStoreTest, offersTheBuiltInBoardsBeforeThereIsAnyOther) {
+    const BoardStore store = open();
+    ASSERT_EQ(store.builtIn().size(), 1U);
+    EXPECT_TRUE(store.builtIn().front().builtIn);
+    EXPECT_THAT(store.mine(), IsEmpty());
+    EXPECT_THAT(store.problems(), IsEmpty());
+    ASSERT_NE(store.board("spring"), nullptr);
+    EXPECT_EQ(store.board("spring")->name, "Buckling Spring");
+    EXPECT_EQ(store.board("none"), nullptr);
+}
+
+TEST_F(BoardStoreTest, aCopyIsTheUsersAndThereAtTheNextStart) {
+    BoardStore store = open();
+    const Board copy = store.copy(store.builtIn().front(), std::nullopt);
+    EXPECT_THAT(copy.id, MatchesRegex("mine-[0-9A-F]{8}"));
+    EXPECT_EQ(copy.name, "Buckling Spring (mine)");
+    EXPECT_FALSE(copy.builtIn);
+    EXPECT_EQ(copy.sounds, store.builtIn().front().sounds);
+    EXPECT_EQ(open().mine(), std::vector<Board>{copy});
+    EXPECT_EQ(store.copy(copy, "Evening").name, "Evening");
+    EXPECT_EQ(open().mine().size(), 2U);
+}
+
+TEST_F(BoardStoreTest, savingReplacesTheBoardWithThatIdAndKeepsItsPlace) {
+    BoardStore store = open();
+    Board first = store.copy(store.builtIn().front(), "First");
+    store.copy(store.builtIn().front(), "Second");
+    first.name = "Changed";
+    EXPECT_FALSE(store.save(first));
+    ASSERT_EQ(store.mine().size(), 2U);
+    EXPECT_EQ(store.mine().front().name, "Changed");
+    EXPECT_EQ(decodeBoard(readBytes(fileOf(first))), first);
+}
+
+TEST_F(BoardStoreTest, theFileIsWrittenForPeopleToRead) {
+    BoardStore store = open();
+    const Board copy = store.copy(store.builtIn().front(), "First");
+    EXPECT_THAT(readBytes(fileOf(copy)),
+                HasSubstr("\n  \"builtIn\": false,\n  \"character\": {\n"));
+}
+
+TEST_F(BoardStoreTest, anotherEndingIsNoBoard) {
+    BoardStore store = open();
+    const Board copy = store.copy(store.builtIn().front(), "First");
+    std::filesystem::rename(fileOf(copy), folder() / (copy.id + ".json.bak"));
+    EXPECT_THAT(open().mine(), IsEmpty());
+    EXPECT_THAT(open().problems(), IsEmpty());
+}
+
+TEST_F(BoardStoreTest, removingTakesTheFileToo) {
+    BoardStore store = open();
+    const Board copy = store.copy(store.builtIn().front(), "First");
+    EXPECT_FALSE(store.remove(copy.id));
+    EXPECT_THAT(store.mine(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(fileOf(copy)));
+    EXPECT_FALSE(store.remove("spring"));
+    EXPECT_EQ(store.builtIn().size(), 1U);
+}
+
+TEST_F(BoardStoreTest, aBoardOfTheUsersHidesABuiltInOneOfTheSameId) {
+    Board mine = open().builtIn().front();
+    mine.builtIn = false;
+    mine.name = "My spring";
+    scratch.write("data/Boards/spring.json", encodeBoard(mine));
+    EXPECT_EQ(open().board("spring")->name, "My spring");
+}
+
+TEST_F(BoardStoreTest, aDamagedFileIsNamedLeftAloneAndHidesNoOther) {
+    BoardStore store = open();
+    const Board copy = store.copy(store.builtIn().front(), "First");
+    scratch.write("data/Boards/half.json", "{\"id\": \"half\", ");
+    const BoardStore again = open();
+    EXPECT_EQ(again.mine(), std::vector<Board>{copy});
+    EXPECT_THAT(again.problems(), ElementsAre(HasSubstr((folder() / "half.json").string())));
+    EXPECT_EQ(readBytes(folder() / "half.json"), "{\"id\": \"half\", ");
+}
+
+TEST_F(BoardStoreTest, noTextOfAFileDecidesWhereItIsWritten) {
+    Board evil = open().builtIn().front();
+    evil.id = "../../evil";
+    scratch.write("data/Boards/harmless.json", encodeBoard(evil));
+    BoardStore store = open();
+    ASSERT_EQ(store.mine().size(), 1U);
+    EXPECT_EQ(store.mine().front().id, "harmless");
+    // It also claimed to be built in, and then no edit could ever be kept.
+    EXPECT_FALSE(store.mine().front().builtIn);
+    evil.builtIn = false;
+    EXPECT_EQ(store.save(evil), std::errc::invalid_argument);
+    EXPECT_FALSE(std::filesystem::exists(scratch / "evil.json"));
+}
+
+TEST_F(BoardStoreTest, builtInBoardsAreNeverWritten) {
+    BoardStore store = open();
+    EXPECT_EQ(store.save(store.builtIn().front()), std::errc::invalid_argument);
+    EXPECT_FALSE(std::filesystem::exists(folder()));
+}
+
+TEST_F(BoardStoreTest, aFullDiskIsReportedAndLosesNothing) {
+    BoardStore store = open();
+    Board board = store.copy(store.builtIn().front(), "Before");
+    board.name = "After";
+    {
+        const SmallDisk disk(100);
+        EXPECT_EQ(store.save(board), std::errc::file_too_large);
+    }
+    EXPECT_EQ(store.mine().front().name, "After");
+    EXPECT_EQ(open().mine().front().name, "Before");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder()), {}), 1);
+    EXPECT_FALSE(store.save(board));
+    EXPECT_EQ(open().mine().front().name, "After");
+}
+
+TEST_F(BoardStoreTest, aFolderThatCannotBeMadeIsReported) {
+    scratch.write("data", "a file where the folder should be");
+    BoardStore store = open();
+    std::error_code error;
+    const Board copy = store.copy(store.builtIn().front(), "First", &error);
+    EXPECT_EQ(error, std::errc::not_a_directory);
+    EXPECT_EQ(store.mine(), std::vector<Board>{copy});
+}
+
+TEST_F(BoardStoreTest, aBoardWhoseFileStaysIsNotGone) {
+    BoardStore store = open();
+    const Board copy = store.copy(store.builtIn().front(), "First");
+    // A folder with something in it cannot be removed like a file.
+    std::filesystem::remove(fileOf(copy));
+    scratch.write("data/Boards/" + copy.id + ".json/inside", "");
+    EXPECT_TRUE(store.remove(copy.id));
+    EXPECT_EQ(store.mine().size(), 1U);
+}
+
+TEST_F(BoardStoreTest, sweepsUpWhatAWriteThatWasCutShortHasLeft) {
+    scratch.write("data/Boards/.mine-1.json.123-0.part", "{");
+    scratch.write("data/Boards/notes.part", "the user's");
+    EXPECT_THAT(open().problems(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(folder() / ".mine-1.json.123-0.part"));
+    EXPECT_TRUE(std::filesystem::exists(folder() / "notes.part"));
+}
+
+} // namespace
+} // namespace vornic
