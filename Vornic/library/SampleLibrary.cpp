@@ -1,18 +1,38 @@
 #include "Vornic/library/SampleLibrary.h"
 
+#include "VornicCore/board/Uuid.h"
 #include "VornicCore/recordings/LoadAudio.h"
+#include "VornicCore/render/PartSamples.h"
 
+#include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace vornic {
 
-SampleLibrary::SampleLibrary(std::span<const SoundPack> packs) {
+namespace {
+
+const std::string derivedSource = "Built in";
+const std::string userSource = "Yours";
+
+} // namespace
+
+SampleLibrary::SampleLibrary(std::span<const SoundPack> packs, std::filesystem::path userFolder,
+                             Report report)
+    : userFolder_(std::move(userFolder)), report_(std::move(report)) {
     for (const SoundPack& pack : packs) {
         for (const auto& [keyClass, files] : pack.files) {
             load(pack, files);
         }
         load(pack, pack.releaseFiles);
     }
+    derive("clicky/regular-01", PartSamples::clickKey, "Click (from Clicky)", LayerPart::click,
+           PartSamples::click);
+    derive("spring/regular-01", PartSamples::springKey, "Spring ping (from Buckling Spring)",
+           LayerPart::spring, PartSamples::spring);
+    derive("metal/regular-01", PartSamples::rattleKey, "Wire rattle (from Metallic)",
+           LayerPart::rattle, PartSamples::rattle);
+    loadUserSamples();
 }
 
 void SampleLibrary::load(const SoundPack& pack, const std::vector<std::filesystem::path>& files) {
@@ -24,10 +44,167 @@ void SampleLibrary::load(const SoundPack& pack, const std::vector<std::filesyste
     }
 }
 
+void SampleLibrary::derive(const std::string& from, std::string_view id, const std::string& name,
+                           LayerPart part, std::vector<float> (*make)(std::span<const float>)) {
+    const std::lock_guard guard(lock_);
+    const auto found = store_.find(from);
+    if (found == store_.end()) {
+        return;
+    }
+    std::vector<float> samples = make(found->second);
+    if (samples.empty()) {
+        return;
+    }
+    store_[std::string(id)] = std::move(samples);
+    infos_.push_back({std::string(id), name, part, derivedSource, true});
+}
+
+void SampleLibrary::loadUserSamples() {
+    for (const SampleInfo& info : userFolder_.listed()) {
+        // An index is a file like any other: it may not replace what comes from elsewhere.
+        if (info.builtIn || samples(info.id)) {
+            continue;
+        }
+        std::optional<std::vector<float>> samples = loadAudio(userFolder_.fileOf(info.id));
+        const std::lock_guard guard(lock_);
+        if (samples) {
+            store_[info.id] = *std::move(samples);
+            infos_.push_back(info);
+            unread_.erase(info.id);
+        } else {
+            unread_.insert(info.id);
+        }
+    }
+}
+
 std::optional<std::vector<float>> SampleLibrary::samples(const std::string& id) const {
     const std::lock_guard guard(lock_);
     const auto found = store_.find(id);
     return found == store_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::vector<SampleInfo> SampleLibrary::userSamples() const {
+    const std::lock_guard guard(lock_);
+    return infos_;
+}
+
+SampleInfo SampleLibrary::addUser(const std::string& name, LayerPart part,
+                                  const std::optional<std::string>& id,
+                                  std::vector<float> samples) {
+    SampleInfo info = store(name, part, id, std::move(samples));
+    if (!write({info})) {
+        report("Couldn't save the sound \"" + name + "\" in " + userFolder_.path().string() +
+               "; it is lost when Vornic ends.");
+    }
+    return info;
+}
+
+std::vector<SampleInfo> SampleLibrary::addUsers(std::vector<NewSample> added) {
+    std::vector<SampleInfo> infos;
+    for (NewSample& each : added) {
+        infos.push_back(store(each.name, each.part, std::nullopt, std::move(each.samples)));
+    }
+    if (!infos.empty() && !write(infos)) {
+        for (const SampleInfo& info : infos) {
+            userFolder_.remove(info.id);
+            forget(info.id);
+        }
+        report("Couldn't save the sounds in " + userFolder_.path().string() + ".");
+        return {};
+    }
+    return infos;
+}
+
+SampleInfo SampleLibrary::addForThisRun(NewSample added) {
+    SampleInfo info = store(added.name, added.part, std::nullopt, std::move(added.samples));
+    const std::lock_guard guard(lock_);
+    passing_.insert(info.id);
+    return info;
+}
+
+bool SampleLibrary::removeUser(const std::string& id) {
+    if (!isUsers(id)) {
+        return false;
+    }
+    bool passing = false;
+    {
+        const std::lock_guard guard(lock_);
+        passing = passing_.contains(id);
+    }
+    forget(id);
+    if (!passing && !userFolder_.path().empty()) {
+        if (updateIndex({}, {id})) {
+            userFolder_.remove(id);
+        } else {
+            report("Couldn't remove a sound from " + userFolder_.path().string() + ".");
+        }
+    }
+    return true;
+}
+
+SampleInfo SampleLibrary::store(const std::string& name, LayerPart part,
+                                const std::optional<std::string>& id, std::vector<float> samples) {
+    const std::lock_guard guard(lock_);
+    SampleInfo info{id ? *id : freshID(), name, part, userSource, false};
+    store_[info.id] = std::move(samples);
+    std::erase_if(infos_, [&](const SampleInfo& other) { return other.id == info.id; });
+    infos_.push_back(info);
+    return info;
+}
+
+void SampleLibrary::forget(const std::string& id) {
+    const std::lock_guard guard(lock_);
+    store_.erase(id);
+    passing_.erase(id);
+    std::erase_if(infos_, [&](const SampleInfo& info) { return info.id == id; });
+}
+
+bool SampleLibrary::write(const std::vector<SampleInfo>& added) {
+    if (userFolder_.path().empty()) {
+        return true;
+    }
+    for (const SampleInfo& info : added) {
+        if (!userFolder_.write(info.id, samples(info.id).value_or(std::vector<float>()))) {
+            return false;
+        }
+    }
+    return updateIndex(added, {});
+}
+
+bool SampleLibrary::updateIndex(const std::vector<SampleInfo>& added, std::set<std::string> gone) {
+    std::vector<SampleInfo> known;
+    {
+        const std::lock_guard guard(lock_);
+        std::ranges::copy_if(infos_, std::back_inserter(known), [&](const SampleInfo& info) {
+            return !info.builtIn && !passing_.contains(info.id);
+        });
+        gone.insert(unread_.begin(), unread_.end());
+    }
+    return userFolder_.update(known, added, gone);
+}
+
+bool SampleLibrary::isUsers(const std::string& id) const {
+    const std::lock_guard guard(lock_);
+    const auto found = std::ranges::find(infos_, id, &SampleInfo::id);
+    return found != infos_.end() && !found->builtIn;
+}
+
+// Call under the lock. Eight digits may come up twice, and another program may have taken them.
+std::string SampleLibrary::freshID() const {
+    for (;;) {
+        const std::string id = "user/" + Uuid::random().text().substr(0, 8);
+        std::error_code ignored;
+        if (!store_.contains(id) && (userFolder_.path().empty() ||
+                                     !std::filesystem::exists(userFolder_.fileOf(id), ignored))) {
+            return id;
+        }
+    }
+}
+
+void SampleLibrary::report(const std::string& problem) const {
+    if (report_) {
+        report_(problem);
+    }
 }
 
 std::size_t SampleLibrary::count() const {

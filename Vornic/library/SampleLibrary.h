@@ -1,10 +1,15 @@
 #pragma once
 
+#include "Vornic/library/SampleInfo.h"
+#include "Vornic/library/UserSampleFolder.h"
 #include "VornicCore/recordings/SoundPack.h"
 #include "VornicCore/render/SampleSource.h"
 
+#include <filesystem>
+#include <functional>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -12,25 +17,79 @@
 
 namespace vornic {
 
-/// Every recording in memory, 48 kHz mono, by its sample identifier ("spring/regular-01"). Loaded
-/// once; read by the thread that fills banks. Every function may be called from any thread.
+/// Every recording in memory, 48 kHz mono, by its sample identifier: those of the packs
+/// ("spring/regular-01"), the layers derived from them ("part/click") and the user's own
+/// ("user/1A2B3C4D"). Read by the thread that fills banks. Every function may be called from any
+/// thread.
 class SampleLibrary final : public SampleSource {
   public:
-    /// Loads every press and release of `packs`. Files that cannot be read are left out. Takes
-    /// well under a millisecond a recording, so it loads them one after the other.
-    explicit SampleLibrary(std::span<const SoundPack> packs);
+    /// A sample that is to become the user's.
+    struct NewSample {
+        std::string name;
+        LayerPart part = LayerPart::bottomOut;
+        std::vector<float> samples;
+    };
+    /// Told, in a sentence, what could not be written; by the thread that wanted to.
+    using Report = std::function<void(const std::string&)>;
+
+    /// Loads every press and release of `packs`, derives the click, the spring ping and the wire
+    /// rattle from them, and loads the user's samples in `userFolder` ("Samples" of AppFolders).
+    /// Files that cannot be read are left out. Takes well under a millisecond a recording, so it
+    /// loads them one after the other. Without a user folder, nothing is written.
+    explicit SampleLibrary(std::span<const SoundPack> packs, std::filesystem::path userFolder = {},
+                           Report report = {});
 
     /// A copy of the samples stored under `id`, or none.
     [[nodiscard]] std::optional<std::vector<float>> samples(const std::string& id) const override;
+
+    /// What there is besides the packs: the derived samples, which are `builtIn`, and the user's,
+    /// each in the order in which they were added.
+    [[nodiscard]] std::vector<SampleInfo> userSamples() const;
+
+    /// Adds a sample of the user's, under a fresh identifier unless one is given, and writes it to
+    /// the user folder: first its file, then the index. When that fails, the sample is there for
+    /// this run only.
+    SampleInfo addUser(const std::string& name, LayerPart part,
+                       const std::optional<std::string>& id, std::vector<float> samples);
+
+    /// Adds several at once, all under fresh identifiers, or, when not all of them can be written,
+    /// none; then the result is empty.
+    std::vector<SampleInfo> addUsers(std::vector<NewSample> added);
+
+    /// Adds a sample under a fresh identifier for this run only; nothing is written.
+    SampleInfo addForThisRun(NewSample added);
+
+    /// Forgets a sample of the user's and removes it from the user folder: first from the index,
+    /// then its file. False if there is none under `id`.
+    bool removeUser(const std::string& id);
+
+    /// Loads the samples that the index of the user folder lists and that are not there yet.
+    void loadUserSamples();
 
     /// How many recordings there are.
     [[nodiscard]] std::size_t count() const;
 
   private:
     void load(const SoundPack& pack, const std::vector<std::filesystem::path>& files);
+    void derive(const std::string& from, std::string_view id, const std::string& name,
+                LayerPart part, std::vector<float> (*make)(std::span<const float>));
+    SampleInfo store(const std::string& name, LayerPart part, const std::optional<std::string>& id,
+                     std::vector<float> samples);
+    void forget(const std::string& id);
+    bool write(const std::vector<SampleInfo>& added);
+    bool updateIndex(const std::vector<SampleInfo>& added, std::set<std::string> gone);
+    bool isUsers(const std::string& id) const;
+    std::string freshID() const;
+    void report(const std::string& problem) const;
 
     std::unordered_map<std::string, std::vector<float>> store_; // guarded by lock_
+    std::vector<SampleInfo> infos_;                             // guarded by lock_
+    // Listed but not readable, and for this run only; both guarded by lock_.
+    std::set<std::string> unread_;
+    std::set<std::string> passing_;
     mutable std::mutex lock_;
+    const UserSampleFolder userFolder_;
+    const Report report_;
 };
 
 } // namespace vornic

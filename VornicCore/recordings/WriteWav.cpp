@@ -52,12 +52,12 @@ std::int16_t integerOf(float sample) {
 
 } // namespace
 
-void writeWAV(std::span<const float> samples, const std::filesystem::path& file) {
+bool writeWAV(std::span<const float> samples, const std::filesystem::path& file) {
     require(samples.size() <= std::numeric_limits<std::uint32_t>::max(),
             "a WAV file of more samples than 32 bits can count");
     const std::uint64_t dataSize = std::uint64_t{samples.size()} * bytesPerFrame;
     if (dataSize > std::numeric_limits<std::uint32_t>::max() - headerSize) {
-        return;
+        return false;
     }
     Bytes bytes(headerSize + dataSize);
     bytes.text("RIFF");
@@ -75,7 +75,7 @@ void writeWAV(std::span<const float> samples, const std::filesystem::path& file)
     for (const float sample : samples) {
         bytes.number16(static_cast<std::uint16_t>(integerOf(sample)));
     }
-    replaceFile(file, bytes.all());
+    return replaceFile(file, bytes.all());
 }
 
 } // namespace vornic
