@@ -5,7 +5,7 @@
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "Vornic/library/TextFile.h"
-#include "VornicCore/recordings/RecordedBank.h"
+#include "Vornic/rendering/RenderService.h"
 #include "VornicCore/recordings/SoundPack.h"
 
 #include <nlohmann/json.hpp>
@@ -67,18 +67,17 @@ TypeOutcome playIntoFile(const TypeRequest& request, const std::vector<KeyEvent>
     settings->board = std::make_shared<const Board>(chooseBoard(request.board, packs));
     settings->stage = request.stage;
     settings->binaural = wantsBinaural(request.stage.placement, request.outputKind, false);
-    auto bank = std::make_shared<const VoiceBank>(
-        recordedBank(*settings->board,
-                     [&library](const std::string& sample) { return library.samples(sample); }));
+    RenderedBoard rendered = RenderService::build(*settings->board, library);
 
     TypeOutcome outcome;
-    if (bank->pools().empty()) {
+    outcome.remarks = std::move(rendered.messages);
+    if (rendered.bank->pools().empty()) {
         outcome.remarks.push_back("None of this board's recordings is there, so it is silent.");
     }
     FileOutput output(request.out);
     const OfflinePlayer player({request.seed, request.raw, request.volume});
     outcome.report =
-        player.play(events, std::move(settings), std::move(bank), output,
+        player.play(events, std::move(settings), std::move(rendered.bank), output,
                     [&outcome](const std::string& problem) { outcome.remarks.push_back(problem); });
     return outcome;
 }

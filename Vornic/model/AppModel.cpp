@@ -3,16 +3,16 @@
 #include "Vornic/keystroke/DeskReflection.h"
 #include "Vornic/library/BoardChoice.h"
 #include "VornicCore/recordings/BuiltInBoards.h"
-#include "VornicCore/recordings/RecordedBank.h"
 #include "VornicCore/recordings/SoundPack.h"
 
 #include <algorithm>
-#include <chrono>
 #include <random>
 #include <stdexcept>
 #include <utility>
 
 namespace vornic {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -32,13 +32,13 @@ AppModel::~AppModel() {
 }
 
 void AppModel::start() {
-    using namespace std::chrono_literals;
     keyThread_ = std::make_unique<KeyThread>();
     sound_ = std::make_unique<SoundEngine>(
         platform_.output, platform_.clock,
         [this](std::function<void()> work) { keyThread_->post(std::move(work)); });
     sound_->onOutputChange = [this] { refreshState(); };
     sound_->setVolume(options_.volume);
+    renderer_ = std::make_unique<RenderService>(platform_.clock, platform_.scheduler);
     driver_ = std::make_unique<KeystrokeDriver>(
         *sound_, platform_.clock, systemSeed(),
         [this](const std::string& problem) { platform_.log.warning(problem); });
@@ -56,7 +56,7 @@ void AppModel::start() {
 
 void AppModel::loadBoards() {
     const auto packs = SoundPack::all(options_.packs);
-    library_ = std::make_unique<SampleLibrary>(packs);
+    library_ = std::make_shared<const SampleLibrary>(packs);
     boards_ = BuiltInBoards::make(packs);
     try {
         makeCurrent(chooseBoard(options_.board, packs));
@@ -79,8 +79,25 @@ bool AppModel::selectBoard(const std::string& id) {
 
 void AppModel::makeCurrent(const Board& board) {
     board_ = std::make_shared<const Board>(board);
-    sound_->setBank(std::make_shared<const VoiceBank>(recordedBank(
-        *board_, [this](const std::string& sample) { return library_->samples(sample); })));
+    render(0ms);
+}
+
+void AppModel::render(std::chrono::milliseconds delay) {
+    renderer_->render(*board_, library_, delay,
+                      [this, board = board_](const RenderedBoard& rendered, double seconds) {
+                          play(board, rendered, seconds);
+                      });
+}
+
+void AppModel::play(std::shared_ptr<const Board> board, const RenderedBoard& rendered,
+                    double seconds) {
+    for (const std::string& message : rendered.messages) {
+        platform_.log.warning(message);
+    }
+    // Board and bank change together: a key of the one finds no sound in the other.
+    playing_ = std::move(board);
+    lastRenderSeconds_ = seconds;
+    sound_->setBank(rendered.bank);
     publish();
 }
 
@@ -107,7 +124,7 @@ void AppModel::setVolume(double volume) {
 
 void AppModel::publish() {
     auto settings = std::make_shared<PlaySettings>();
-    settings->board = board_;
+    settings->board = playing_;
     settings->stage = stage_;
     settings->binaural = wantsBinaural(stage_.placement, options_.outputKind, headphones_);
     settings->silenced = !soundsOn_;

@@ -12,8 +12,10 @@
 #include "Vornic/platform/KeyTap.h"
 #include "Vornic/platform/Log.h"
 #include "Vornic/platform/Scheduler.h"
+#include "Vornic/rendering/RenderService.h"
 #include "VornicCore/board/Board.h"
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -62,7 +64,8 @@ class AppModel {
     /// The current board; none when no pack was found.
     const Board* board() const { return board_.get(); }
 
-    /// Makes the board with this id current; false when there is none.
+    /// Makes the board with this id current; false when there is none. The old board plays on until
+    /// the new one is rendered.
     bool selectBoard(const std::string& id);
 
     /// The user's switch.
@@ -76,6 +79,8 @@ class AppModel {
     bool onBluetooth() const { return onBluetooth_; }
     bool headphones() const { return headphones_; }
     const TypingActivity& activity() const { return activity_; }
+    /// How long the board that plays took to render, in seconds; none before the first one has.
+    std::optional<double> lastRenderSeconds() const { return lastRenderSeconds_; }
 
     /// How keys became voices so far, for the log: "Voices started: 12, stolen: 0, dropped: 0".
     std::string voiceReport() const;
@@ -87,6 +92,8 @@ class AppModel {
     void loadBoards();
     void startKeys();
     void makeCurrent(const Board& board);
+    void render(std::chrono::milliseconds delay);
+    void play(std::shared_ptr<const Board> board, const RenderedBoard& rendered, double seconds);
     void stopKeys();
     void refreshTap();
     void postToMain(std::function<void()> work);
@@ -96,9 +103,12 @@ class AppModel {
 
     Platform platform_;
     Options options_;
-    std::unique_ptr<SampleLibrary> library_;
+    std::shared_ptr<const SampleLibrary> library_;
     std::vector<Board> boards_;
     std::shared_ptr<const Board> board_;
+    /// What keys play: the current board as it was last rendered.
+    std::shared_ptr<const Board> playing_;
+    std::optional<double> lastRenderSeconds_;
     StageSpec stage_;
     bool soundsOn_ = true;
     TapState tapState_ = TapState::needsPermission;
@@ -115,6 +125,7 @@ class AppModel {
     std::unique_ptr<SoundEngine> sound_;
     std::unique_ptr<KeystrokeDriver> driver_; // key thread
     std::unique_ptr<KeyThread> keyThread_;
+    std::unique_ptr<RenderService> renderer_;
     std::vector<std::unique_ptr<Scheduler::Timer>> timers_;
 };
 
