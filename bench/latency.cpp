@@ -33,7 +33,8 @@
 namespace vornic {
 namespace {
 
-constexpr float onsetLevel = 0.1f;
+/// A quarter of the softest click that typing dynamics make of the pack's; silence has none at all.
+constexpr float onsetLevel = 0.02f;
 /// The place in the alphabet of the letter that is typed.
 constexpr int letterF = 5;
 
