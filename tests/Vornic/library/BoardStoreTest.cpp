@@ -3,12 +3,10 @@
 #include "VornicCore/board/json/BoardJson.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SmallDisk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace vornic {
 namespace {
@@ -18,24 +16,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::MatchesRegex;
-
-/// While it lives no file of this process grows beyond `bytes`: a write then fails as it does on a
-/// full disk, also for root.
-class SmallDisk {
-  public:
-    explicit SmallDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &former_);
-        const rlimit small{bytes, former_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &former_); }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-  private:
-    rlimit former_{};
-};
 
 class BoardStoreTest : public ::testing::Test {
   protected:

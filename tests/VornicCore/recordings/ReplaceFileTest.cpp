@@ -55,7 +55,7 @@ TEST(ReplaceFile, saysWhatWentWrong) {
     EXPECT_EQ(tryReplaceFile(folder / "a", asBytes("content")), std::error_code());
     EXPECT_EQ(tryReplaceFile(folder / "missing/a", asBytes("content")),
               std::errc::no_such_file_or_directory);
-    // No folder:
+    // A file stands where a folder should.
     EXPECT_EQ(tryReplaceFile("/dev/full/a", asBytes("content")), std::errc::not_a_directory);
 }
 
