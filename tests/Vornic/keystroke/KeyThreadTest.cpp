@@ -202,17 +202,22 @@ TEST(KeyThread, aSourceThatHasHungUpCostsNothing) {
 TEST(KeyThread, aSourceThatComesBackIsHeardAgain) {
     PipeSource source;
     KeyThread keys;
-    runOn(keys, [&] { keys.watch(source); });
-    const int before = source.fileDescriptor();
+    int before = -1;
+    runOn(keys, [&] {
+        keys.watch(source);
+        before = source.fileDescriptor();
+    });
     source.hangUp();
     ASSERT_TRUE(waitFor([&] {
         bool gone = false;
         runOn(keys, [&] { gone = source.fileDescriptor() < 0; });
         return gone;
     }));
-    runOn(keys, [&] { source.open(); });
-    // The system gives the lowest free number: the same one again.
-    EXPECT_EQ(source.fileDescriptor(), before);
+    runOn(keys, [&] {
+        source.open();
+        // The system gives the lowest free number: the same one again.
+        EXPECT_EQ(source.fileDescriptor(), before);
+    });
     source.send('a');
     EXPECT_TRUE(waitFor([&] { return source.count == 1; }));
 }
