@@ -11,10 +11,9 @@
 #include "Vornic/platform/linux/system/JournalLog.h"
 #include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "Vornic/platform/linux/system/ProgramPath.h"
-#include "Vornic/platform/linux/x11/X11HotKey.h"
-#include "Vornic/platform/linux/x11/X11KeyTap.h"
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
+#include "Vornic/runKeys.h"
 
 #include <QCoreApplication>
 #include <QStandardPaths>
@@ -62,10 +61,9 @@ int run(const RunRequest& request, QCoreApplication& application) {
         return playDemo(request, source.problem, log);
     }
     PipeWireOutput output(scheduler);
-    X11KeyTap tap(clock);
-    X11HotKey hotKey;
+    const SessionKeys keys = makeSessionKeys(source.kind, clock);
     AppModel model(
-        {output, tap, hotKey, clock, scheduler, log},
+        {output, *keys.tap, *keys.hotKey, clock, scheduler, log},
         {request.packs, request.board, request.volume, request.outputKind, request.stage});
     model.start();
     if (const std::string problem = output.problem(); !problem.empty()) {

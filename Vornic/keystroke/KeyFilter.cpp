@@ -24,6 +24,10 @@ bool KeyFilter::acceptsRelease(NativeKey key) {
     return down_.erase(key) > 0 || heldBefore_.erase(key.code) > 0;
 }
 
+void KeyFilter::forgetKeyboard(std::uint32_t keyboard) {
+    std::erase_if(down_, [keyboard](const NativeKey& key) { return key.keyboard == keyboard; });
+}
+
 void KeyFilter::reset() {
     down_.clear();
     heldBefore_.clear();

@@ -28,6 +28,9 @@ class KeyFilter {
     /// release one twice.
     bool accepts(NativeKey key, std::int64_t keyCode, bool down);
 
+    /// Forgets which keys of `keyboard` are down, since it is gone.
+    void forgetKeyboard(std::uint32_t keyboard);
+
     /// Forgets which keys are down, after a time in which events were missed.
     void reset();
 

@@ -21,14 +21,12 @@ SessionEnvironment sessionEnvironment() {
 
 KeySource chooseKeySource(const SessionEnvironment& session) {
     if (!session.waylandDisplay.empty() || session.sessionType == "wayland") {
-        return {.kind = KeySourceKind::none,
-                .problem = "Vornic cannot hear the keys of a Wayland session yet: log in "
-                           "to an X11 session to use it."};
+        return {.kind = KeySourceKind::evdev, .problem = {}};
     }
     if (session.x11Display.empty()) {
         return {.kind = KeySourceKind::none,
                 .problem = "There is no display to hear keys from: start Vornic inside "
-                           "an X11 session."};
+                           "a graphical session."};
     }
     return {.kind = KeySourceKind::x11, .problem = {}};
 }

@@ -19,7 +19,13 @@ struct SessionEnvironment {
 SessionEnvironment sessionEnvironment();
 
 /// Where keys can be heard.
-enum class KeySourceKind : std::uint8_t { none, x11 };
+enum class KeySourceKind : std::uint8_t {
+    none,
+    /// An X server, which tells every client about all keys.
+    x11,
+    /// The kernel's keyboards.
+    evdev,
+};
 
 struct KeySource {
     KeySourceKind kind = KeySourceKind::none;
@@ -27,8 +33,9 @@ struct KeySource {
     std::string problem;
 };
 
-/// Chooses the source of keys for a session. In a Wayland session an X display is only XWayland's,
-/// which hears the keys of some windows and not of others, so it is never taken for a source.
+/// Chooses the source of keys for a session, once for the life of the program. In a Wayland session
+/// an X display is only XWayland's, which hears the keys of some windows and not of others, so it
+/// is never taken for a source, not even while keyboards may not be read.
 KeySource chooseKeySource(const SessionEnvironment& session);
 
 } // namespace vornic

@@ -96,7 +96,7 @@ TEST_F(ProgramTest, withoutADisplayPlaysThePhraseIntoAFileAndEndsWell) {
     const auto program = start({"--packs", packs().string()},
                                {{"DISPLAY", ""}, {"XDG_CACHE_HOME", scratch.path().string()}});
     EXPECT_EQ(program->wait(), 0);
-    EXPECT_THAT(readBytes(log()), HasSubstr("start Vornic inside an X11 session"));
+    EXPECT_THAT(readBytes(log()), HasSubstr("start Vornic inside a graphical session"));
     EXPECT_THAT(readBytes(log()), HasSubstr((scratch / "Vornic/demo.wav").string()));
     // 2.2 s of stereo floats at the least.
     EXPECT_GT(std::filesystem::file_size(scratch / "Vornic/demo.wav"), 840'000u);

@@ -93,5 +93,15 @@ TEST(KeyFilter, aResetForgetsHeldKeys) {
     EXPECT_FALSE(filter.accepts(keyS, letterS, false));
 }
 
+TEST(KeyFilter, aForgottenKeyboardHoldsNothingAndOthersHoldOn) {
+    KeyFilter filter;
+    EXPECT_TRUE(filter.accepts(keyA, letterA, true));
+    EXPECT_TRUE(filter.accepts(keyAElsewhere, letterA, true));
+    filter.forgetKeyboard(keyA.keyboard);
+    EXPECT_FALSE(filter.accepts(keyA, letterA, false));
+    EXPECT_TRUE(filter.accepts(keyA, letterA, true));
+    EXPECT_TRUE(filter.accepts(keyAElsewhere, letterA, false));
+}
+
 } // namespace
 } // namespace vornic

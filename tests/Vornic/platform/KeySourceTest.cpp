@@ -9,7 +9,6 @@ namespace vornic {
 namespace {
 
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
 
 TEST(KeySource, anX11SessionIsHeardThroughX11) {
     for (const SessionEnvironment& session :
@@ -26,16 +25,15 @@ TEST(KeySource, aWaylandSessionIsNeverHeardThroughXWayland) {
          {SessionEnvironment{":0", "wayland-0", "wayland"},
           SessionEnvironment{":0", "wayland-0", ""}, SessionEnvironment{":0", "", "wayland"}}) {
         const KeySource source = chooseKeySource(session);
-        EXPECT_EQ(source.kind, KeySourceKind::none);
-        EXPECT_THAT(source.problem, HasSubstr("Wayland"));
-        EXPECT_THAT(source.problem, EndsWith("."));
+        EXPECT_EQ(source.kind, KeySourceKind::evdev);
+        EXPECT_TRUE(source.problem.empty());
     }
 }
 
 TEST(KeySource, withoutADisplayItSaysWhatToDo) {
     const KeySource source = chooseKeySource({});
     EXPECT_EQ(source.kind, KeySourceKind::none);
-    EXPECT_THAT(source.problem, HasSubstr("start Vornic inside an X11 session"));
+    EXPECT_THAT(source.problem, EndsWith("start Vornic inside a graphical session."));
 }
 
 TEST(KeySource, readsTheEnvironment) {

@@ -1,0 +1,65 @@
+#include "Vornic/platform/linux/evdev/KeyGrant.h"
+
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <system_error>
+#include <vector>
+
+namespace vornic {
+
+namespace {
+
+std::optional<gid_t> groupNumber(const std::string& name) {
+    std::vector<char> buffer(1024);
+    for (;;) {
+        group entry{};
+        group* found = nullptr;
+        const int error = getgrnam_r(name.c_str(), &entry, buffer.data(), buffer.size(), &found);
+        if (error != ERANGE) {
+            return found == nullptr ? std::nullopt : std::optional(found->gr_gid);
+        }
+        buffer.resize(buffer.size() * 2);
+    }
+}
+
+} // namespace
+
+const std::filesystem::path& KeyGrant::agreement() {
+    static const std::filesystem::path path = "/etc/vornic/input-monitoring";
+    return path;
+}
+
+bool KeyGrant::given() const {
+    std::error_code ignored;
+    return geteuid() == 0 || std::filesystem::exists(agreement(), ignored) ||
+           isMember(getuid(), "input");
+}
+
+bool KeyGrant::isMember(unsigned user, const std::string& group) {
+    const auto wanted = groupNumber(group);
+    std::vector<char> buffer(1024);
+    passwd entry{};
+    passwd* found = nullptr;
+    int error = ERANGE;
+    while (wanted &&
+           (error = getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found)) == ERANGE) {
+        buffer.resize(buffer.size() * 2);
+    }
+    if (found == nullptr) {
+        return false;
+    }
+    int count = 32;
+    std::vector<gid_t> groups(static_cast<std::size_t>(count));
+    while (getgrouplist(found->pw_name, found->pw_gid, groups.data(), &count) < 0) {
+        groups.resize(static_cast<std::size_t>(count));
+    }
+    groups.resize(static_cast<std::size_t>(count));
+    return std::ranges::find(groups, *wanted) != groups.end();
+}
+
+} // namespace vornic

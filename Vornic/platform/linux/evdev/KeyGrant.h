@@ -1,0 +1,23 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace vornic {
+
+/// Whether the user has been granted access to keyboards, in whatever way: the rule that Vornic
+/// brings is switched on, or the user belongs to the group of the nodes, even if this session began
+/// before that. Takes a look into the user database.
+class KeyGrant {
+  public:
+    /// The file whose existence switches the rule on.
+    static const std::filesystem::path& agreement();
+
+    /// True when this process's user has a grant.
+    bool given() const;
+
+    /// Whether the user database counts the user with this number among the members of `group`.
+    static bool isMember(unsigned user, const std::string& group);
+};
+
+} // namespace vornic

@@ -1,0 +1,35 @@
+#include "Vornic/runKeys.h"
+
+#include "Vornic/platform/linux/evdev/EvdevKeyTap.h"
+#include "Vornic/platform/linux/evdev/KeyGrant.h"
+#include "Vornic/platform/linux/evdev/ReadHotKey.h"
+#include "Vornic/platform/linux/evdev/UdevInputDevices.h"
+#include "Vornic/platform/linux/x11/X11HotKey.h"
+#include "Vornic/platform/linux/x11/X11KeyTap.h"
+
+#include <utility>
+
+namespace vornic {
+
+SessionKeys::SessionKeys() = default;
+SessionKeys::SessionKeys(SessionKeys&&) noexcept = default;
+SessionKeys& SessionKeys::operator=(SessionKeys&&) noexcept = default;
+SessionKeys::~SessionKeys() = default;
+
+SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
+    SessionKeys keys;
+    if (kind == KeySourceKind::x11) {
+        keys.hotKey = std::make_unique<X11HotKey>();
+        keys.tap = std::make_unique<X11KeyTap>(clock);
+        return keys;
+    }
+    auto hotKey = std::make_unique<ReadHotKey>();
+    keys.devices = std::make_unique<UdevInputDevices>();
+    keys.tap = std::make_unique<EvdevKeyTap>(
+        clock, *keys.devices, [] { return KeyGrant().given(); },
+        [&read = *hotKey](std::int64_t keyCode, bool down) { read.key(keyCode, down); });
+    keys.hotKey = std::move(hotKey);
+    return keys;
+}
+
+} // namespace vornic
