@@ -102,6 +102,12 @@ void PrivateSoundServer::addSink(const std::string& name, const std::string& pro
              " }"});
 }
 
+void PrivateSoundServer::addSource(const std::string& name) {
+    run({"pw-cli", "create-node", "adapter",
+         "{ factory.name=support.null-audio-sink node.name=" + name +
+             " media.class=Audio/Source/Virtual audio.position=[MONO] object.linger=true }"});
+}
+
 void PrivateSoundServer::removeSink(const std::string& name) {
     run({"pw-cli", "destroy", name});
 }

@@ -37,6 +37,8 @@ class PrivateSoundServer {
 
     /// Makes a sink that swallows all sound; `properties` as "key=value key=value".
     void addSink(const std::string& name, const std::string& properties = {});
+    /// Makes a silent microphone.
+    void addSource(const std::string& name);
     /// Takes a sink away.
     void removeSink(const std::string& name);
     /// Chooses the default sink, as the user does in the settings.

@@ -33,8 +33,8 @@ SinkCapture::SinkCapture(Options options)
     pw_properties* properties = pw_properties_new(
         PW_KEY_CONFIG_NAME, "client-rt.conf", PW_KEY_MEDIA_TYPE, "Audio", PW_KEY_MEDIA_CATEGORY,
         "Capture", PW_KEY_APP_NAME, "Vornic test", PW_KEY_NODE_NAME, "vornic-test-capture",
-        PW_KEY_STREAM_CAPTURE_SINK, "true", PW_KEY_TARGET_OBJECT, options_.sink.c_str(),
-        PW_KEY_NODE_DONT_RECONNECT, "true", nullptr);
+        PW_KEY_STREAM_CAPTURE_SINK, options_.isSink ? "true" : "false", PW_KEY_TARGET_OBJECT,
+        options_.sink.c_str(), PW_KEY_NODE_DONT_RECONNECT, "true", nullptr);
     if (!options_.remote.empty()) {
         pw_properties_set(properties, PW_KEY_REMOTE_NAME, options_.remote.c_str());
     }

@@ -18,6 +18,8 @@ class SinkCapture {
   public:
     struct Options {
         std::string sink = "vornic-test-sink";
+        /// False where `sink` names a source: a microphone.
+        bool isSink = true;
         /// Name of the server or path of its socket; empty for the usual one.
         std::string remote;
         /// Frames per block asked for; 0 leaves it to the others that use the sink.
