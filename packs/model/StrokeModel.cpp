@@ -1,0 +1,302 @@
+#include "packs/model/StrokeModel.h"
+
+#include "VornicCore/sampler/SplitMix64.h"
+
+#include "packs/model/Draws.h"
+#include "packs/model/KeyPlaces.h"
+#include "packs/model/Resonators.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace vornic::packs {
+
+namespace {
+
+constexpr double framesPerMs = 48;
+constexpr double leadMs = 1;
+constexpr double fadeMs = 25;
+
+// Numbers of what is drawn once a stroke; those of a list leave room behind them.
+enum Variable : std::uint64_t {
+    eventCount = 1,
+    level = 2,
+    pace = 3,
+    eventTime = 100,
+    eventLevel = 200,
+    windowBands = 1000,
+};
+
+struct Hit {
+    double ms;
+    double gainDb; // re its window
+    double tilt;
+    std::size_t window;
+    double share{}; // of the stroke's energy
+};
+
+double power(double db) {
+    return std::pow(10.0, db / 10);
+}
+
+std::size_t windowOf(double ms) {
+    return ms < windowEdgesMs[1] ? 0 : ms < windowEdgesMs[2] ? 1 : 2;
+}
+
+// Which hits this stroke has, and when.
+std::vector<Hit> drawHits(const StrokeTable& table, const Draws& draws) {
+    const double count = draws.even(eventCount);
+    const double common = draws.normal(pace);
+    std::vector<Hit> hits;
+    for (std::size_t i = 0; i < table.events.size(); ++i) {
+        const EventTable& event = table.events[i];
+        if (count >= event.share) {
+            continue;
+        }
+        // A finger that is slow to reach the bottom is slow to reach all that comes before it too.
+        const double late = 0.7 * common + 0.7 * draws.normal(eventTime + i);
+        const double earliest = hits.empty() ? 0 : hits.back().ms + 2.8;
+        hits.push_back({.ms = std::max(event.ms + event.msSpread * late, earliest),
+                        .gainDb = event.db + event.dbSpread * draws.normal(eventLevel + i),
+                        .tilt = event.tilt,
+                        .window = windowOf(event.ms)});
+    }
+    return hits;
+}
+
+// The median power of all events of one window together.
+std::array<double, windowCount> windowPowers(const StrokeTable& table) {
+    std::array<double, windowCount> powers{};
+    for (const EventTable& event : table.events) {
+        powers[windowOf(event.ms)] += event.share * power(event.db);
+    }
+    return powers;
+}
+
+std::array<Bands, windowCount> drawLevels(const StrokeTable& table, const Draws& draws,
+                                          const KeyPlace& place) {
+    std::array<Bands, windowCount> levels = table.levels;
+    for (std::size_t window = 0; window < windowCount; ++window) {
+        for (std::size_t band = 0; band < bandCount; ++band) {
+            const double octaves = std::log2(bandCentres[band] / 2000);
+            // Keys of the rows far from the typist and at the sides stand stiffer.
+            const double stiffer = 0.35 * place.y + 0.25 * std::abs(place.x) - 0.1;
+            levels[window][band] +=
+                stiffer * octaves +
+                table.spreads[window][band] * draws.normal(windowBands + 100 * window + band);
+        }
+    }
+    return levels;
+}
+
+// Each stroke's resonances are those of its key, for every hit the same.
+class Stroke {
+  public:
+    Stroke(const PackTable& pack, const StrokeTable& table, const Draws& draws,
+           const KeyPlace& place, std::uint64_t seed, std::uint64_t boardSeed)
+        : pack_(pack), table_(table), place_(place), random_(seed), boardSeed_(boardSeed),
+          hits_(drawHits(table, draws)), levels_(drawLevels(table, draws, place)),
+          samples_(static_cast<std::size_t>(table.lengthMs * framesPerMs)) {
+        setShares();
+        const std::array<double, windowCount> powers = windowPowers(table);
+        addRattle();
+        for (std::size_t band = 0; band < bandCount; ++band) {
+            addBand(band, powers);
+        }
+        addPing();
+        const double gain =
+            std::sqrt(power(table.levelDb + table.levelSpread * draws.normal(level)));
+        finish(gain);
+    }
+
+    std::vector<float> samples() const { return {samples_.begin(), samples_.end()}; }
+
+  private:
+    void setShares() {
+        double sum = 0;
+        for (Hit& hit : hits_) {
+            double energy = 0;
+            for (const double db : table_.levels[hit.window]) {
+                energy += power(db);
+            }
+            hit.share = energy * power(hit.gainDb);
+            sum += hit.share;
+        }
+        for (Hit& hit : hits_) {
+            hit.share /= sum;
+        }
+    }
+
+    // The wires of a wide key tick against their holders after the hit.
+    void addRattle() {
+        if (hits_.empty() || table_.rattles == 0) {
+            return;
+        }
+        const Hit strongest = *std::ranges::max_element(hits_, {}, &Hit::share);
+        for (int i = 0; i < table_.rattles; ++i) {
+            Hit tick = strongest;
+            tick.ms += random_.uniform(5, 25);
+            tick.gainDb += random_.uniform(-24, -15);
+            tick.tilt += random_.uniform(0.5, 2.5);
+            tick.share = 0;
+            hits_.push_back(tick);
+        }
+    }
+
+    // Energies of the hits in a band, as pulses in `drive`.
+    void driveHits(Drive& drive, std::size_t band, const std::array<double, windowCount>& powers) {
+        for (const Hit& hit : hits_) {
+            const double octaves = std::log2(bandCentres[band] / 3000);
+            const double share = hit.window == 1   ? 1 - table_.bodyShare
+                                 : hit.window == 2 ? 1 - table_.tailShare
+                                                   : 1;
+            const double energy =
+                share * power(levels_[hit.window][band] + hit.gainDb + hit.tilt * octaves) /
+                std::max(powers[hit.window], 1e-9);
+            drive.strike(hit.ms + leadMs, energy, table_.contactMs);
+        }
+    }
+
+    void addBand(std::size_t band, const std::array<double, windowCount>& powers) {
+        const double centre = bandCentres[band];
+        Drive fast(samples_.size(), centre, random_.next());
+        driveHits(fast, band, powers);
+        addModes(fast, band);
+
+        const double bodyMs = std::clamp(2.2 * table_.decayMs[band], 6.0, 16.0);
+        Drive body(samples_.size(), centre, random_.next());
+        Drive tail(samples_.size(), centre, random_.next());
+        for (const Hit& hit : hits_) {
+            body.spread(hit.ms + leadMs, hit.share * table_.bodyShare * power(levels_[1][band]), 4);
+            tail.spread(hit.ms + leadMs, hit.share * table_.tailShare * power(levels_[2][band]),
+                        12);
+        }
+        addCrowd(body, band, bodyMs, 1);
+        addCrowd(tail, band, table_.tailMs, 1);
+        if (band + 1 == bandCount) {
+            addAir(powers);
+        }
+    }
+
+    // Above the highest measured band the sound falls off.
+    void addAir(const std::array<double, windowCount>& powers) {
+        constexpr double fall = 9;
+        for (auto& window : levels_) {
+            window.back() -= fall;
+        }
+        Drive fast(samples_.size(), 16000, random_.next());
+        driveHits(fast, bandCount - 1, powers);
+        crowd(fast, 16000, table_.decayMs.back() * 0.8, 1);
+    }
+
+    // The strong modes of the band, then the residue with what is left.
+    void addModes(const Drive& drive, std::size_t band) {
+        double left = 1;
+        for (std::size_t i = 0; i < table_.modes.size(); ++i) {
+            const ModeTable& mode = table_.modes[i];
+            const double third = 3 * std::log2(mode.hz / bandCentres[band]);
+            if (third < -0.5 || third >= 0.5) {
+                continue;
+            }
+            SplitMix64 shape(mixed(boardSeed_, i));
+            const double waves = shape.uniform(0.5, 1 + mode.hz / 1500);
+            const double slant = shape.uniform(-1, 1);
+            const double at =
+                std::numbers::pi * (waves * place_.x + slant * place_.y + shape.uniform(0, 2));
+            const double gain = 0.45 + 1.1 * std::abs(std::sin(at));
+            const double cents = mode.cents * (0.6 * std::sin(1.7 * at) +
+                                               0.85 * normalQuantile(random_.uniform(0, 1)));
+            const double energy =
+                mode.part * gain * gain * power(3 * normalQuantile(random_.uniform(0, 1)));
+            ring(drive, mode.hz * std::pow(2.0, cents / 1200),
+                 mode.decayMs * random_.uniform(0.8, 1.25), energy, sign(), samples_);
+            left -= mode.part;
+        }
+        addCrowd(drive, band, table_.decayMs[band], std::max(left, 0.1));
+    }
+
+    void addCrowd(const Drive& drive, std::size_t band, double decayMs, double energy) {
+        if (drive.end() > 0) {
+            crowd(drive, bandCentres[band], decayMs, energy);
+        }
+    }
+
+    // As many resonances as overlap.
+    void crowd(const Drive& drive, double centre, double decayMs, double energy) {
+        const double width = centre * 0.2316; // a third of an octave
+        const double overlapping = width * std::numbers::pi * decayMs / 1000;
+        constexpr double most = 18;
+        const auto count =
+            static_cast<std::size_t>(std::clamp(overlapping * table_.crowd, 2.0, most));
+        for (std::size_t i = 0; i < count; ++i) {
+            const double third =
+                (static_cast<double>(i) + random_.uniform(0, 1)) / static_cast<double>(count) - 0.5;
+            const double part = -std::log(random_.uniform(0.03, 1)) / static_cast<double>(count);
+            ring(drive, centre * std::pow(2.0, third / 3), decayMs * random_.uniform(0.7, 1.3),
+                 energy * part, sign(), samples_);
+        }
+    }
+
+    void addPing() {
+        if (hits_.empty()) {
+            return;
+        }
+        const Hit& hit = *std::ranges::max_element(hits_, {}, &Hit::share);
+        for (const PingTable& line : pack_.ping) {
+            const double hz = line.hz * (1 + random_.uniform(-0.03, 0.03));
+            const double db = line.db + random_.uniform(-6, 3);
+            Drive drive(samples_.size(), hz, random_.next());
+            drive.spread(hit.ms + leadMs, power(db), 2);
+            ring(drive, hz, line.decayMs * random_.uniform(0.8, 1.2), 1, sign(), samples_);
+        }
+    }
+
+    void finish(double gain) {
+        const auto fade = static_cast<std::size_t>(fadeMs * framesPerMs);
+        const std::size_t length = samples_.size();
+        for (std::size_t i = 0; i < length; ++i) {
+            samples_[i] *= gain;
+            if (length - i <= fade) {
+                const double phase = std::numbers::pi * static_cast<double>(length - i - 1) /
+                                     static_cast<double>(fade);
+                samples_[i] *= (1 - std::cos(phase)) / 2;
+            }
+        }
+    }
+
+    double sign() { return random_.next(2) == 0 ? 1 : -1; }
+
+    const PackTable& pack_;
+    const StrokeTable& table_;
+    KeyPlace place_;
+    SplitMix64 random_;
+    std::uint64_t boardSeed_;
+    std::vector<Hit> hits_;
+    std::array<Bands, windowCount> levels_;
+    std::vector<double> samples_;
+};
+
+} // namespace
+
+std::vector<std::vector<float>> makeStrokes(const PackTable& table, std::string_view keyClass) {
+    std::vector<std::vector<float>> strokes;
+    const StrokeTable* const from = table.find(keyClass);
+    if (from == nullptr) {
+        return strokes;
+    }
+    std::uint64_t word = 0;
+    for (const char letter : keyClass) {
+        word = word * 31 + static_cast<std::uint64_t>(letter);
+    }
+    const std::vector<KeyPlace> places = keyPlaces(keyClass);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Draws draws(mixed(table.seed, word), i, places.size());
+        const Stroke stroke(table, *from, draws, places[i], mixed(table.seed, word, i + 1),
+                            table.seed);
+        strokes.push_back(stroke.samples());
+    }
+    return strokes;
+}
+
+} // namespace vornic::packs
