@@ -154,11 +154,6 @@ void fitRest(StrokeTable& table, const ClassFeatures& target, const ClassFeature
                    0.25, 2.0);
     table.tailMs =
         std::clamp(scaled(table.tailMs, tailDecay(target), tailDecay(measured), 0.3), 10.0, 45.0);
-    if (target.count >= 5 && target.level && measured.level) {
-        table.levelSpread = std::clamp(
-            table.levelSpread + 0.4 * (target.level->deviation - measured.level->deviation), 0.3,
-            6.0);
-    }
 }
 
 } // namespace
@@ -180,12 +175,6 @@ double calibrate(PackTable& table, const std::string& keyClass, const ClassFeatu
         if (share > bestShare) {
             bestShare = share;
             best = *strokes;
-        }
-        // Windows cut events, so the levels' sum is not the stroke's energy: their common level is.
-        for (Bands& levels : strokes->levels) {
-            for (double& level : levels) {
-                level -= measured.level->median - strokes->levelDb;
-            }
         }
         fitBands(*strokes, target, measured);
         fitDecays(*strokes, target, measured);

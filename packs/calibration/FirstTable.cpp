@@ -53,7 +53,9 @@ Bands decaysOf(const ClassFeatures& target) {
 StrokeTable firstTable(const ClassFeatures& target, const StrokeTable& before) {
     StrokeTable table = before;
     table.strokes = target.count;
-    table.levelDb = target.level ? target.level->median : before.levelDb;
+    // One stroke tells little about how hard its key is usually struck.
+    const double most = target.count < 5 ? 5 : 30;
+    table.levelDb = std::clamp(target.level ? target.level->median : before.levelDb, -most, most);
     table.levels = target.bands;
     table.spreads = target.bandSpread;
     for (Bands& spread : table.spreads) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace vornic::packs {
 
@@ -55,7 +56,7 @@ std::vector<Hit> drawHits(const StrokeTable& table, const Draws& draws) {
             continue;
         }
         // A finger that is slow to reach the bottom is slow to reach all that comes before it too.
-        const double late = 0.7 * common + 0.7 * draws.normal(eventTime + i);
+        const double late = std::clamp(0.7 * common + 0.7 * draws.normal(eventTime + i), -1.6, 1.6);
         const double earliest = hits.empty() ? 0 : hits.back().ms + 2.8;
         hits.push_back({.ms = std::max(event.ms + event.msSpread * late, earliest),
                         .gainDb = event.db + event.dbSpread * draws.normal(eventLevel + i),
@@ -105,9 +106,7 @@ class Stroke {
             addBand(band, powers);
         }
         addPing();
-        const double gain =
-            std::sqrt(power(table.levelDb + table.levelSpread * draws.normal(level)));
-        finish(gain);
+        finish(power(table.levelDb + table.levelSpread * draws.normal(level)));
     }
 
     std::vector<float> samples() const { return {samples_.begin(), samples_.end()}; }
@@ -252,16 +251,20 @@ class Stroke {
         }
     }
 
-    void finish(double gain) {
+    // Hits are drawn beside each other; how hard the key is struck as a whole is drawn here.
+    void finish(double energy) {
         const auto fade = static_cast<std::size_t>(fadeMs * framesPerMs);
         const std::size_t length = samples_.size();
-        for (std::size_t i = 0; i < length; ++i) {
-            samples_[i] *= gain;
-            if (length - i <= fade) {
-                const double phase = std::numbers::pi * static_cast<double>(length - i - 1) /
-                                     static_cast<double>(fade);
-                samples_[i] *= (1 - std::cos(phase)) / 2;
-            }
+        for (std::size_t i = length - std::min(fade, length); i < length; ++i) {
+            const double phase =
+                std::numbers::pi * static_cast<double>(length - i - 1) / static_cast<double>(fade);
+            samples_[i] *= (1 - std::cos(phase)) / 2;
+        }
+        const double has =
+            std::inner_product(samples_.begin(), samples_.end(), samples_.begin(), 0.0);
+        const double gain = std::sqrt(energy / std::max(has, 1e-12));
+        for (double& sample : samples_) {
+            sample *= gain;
         }
     }
 
