@@ -4,9 +4,12 @@
 #include "Vornic/commands/CommandLine.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "Vornic/keystroke/PreviewPhrase.h"
+#include "Vornic/library/AppFolders.h"
 #include "Vornic/library/PackFolders.h"
 #include "Vornic/model/AppModel.h"
 #include "Vornic/platform/KeySource.h"
+#include "Vornic/platform/NoSecureInput.h"
+#include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
 #include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
 #include "Vornic/platform/linux/system/JournalLog.h"
 #include "Vornic/platform/linux/system/MonotonicClock.h"
@@ -32,9 +35,9 @@ namespace {
 int playDemo(const RunRequest& request, const std::string& problem, Log& log) {
     TypeRequest demo;
     demo.board = request.board;
-    demo.stage = request.stage;
-    demo.outputKind = request.outputKind;
-    demo.volume = request.volume;
+    request.stage.applyTo(demo.stage);
+    demo.outputKind = request.outputKind.value_or(demo.outputKind);
+    demo.volume = request.volume.value_or(demo.volume);
     demo.packs = request.packs;
     const std::filesystem::path folder =
         QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString();
@@ -50,6 +53,19 @@ int playDemo(const RunRequest& request, const std::string& problem, Log& log) {
     return EXIT_SUCCESS;
 }
 
+AppModel::Options modelOptions(const RunRequest& request) {
+    AppModel::Options options;
+    options.packs = request.packs;
+    options.settingsFile = AppFolders::settingsFile();
+    options.boards = AppFolders::folder("Boards");
+    options.samples = AppFolders::folder("Samples");
+    options.board = request.board;
+    options.volume = request.volume;
+    options.outputKind = request.outputKind;
+    options.stage = [choice = request.stage](StageSpec& stage) { choice.applyTo(stage); };
+    return options;
+}
+
 int run(const RunRequest& request, QCoreApplication& application) {
     JournalLog log;
     QuitSignals quit([&application] { application.quit(); });
@@ -62,9 +78,11 @@ int run(const RunRequest& request, QCoreApplication& application) {
     }
     PipeWireOutput output(scheduler);
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
+    PipeWireMicrophoneUse microphone(scheduler);
+    NoSecureInput secureInput;
     AppModel model(
-        {output, *keys.tap, *keys.hotKey, clock, scheduler, log},
-        {request.packs, request.board, request.volume, request.outputKind, request.stage});
+        {output, *keys.tap, *keys.hotKey, microphone, secureInput, clock, scheduler, log},
+        modelOptions(request));
     model.start();
     if (const std::string problem = output.problem(); !problem.empty()) {
         return playDemo(request, problem, log);

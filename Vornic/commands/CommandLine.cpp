@@ -23,7 +23,7 @@ const std::map<std::string, Room> rooms{
 
 /// An option that takes one of the names in `choices`.
 template <typename Choice>
-void addChoice(CLI::App& command, const std::string& name, Choice& target,
+void addChoice(CLI::App& command, const std::string& name, std::optional<Choice>& target,
                const std::map<std::string, Choice>& choices, const std::string& help) {
     command
         .add_option_function<std::string>(
@@ -35,9 +35,9 @@ void addChoice(CLI::App& command, const std::string& name, Choice& target,
 /// The options that a live and an offline run share.
 struct SoundOptions {
     std::string board;
-    StageSpec stage;
-    OutputKind outputKind = OutputKind::automatic;
-    double volume = 0.7;
+    StageChoice stage;
+    std::optional<OutputKind> outputKind;
+    std::optional<double> volume;
     std::filesystem::path packs;
 
     void addTo(CLI::App& command) {
@@ -68,6 +68,14 @@ PrintRequest printed(const CLI::App& app, const CLI::ParseError& result) {
 }
 
 } // namespace
+
+void StageChoice::applyTo(StageSpec& stage) const {
+    stage.placement = placement.value_or(stage.placement);
+    stage.room = room.value_or(stage.room);
+    stage.width = width.value_or(stage.width);
+    stage.distance = distance.value_or(stage.distance);
+    stage.deskMat = deskMat || stage.deskMat;
+}
 
 CommandRequest readCommandLine(const std::vector<std::string>& arguments,
                                const std::filesystem::path& defaultPacks) {
@@ -109,9 +117,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
             typed.type.keys = keys;
         }
         typed.type.board = offline.wantedBoard();
-        typed.type.stage = offline.stage;
-        typed.type.outputKind = offline.outputKind;
-        typed.type.volume = offline.volume;
+        offline.stage.applyTo(typed.type.stage);
+        typed.type.outputKind = offline.outputKind.value_or(typed.type.outputKind);
+        typed.type.volume = offline.volume.value_or(typed.type.volume);
         typed.type.packs = offline.packs;
         return typed;
     }

@@ -10,12 +10,24 @@
 
 namespace vornic {
 
-/// Start the program and listen.
+/// What the command line says about the stage.
+struct StageChoice {
+    std::optional<Placement> placement;
+    std::optional<Room> room;
+    std::optional<double> width;
+    std::optional<double> distance;
+    bool deskMat = false;
+
+    /// Changes what was chosen and leaves the rest.
+    void applyTo(StageSpec& stage) const;
+};
+
+/// Start the program and listen. What is absent is left to the settings.
 struct RunRequest {
     std::optional<std::string> board;
-    StageSpec stage;
-    OutputKind outputKind = OutputKind::automatic;
-    double volume = 0.7;
+    StageChoice stage;
+    std::optional<OutputKind> outputKind;
+    std::optional<double> volume;
     std::filesystem::path packs;
 };
 

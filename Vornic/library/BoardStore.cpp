@@ -7,6 +7,7 @@
 #include "VornicCore/recordings/ReplaceFile.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -74,7 +75,9 @@ void BoardStore::loadBoard(const fs::path& file) {
 }
 
 std::vector<Board> BoardStore::all() const {
-    std::vector<Board> boards = builtIn_;
+    std::vector<Board> boards;
+    std::ranges::copy_if(builtIn_, std::back_inserter(boards),
+                         [this](const Board& board) { return !isMine(board.id); });
     boards.insert(boards.end(), mine_.begin(), mine_.end());
     return boards;
 }
@@ -87,6 +90,10 @@ const Board* BoardStore::board(std::string_view id) const {
         }
     }
     return nullptr;
+}
+
+bool BoardStore::isMine(std::string_view id) const {
+    return std::ranges::find(mine_, id, &Board::id) != mine_.end();
 }
 
 std::error_code BoardStore::save(const Board& board) {

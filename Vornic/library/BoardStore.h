@@ -26,12 +26,15 @@ class BoardStore {
     /// The user's, those read from the folder in the order of their names, new ones behind.
     const std::vector<Board>& mine() const { return mine_; }
 
-    /// The built-in ones, then the user's.
+    /// The built-in ones, then the user's; a user's board hides a built-in one of the same id.
     std::vector<Board> all() const;
 
     /// The user's board with this id, or else the built-in one; null if there is neither. Valid
     /// until the next change.
     const Board* board(std::string_view id) const;
+
+    /// Whether the board with this id is one of the user's.
+    bool isMine(std::string_view id) const;
 
     /// Keeps a user's board and writes its file. On an error the board counts for as long as the
     /// program runs, and what was in the file is still there. A board that is built-in or whose id

@@ -2,11 +2,11 @@
 
 #include "Vornic/keystroke/DeskReflection.h"
 #include "Vornic/library/BoardChoice.h"
-#include "VornicCore/recordings/BuiltInBoards.h"
-#include "VornicCore/recordings/SoundPack.h"
 
 #include <algorithm>
-#include <random>
+#include <chrono>
+#include <cmath>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -14,216 +14,254 @@ namespace vornic {
 
 using namespace std::chrono_literals;
 
-namespace {
-
-std::uint64_t systemSeed() {
-    std::random_device device;
-    return (static_cast<std::uint64_t>(device()) << 32) | device();
-}
-
-} // namespace
-
 AppModel::AppModel(Platform platform, Options options)
-    : platform_(platform), options_(std::move(options)), stage_(options_.stage) {}
+    : platform_(platform), options_(std::move(options)) {}
 
 AppModel::~AppModel() {
-    timers_.clear();
-    stopKeys();
+    platform_.microphone.onChange = [] {};
+    platform_.secureInput.onChange = [] {};
 }
 
 void AppModel::start() {
-    keyThread_ = std::make_unique<KeyThread>();
+    loadFiles();
+    chooseFirstBoard();
+    keys_ = std::make_unique<LiveKeys>(platform_.tap, platform_.hotKey, platform_.clock,
+                                       platform_.scheduler);
     sound_ = std::make_unique<SoundEngine>(
         platform_.output, platform_.clock,
-        [this](std::function<void()> work) { keyThread_->post(std::move(work)); });
-    sound_->onOutputChange = [this] { refreshState(); };
-    sound_->setVolume(options_.volume);
-    renderer_ = std::make_unique<RenderService>(platform_.clock, platform_.scheduler);
-    driver_ = std::make_unique<KeystrokeDriver>(
-        *sound_, platform_.clock, systemSeed(),
-        [this](const std::string& problem) { platform_.log.warning(problem); });
-    loadBoards();
-    setStage(stage_);
-    startKeys();
-    timers_.push_back(platform_.scheduler.every(1000ms, [this] {
-        sound_->tick();
-        refreshState();
-    }));
-    timers_.push_back(
-        platform_.scheduler.every(200ms, [this] { activity_.refresh(platform_.clock.seconds()); }));
+        [this](std::function<void()> work) { keys_->post(std::move(work)); });
+    sound_->setVolume(settings_.volume);
+    player_ = std::make_unique<BoardPlayer>(platform_.clock, platform_.scheduler, library_,
+                                            options_.builder);
+    connect();
     refreshState();
+    applyStage();
+    boardChanged(BoardEditor::Change::selected);
 }
 
-void AppModel::loadBoards() {
-    const auto packs = SoundPack::all(options_.packs);
-    library_ = std::make_shared<const SampleLibrary>(packs);
-    boards_ = BuiltInBoards::make(packs);
-    try {
-        makeCurrent(chooseBoard(options_.board, packs));
-    } catch (const std::runtime_error& problem) {
-        platform_.log.warning(problem.what());
-        if (!boards_.empty()) {
-            makeCurrent(boards_.front());
+void AppModel::loadFiles() {
+    settingsFile_ = std::make_unique<SettingsFile>(options_.settingsFile);
+    settings_ = settingsFile_->settings();
+    settings_.volume = options_.volume.value_or(settings_.volume);
+    settings_.outputKind = options_.outputKind.value_or(settings_.outputKind);
+    options_.stage(settings_.stage);
+    packs_ = SoundPack::all(options_.packs);
+    library_ = std::make_shared<SampleLibrary>(
+        packs_, options_.samples, [this](const std::string& problem) {
+            platform_.scheduler.post([&log = platform_.log, problem] { log.warning(problem); });
+        });
+    store_ = std::make_unique<BoardStore>(packs_, options_.boards);
+    for (const auto& problems : {settingsFile_->problems(), store_->problems()}) {
+        for (const std::string& problem : problems) {
+            fail(problem);
         }
     }
 }
 
+void AppModel::chooseFirstBoard() {
+    editor_ = std::make_unique<BoardEditor>(*store_, platform_.clock, settings_.tweaks);
+    editor_->onError = [this](const std::string& message) { fail(message); };
+    const std::string wanted = options_.board.value_or(settings_.board);
+    if (!editor_->select(wanted)) {
+        try {
+            // A file, the default board, or the first one there is.
+            Board board = chooseBoard(options_.board, packs_);
+            if (options_.board) {
+                editor_->selectGuest(std::move(board));
+            } else {
+                editor_->select(board.id);
+            }
+        } catch (const std::runtime_error& problem) {
+            platform_.log.warning(problem.what());
+            const std::vector<Board> all = store_->all();
+            if (!all.empty()) {
+                editor_->select(all.front().id);
+            }
+        }
+    }
+    editor_->onChange = [this](BoardEditor::Change change) {
+        chosenByUser_ = true;
+        boardChanged(change);
+    };
+}
+
+void AppModel::connect() {
+    sound_->onOutputChange = [this] { refreshState(); };
+    player_->onPlay = [this](std::shared_ptr<const Board> board,
+                             std::shared_ptr<const VoiceBank> bank) {
+        playing_ = std::move(board);
+        sound_->setBank(std::move(bank));
+        publish();
+        onChange();
+    };
+    player_->onMessage = [this](const std::string& line) { platform_.log.warning(line); };
+    keys_->onKeyDown = [this](std::int64_t keyCode) {
+        activity_.keyDown(keyCode, platform_.clock.seconds());
+        onChange();
+    };
+    keys_->onHotKey = [this] { setSoundsOn(!soundsOn()); };
+    keys_->onTapState = [this](TapState state, const std::string& source) {
+        setTapState(state, source);
+    };
+    keys_->onProblem = [this](const std::string& problem) { platform_.log.warning(problem); };
+    keys_->start(*sound_);
+    for (auto* const pushed : {&platform_.microphone.onChange, &platform_.secureInput.onChange}) {
+        *pushed = [this] { refreshQuiet(); };
+    }
+    platform_.microphone.start();
+    platform_.secureInput.start();
+    timers_.push_back(platform_.scheduler.every(1000ms, [this] {
+        sound_->tick();
+        refreshState();
+    }));
+    timers_.push_back(platform_.scheduler.every(200ms, [this] {
+        if (activity_.refresh(platform_.clock.seconds())) {
+            onChange();
+        }
+    }));
+}
+
+// Boards.
+
 bool AppModel::selectBoard(const std::string& id) {
-    const auto found = std::ranges::find(boards_, id, &Board::id);
-    if (found == boards_.end()) {
+    return editor_->select(id);
+}
+
+bool AppModel::selectNeighbour(int places) {
+    if (boards_.empty()) {
         return false;
     }
-    makeCurrent(*found);
-    return true;
-}
-
-void AppModel::makeCurrent(const Board& board) {
-    board_ = std::make_shared<const Board>(board);
-    render(0ms);
-}
-
-void AppModel::render(std::chrono::milliseconds delay) {
-    renderer_->render(*board_, library_, delay,
-                      [this, board = board_](const RenderedBoard& rendered, double seconds) {
-                          play(board, rendered, seconds);
-                      });
-}
-
-void AppModel::play(std::shared_ptr<const Board> board, const RenderedBoard& rendered,
-                    double seconds) {
-    for (const std::string& message : rendered.messages) {
-        platform_.log.warning(message);
+    const auto count = static_cast<std::ptrdiff_t>(boards_.size());
+    std::ptrdiff_t at = 0;
+    if (const Board* const current = board()) {
+        const auto found = std::ranges::find(boards_, current->id, &Board::id);
+        at = found == boards_.end() ? 0 : std::distance(boards_.begin(), found);
     }
-    // Board and bank change together: a key of the one finds no sound in the other.
-    playing_ = std::move(board);
-    lastRenderSeconds_ = seconds;
-    sound_->setBank(rendered.bank);
-    publish();
+    at = ((at + places) % count + count) % count;
+    return selectBoard(boards_[static_cast<std::size_t>(at)].id);
+}
+
+void AppModel::boardChanged(BoardEditor::Change change) {
+    boards_ = store_->all();
+    editorWave_.reset();
+    rememberBoard();
+    if (board() != nullptr) {
+        const bool selected = change == BoardEditor::Change::selected;
+        if (selected) {
+            player_->setReference(editor_->heardBoard());
+        } else {
+            player_->compare(false);
+        }
+        const bool atOnce = selected || change == BoardEditor::Change::stepped;
+        player_->render(editor_->heardBoard(),
+                        atOnce ? 0ms : (change == BoardEditor::Change::tweaked ? 120ms : 150ms));
+    } else {
+        playing_.reset();
+        publish();
+    }
+    onChange();
+}
+
+void AppModel::rememberBoard() {
+    // A board that the command line asked for counts for this run, until the user does something.
+    if (!chosenByUser_) {
+        return;
+    }
+    change([this](Settings& settings) {
+        settings.tweaks = editor_->allTweaks();
+        if (board() != nullptr && store_->board(board()->id) != nullptr) {
+            settings.board = board()->id;
+        }
+    });
+}
+
+void AppModel::setComparing(bool on) {
+    if (player_->comparing() != on) {
+        player_->compare(on);
+        onChange();
+    }
+}
+
+// Settings.
+
+void AppModel::change(const std::function<void(Settings&)>& what) {
+    what(settings_);
+    Settings kept = settingsFile_->settings();
+    what(kept);
+    if (const std::error_code error = settingsFile_->change(kept)) {
+        fail("Couldn't save the settings: " + error.message());
+    }
+    onChange();
 }
 
 void AppModel::setSoundsOn(bool on) {
-    if (soundsOn_ == on) {
-        return;
+    if (soundsOn() != on) {
+        change([on](Settings& settings) { settings.hearMyself = on; });
+        refreshQuiet();
     }
-    soundsOn_ = on;
-    platform_.log.info(on ? "Sounds are on" : "Off · keys are silent");
-    publish();
 }
 
-void AppModel::setStage(const StageSpec& stage) {
-    stage_ = stage;
-    sound_->setRoom(stage.room);
-    const DeskReflection reflection = deskReflection(stage);
-    sound_->setReflection(reflection.level, reflection.damp);
-    publish();
+void AppModel::setQuietDuringCalls(bool on) {
+    if (quietDuringCalls() != on) {
+        change([on](Settings& settings) { settings.quietDuringCalls = on; });
+        refreshQuiet();
+    }
+}
+
+void AppModel::setAdvanced(bool on) {
+    if (advanced() != on) {
+        change([on](Settings& settings) { settings.advanced = on; });
+    }
 }
 
 void AppModel::setVolume(double volume) {
-    sound_->setVolume(volume);
+    if (!std::isnan(volume)) {
+        const double limited = std::clamp(volume, 0.0, 1.0);
+        sound_->setVolume(limited);
+        change([limited](Settings& settings) { settings.volume = limited; });
+    }
+}
+
+void AppModel::setOutputKind(OutputKind kind) {
+    if (outputKind() != kind) {
+        change([kind](Settings& settings) { settings.outputKind = kind; });
+        publish();
+    }
+}
+
+void AppModel::setStage(const StageSpec& stage) {
+    if (!(settings_.stage == stage)) {
+        change([&](Settings& settings) { settings.stage = stage; });
+        applyStage();
+    }
+}
+
+void AppModel::applyStage() {
+    sound_->setRoom(stage().room);
+    const DeskReflection reflection = deskReflection(stage());
+    sound_->setReflection(reflection.level, reflection.damp);
+    publish();
 }
 
 void AppModel::publish() {
     auto settings = std::make_shared<PlaySettings>();
     settings->board = playing_;
-    settings->stage = stage_;
-    settings->binaural = wantsBinaural(stage_.placement, options_.outputKind, headphones_);
-    settings->silenced = !soundsOn_;
-    keyThread_->post([this, settings = std::move(settings)] { driver_->apply(settings); });
+    settings->stage = stage();
+    settings->binaural = wantsBinaural(stage().placement, outputKind(), headphones());
+    settings->silenced = silence().has_value();
+    keys_->apply(std::move(settings));
 }
 
-void AppModel::postToMain(std::function<void()> work) {
-    platform_.scheduler.post([alive = std::weak_ptr<int>(alive_), work = std::move(work)] {
-        if (!alive.expired()) {
-            work();
-        }
-    });
+void AppModel::fail(const std::string& message) {
+    platform_.log.warning(message);
+    lastError_ = message;
+    onChange();
 }
 
-void AppModel::startKeys() {
-    keyThread_->post([this, &keys = *keyThread_] {
-        platform_.tap.onKey = [this](std::int64_t keyCode, bool down, std::uint64_t nanos) {
-            driver_->key(keyCode, down, nanos);
-            if (down) {
-                postToMain(
-                    [this, keyCode] { activity_.keyDown(keyCode, platform_.clock.seconds()); });
-            }
-        };
-        platform_.hotKey.onPress = [this] { postToMain([this] { setSoundsOn(!soundsOn_); }); };
-        keys.watch(platform_.tap);
-        keys.watch(platform_.hotKey);
-        if (!platform_.hotKey.registered()) {
-            postToMain([this] {
-                platform_.log.warning("Another program holds Alt+Super+K, so that shortcut does "
-                                      "not switch the sounds.");
-            });
-        }
-    });
-}
-
-void AppModel::stopKeys() {
-    if (!keyThread_) {
-        return;
-    }
-    // By reference: the pointer is empty already while the thread runs its last work.
-    keyThread_->post([this, &keys = *keyThread_] {
-        keys.unwatch(platform_.tap);
-        keys.unwatch(platform_.hotKey);
-        platform_.tap.stop();
-        platform_.tap.onKey = [](std::int64_t, bool, std::uint64_t) {};
-        platform_.hotKey.onPress = [] {};
-    });
-    keyThread_.reset();
-}
-
-void AppModel::refreshTap() {
-    const TapState state = platform_.tap.refresh();
-    postToMain([this, state, source = platform_.tap.description()] { setTapState(state, source); });
-}
-
-void AppModel::setTapState(TapState state, const std::string& source) {
-    keySource_ = source;
-    tapState_ = state;
-    announce();
-}
-
-std::string AppModel::voiceReport() const {
-    const SamplerCore& core = sound_->core();
-    return "Voices started: " + std::to_string(core.keysStarted()) +
-           ", stolen: " + std::to_string(core.voicesStolen()) +
-           ", dropped: " + std::to_string(core.eventsDropped());
-}
-
-void AppModel::refreshState() {
-    keyThread_->post([this] { refreshTap(); });
-    const OutputDeviceFacts device = platform_.output.device();
-    onBluetooth_ = device.isBluetooth;
-    if (device.isHeadphones != headphones_) {
-        headphones_ = device.isHeadphones;
-        publish();
-    }
-    announce();
-}
-
-void AppModel::announce() {
-    std::string line;
-    const std::string problem = platform_.output.problem();
-    if (tapState_ != TapState::listening) {
-        line = "Can't hear your keys";
-    } else if (!problem.empty()) {
-        line = problem;
-    } else {
-        line = "Vornic is listening: board " + (board_ ? board_->name : std::string("none")) +
-               ", output " + platform_.output.device().name + ", keys from " + keySource_;
-    }
-    // The tap answers a moment after the start: until then there is nothing to say.
-    if (line == announced_ || keySource_.empty()) {
-        return;
-    }
-    announced_ = line;
-    if (tapState_ == TapState::listening && problem.empty()) {
-        platform_.log.info(line);
-    } else {
-        platform_.log.warning(line);
+void AppModel::dismissError() {
+    if (lastError_) {
+        lastError_.reset();
+        onChange();
     }
 }
 

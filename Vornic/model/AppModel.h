@@ -1,22 +1,21 @@
 #pragma once
 
 #include "Vornic/audio/SoundEngine.h"
-#include "Vornic/keystroke/KeyThread.h"
-#include "Vornic/keystroke/KeystrokeDriver.h"
-#include "Vornic/keystroke/PlaySettings.h"
+#include "Vornic/diagnostics/Diagnostics.h"
+#include "Vornic/keystroke/Silence.h"
 #include "Vornic/keystroke/TypingActivity.h"
+#include "Vornic/library/BoardStore.h"
 #include "Vornic/library/SampleLibrary.h"
-#include "Vornic/platform/AudioOutput.h"
-#include "Vornic/platform/Clock.h"
-#include "Vornic/platform/HotKey.h"
-#include "Vornic/platform/KeyTap.h"
-#include "Vornic/platform/Log.h"
-#include "Vornic/platform/Scheduler.h"
-#include "Vornic/rendering/RenderService.h"
-#include "VornicCore/board/Board.h"
+#include "Vornic/model/BoardEditor.h"
+#include "Vornic/model/BoardPlayer.h"
+#include "Vornic/model/LiveKeys.h"
+#include "Vornic/model/ModelOptions.h"
+#include "Vornic/model/Platform.h"
+#include "Vornic/model/SettingsFile.h"
+#include "Vornic/model/StudioState.h"
 
-#include <chrono>
-#include <filesystem>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -25,107 +24,154 @@
 
 namespace vornic {
 
-/// The services of one platform that the model runs on. All outlive it.
-struct Platform {
-    AudioOutput& output;
-    KeyTap& tap;
-    HotKey& hotKey;
-    Clock& clock;
-    Scheduler& scheduler;
-    Log& log;
-};
-
-/// The state of the running program and the owner of everything that turns keys into sound. Main
-/// thread; the driver, the tap and the hot key live on the key thread that the model owns.
+/// The state of the running program and the owner of everything that turns keys into sound. The
+/// views read and edit it. Main thread; the way of the keys has a thread of its own (LiveKeys).
 class AppModel {
   public:
-    struct Options {
-        /// Folder of the sound packs.
-        std::filesystem::path packs;
-        /// Board to start with: an id or a file, as `chooseBoard` takes it.
-        std::optional<std::string> board;
-        /// 0 to 1.
-        double volume = 0.7;
-        OutputKind outputKind = OutputKind::automatic;
-        StageSpec stage;
-    };
+    using Options = ModelOptions;
 
     AppModel(Platform platform, Options options);
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
     ~AppModel();
 
-    /// Loads packs and boards, opens the output, starts listening.
+    /// Called whenever something that a view shows may have changed. Set before `start`.
+    std::function<void()> onChange = [] {};
+
+    /// Reads what the user has, opens the output, listens, and renders the first board behind.
     void start();
+
+    // Boards.
 
     /// Every board offered.
     const std::vector<Board>& boards() const { return boards_; }
-
-    /// The current board; none when no pack was found.
-    const Board* board() const { return board_.get(); }
-
-    /// Makes the board with this id current; false when there is none. The old board plays on until
-    /// the new one is rendered.
+    /// The current one; null when there is none at all.
+    const Board* board() const { return editor_->board(); }
+    /// Makes the board with this id current; false when there is none. The one before plays on
+    /// until the new one is rendered.
     bool selectBoard(const std::string& id);
+    /// The board so many places further in the list, which goes round; false without boards.
+    bool selectNeighbour(int places);
 
-    /// The user's switch.
-    bool soundsOn() const { return soundsOn_; }
+    bool edit(const std::function<void(Board&)>& change) { return editor_->edit(change); }
+    bool undo() { return editor_->undo(); }
+    bool redo() { return editor_->redo(); }
+    bool canUndo() const { return editor_->canUndo(); }
+    bool canRedo() const { return editor_->canRedo(); }
+    void newBoard() { editor_->newBoard(); }
+    void renameBoard(const std::string& name) { editor_->renameBoard(name); }
+    void deleteBoard() { editor_->deleteBoard(); }
+
+    const SimpleTweaks& tweaks() const { return editor_->tweaks(); }
+    void setTweaks(const SimpleTweaks& tweaks) { editor_->setTweaks(tweaks); }
+
+    /// Whether keys play the version of the board that the user started from.
+    bool comparing() const { return player_->comparing(); }
+    void setComparing(bool on);
+
+    const StudioState& studio() const { return studio_; }
+    void setStudio(const StudioState& studio);
+    /// One stroke of the sound that is edited, as it is heard; empty where there is none.
+    const std::vector<float>& editorWave();
+
+    // Settings. Each is kept at once.
+
+    bool soundsOn() const { return settings_.hearMyself; }
     void setSoundsOn(bool on);
-
-    void setStage(const StageSpec& stage);
+    bool quietDuringCalls() const { return settings_.quietDuringCalls; }
+    void setQuietDuringCalls(bool on);
+    bool advanced() const { return settings_.advanced; }
+    void setAdvanced(bool on);
+    double volume() const { return settings_.volume; }
+    /// Limited to 0 to 1; a value that is no number changes nothing.
     void setVolume(double volume);
+    OutputKind outputKind() const { return settings_.outputKind; }
+    void setOutputKind(OutputKind kind);
+    const StageSpec& stage() const { return settings_.stage; }
+    void setStage(const StageSpec& stage);
 
+    // Facts.
+
+    /// Why keys are silent; absent when they sound.
+    std::optional<Silence> silence() const;
+    /// The line below the program's name.
+    std::string statusLine() const;
+    bool secureInput() const { return secureInput_; }
+    bool micInUse() const { return micInUse_; }
+    /// The program itself records the keyboard.
+    bool recording() const { return recording_; }
+    void setRecording(bool on);
     TapState tapState() const { return tapState_; }
-    bool onBluetooth() const { return onBluetooth_; }
-    bool headphones() const { return headphones_; }
+    bool onBluetooth() const { return device_.isBluetooth; }
+    bool headphones() const { return device_.isHeadphones; }
     const TypingActivity& activity() const { return activity_; }
-    /// How long the board that plays took to render, in seconds; none before the first one has.
-    std::optional<double> lastRenderSeconds() const { return lastRenderSeconds_; }
-
-    /// How keys became voices so far, for the log: "Voices started: 12, stolen: 0, dropped: 0".
-    std::string voiceReport() const;
-
+    const Diagnostics& diagnostics() const { return diagnostics_; }
+    /// How long the board that plays took to render, in seconds; absent before the first one has.
+    std::optional<double> lastRenderSeconds() const { return player_->lastRenderSeconds(); }
     /// Brings the facts that the system does not announce up to date; runs every second.
     void refreshState();
 
+    /// What went wrong last, for the user; until it is dismissed.
+    const std::optional<std::string>& lastError() const { return lastError_; }
+    void dismissError();
+
+    // Services.
+
+    SampleLibrary& library() { return *library_; }
+    SoundEngine& sound() { return *sound_; }
+    LiveKeys& keys() { return *keys_; }
+    std::size_t packs() const { return packs_.size(); }
+    /// How keys became voices so far, for the log: "Voices started: 12, stolen: 0, dropped: 0".
+    std::string voiceReport() const;
+
   private:
-    void loadBoards();
-    void startKeys();
-    void makeCurrent(const Board& board);
-    void render(std::chrono::milliseconds delay);
-    void play(std::shared_ptr<const Board> board, const RenderedBoard& rendered, double seconds);
-    void stopKeys();
-    void refreshTap();
-    void postToMain(std::function<void()> work);
+    void loadFiles();
+    void chooseFirstBoard();
+    void connect();
+    void change(const std::function<void(Settings&)>& what);
+    void boardChanged(BoardEditor::Change change);
+    void rememberBoard();
+    void refreshQuiet();
+    void refreshDevice();
+    void refreshDiagnostics();
     void setTapState(TapState state, const std::string& source);
+    void applyStage();
     void announce();
     void publish();
+    void fail(const std::string& message);
 
     Platform platform_;
     Options options_;
-    std::shared_ptr<const SampleLibrary> library_;
+    std::unique_ptr<SettingsFile> settingsFile_;
+    /// What counts: the settings, and for this run what the command line says.
+    Settings settings_;
+    std::vector<SoundPack> packs_;
+    std::shared_ptr<SampleLibrary> library_;
+    std::unique_ptr<BoardStore> store_;
+    std::unique_ptr<BoardEditor> editor_;
     std::vector<Board> boards_;
-    std::shared_ptr<const Board> board_;
-    /// What keys play: the current board as it was last rendered.
+    StudioState studio_;
+    std::optional<std::vector<float>> editorWave_; // absent when it has to be made again
+    bool chosenByUser_ = false;
+
     std::shared_ptr<const Board> playing_;
-    std::optional<double> lastRenderSeconds_;
-    StageSpec stage_;
-    bool soundsOn_ = true;
+    std::optional<Silence> lastSilence_;
+    bool secureInput_ = false;
+    bool micInUse_ = false;
+    bool recording_ = false;
     TapState tapState_ = TapState::needsPermission;
-    bool onBluetooth_ = false;
-    bool headphones_ = false;
+    OutputDeviceFacts device_;
     TypingActivity activity_;
+    Diagnostics diagnostics_;
+    std::optional<std::string> lastError_;
     std::string keySource_;
     std::string announced_;
-    /// Work that the key thread posted may arrive after the model has gone: it looks here first.
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
 
-    // Destroyed from the last to the first: the timers stop, then the key thread ends, and only
-    // then goes what it used.
+    // Destroyed from the last to the first: the timers stop, then rendering, then the keys, and
+    // only then goes what they used.
     std::unique_ptr<SoundEngine> sound_;
-    std::unique_ptr<KeystrokeDriver> driver_; // key thread
-    std::unique_ptr<KeyThread> keyThread_;
-    std::unique_ptr<RenderService> renderer_;
+    std::unique_ptr<LiveKeys> keys_;
+    std::unique_ptr<BoardPlayer> player_;
     std::vector<std::unique_ptr<Scheduler::Timer>> timers_;
 };
 

@@ -35,8 +35,11 @@ class ProgramTest : public ::testing::Test {
     std::filesystem::path packs() const { return scratch / "packs"; }
 
     std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
-                                        const ChildProcess::Environment& environment = {}) {
+                                        ChildProcess::Environment environment = {}) {
         arguments.insert(arguments.begin(), VORNIC_PROGRAM);
+        // What one test switches off stays off, as the user wants it.
+        environment.emplace_back("XDG_CONFIG_HOME", (scratch / "config").string());
+        environment.emplace_back("XDG_DATA_HOME", (scratch / "data").string());
         return std::make_unique<ChildProcess>(arguments, environment, log().string());
     }
 

@@ -98,7 +98,9 @@ TEST_F(BoardStoreTest, aBoardOfTheUsersHidesABuiltInOneOfTheSameId) {
     mine.builtIn = false;
     mine.name = "My spring";
     scratch.write("data/Boards/spring.json", encodeBoard(mine));
-    EXPECT_EQ(open().board("spring")->name, "My spring");
+    const BoardStore store = open();
+    EXPECT_EQ(store.board("spring")->name, "My spring");
+    EXPECT_EQ(store.all(), store.mine());
 }
 
 TEST_F(BoardStoreTest, aDamagedFileIsNamedLeftAloneAndHidesNoOther) {

@@ -1,0 +1,80 @@
+#include "Vornic/model/BoardPlayer.h"
+
+#include <utility>
+
+namespace vornic {
+
+BoardPlayer::BoardPlayer(const Clock& clock, Scheduler& scheduler,
+                         std::shared_ptr<const SampleSource> library, RenderService::Build builder)
+    : library_(std::move(library)), renderer_(clock, scheduler, builder),
+      referenceRenderer_(clock, scheduler, std::move(builder)) {}
+
+void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
+    const auto wanted = std::make_shared<const Board>(board);
+    renderer_.render(board, library_, delay,
+                     [this, wanted](const RenderedBoard& result, double seconds) {
+                         rendered(wanted, result, seconds);
+                     });
+    // The current board is about to differ from the reference, whose own bank may never come by
+    // that way any more.
+    if (reference_.board && !reference_.bank && !(board == *reference_.board)) {
+        renderReference();
+    }
+}
+
+void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoard& result,
+                           double seconds) {
+    report(result);
+    lastRenderSeconds_ = seconds;
+    current_ = {std::move(board), result.bank};
+    if (reference_.board && !reference_.bank && *reference_.board == *current_.board) {
+        reference_.bank = current_.bank;
+    }
+    play();
+}
+
+void BoardPlayer::setReference(const Board& board) {
+    comparing_ = false;
+    reference_ = {std::make_shared<const Board>(board), nullptr};
+    if (current_.board && *current_.board == board) {
+        reference_.bank = current_.bank;
+    }
+    play();
+}
+
+void BoardPlayer::renderReference() {
+    referenceRenderer_.render(
+        *reference_.board, library_, std::chrono::milliseconds(0),
+        [this, board = reference_.board](const RenderedBoard& result, double /*seconds*/) {
+            if (board == reference_.board && !reference_.bank) {
+                reference_.bank = result.bank;
+                play();
+            }
+        });
+}
+
+void BoardPlayer::compare(bool on) {
+    if (comparing_ == on || !reference_.board) {
+        return;
+    }
+    comparing_ = on;
+    if (on && !reference_.bank) {
+        renderReference();
+    }
+    play();
+}
+
+void BoardPlayer::play() {
+    const Version& version = comparing_ && reference_.bank ? reference_ : current_;
+    if (version.bank) {
+        onPlay(version.board, version.bank);
+    }
+}
+
+void BoardPlayer::report(const RenderedBoard& result) const {
+    for (const std::string& message : result.messages) {
+        onMessage(message);
+    }
+}
+
+} // namespace vornic

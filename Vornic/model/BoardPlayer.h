@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Vornic/platform/Clock.h"
+#include "Vornic/platform/Scheduler.h"
+#include "Vornic/rendering/RenderService.h"
+#include "VornicCore/board/Board.h"
+#include "VornicCore/render/SampleSource.h"
+#include "VornicCore/sampler/VoiceBank.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vornic {
+
+/// Renders boards in the background and says what is to play: the current board as last rendered,
+/// or, while two versions are compared, the reference, which stays rendered for that. Main thread.
+class BoardPlayer {
+  public:
+    /// All outlive it; `library` is shared with renders under way.
+    BoardPlayer(const Clock& clock, Scheduler& scheduler,
+                std::shared_ptr<const SampleSource> library,
+                RenderService::Build builder = RenderService::build);
+
+    /// A board and its bank that keys play from now on. They change together: a key of the one
+    /// finds no sound in the other.
+    std::function<void(std::shared_ptr<const Board>, std::shared_ptr<const VoiceBank>)> onPlay =
+        [](auto&&, auto&&) {};
+    /// A value of a board could not be rendered as it stands.
+    std::function<void(const std::string&)> onMessage = [](const std::string&) {};
+
+    /// Makes `board` the current one and renders it after `delay`, unless another one comes first;
+    /// until then the one before plays on.
+    void render(const Board& board, std::chrono::milliseconds delay);
+
+    /// Makes `board` the version that others are compared with. Its bank is that of the current
+    /// board when they are equal; else it is rendered on its own.
+    void setReference(const Board& board);
+
+    /// Whether the reference plays instead of the current board; at once if it is rendered, else as
+    /// soon as it is.
+    void compare(bool on);
+    bool comparing() const { return comparing_; }
+
+    /// How long the last render of the current board took; absent before the first has ended.
+    std::optional<double> lastRenderSeconds() const { return lastRenderSeconds_; }
+
+  private:
+    struct Version {
+        std::shared_ptr<const Board> board;
+        std::shared_ptr<const VoiceBank> bank; // null until it is rendered
+    };
+
+    void rendered(std::shared_ptr<const Board> board, const RenderedBoard& result, double seconds);
+    void renderReference();
+    void play();
+    void report(const RenderedBoard& result) const;
+
+    std::shared_ptr<const SampleSource> library_;
+    Version current_;
+    Version reference_;
+    bool comparing_ = false;
+    std::optional<double> lastRenderSeconds_;
+    // One each: a request for the one must not overtake the other's.
+    RenderService renderer_;
+    RenderService referenceRenderer_;
+};
+
+} // namespace vornic

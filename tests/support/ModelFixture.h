@@ -1,0 +1,169 @@
+#pragma once
+
+#include "Vornic/model/AppModel.h"
+#include "tests/support/ClickPack.h"
+#include "tests/support/FakeOutput.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/ManualScheduler.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/WaitFor.h"
+
+#include <gtest/gtest.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace vornic {
+
+/// A tap that hears what the test lets it hear, on the thread that watches it.
+class FakeTap final : public KeyTap {
+  public:
+    explicit FakeTap(const Clock& clock) : clock_(clock), descriptor_(eventfd(0, EFD_NONBLOCK)) {}
+    FakeTap(const FakeTap&) = delete;
+    FakeTap& operator=(const FakeTap&) = delete;
+    ~FakeTap() override { close(descriptor_); }
+
+    bool start() override { return allowed; }
+    void stop() override {}
+    TapState refresh() override {
+        return allowed ? TapState::listening : TapState::needsPermission;
+    }
+    int fileDescriptor() const override { return descriptor_; }
+    void dispatch() override {
+        eventfd_t presses = 0;
+        if (eventfd_read(descriptor_, &presses) == 0) {
+            onKey(key, true, clock_.nanos());
+        }
+    }
+    std::string description() const override { return "the test"; }
+
+    /// The key goes down. Test thread.
+    void press() { eventfd_write(descriptor_, 1); }
+
+    static constexpr std::int64_t key = 49;
+    std::atomic<bool> allowed{true};
+
+  private:
+    const Clock& clock_;
+    int descriptor_;
+};
+
+class FakeHotKey final : public HotKey {
+  public:
+    bool registered() const override { return true; }
+    int fileDescriptor() const override { return -1; }
+    void dispatch() override {}
+};
+
+class CollectingLog final : public Log {
+  public:
+    void info(const std::string& line) override { add(line); }
+    void warning(const std::string& line) override { add("! " + line); }
+
+    std::string all() const {
+        const std::scoped_lock lock(mutex_);
+        return text_;
+    }
+
+  private:
+    void add(const std::string& line) {
+        const std::scoped_lock lock(mutex_);
+        text_ += line + "\n";
+    }
+    mutable std::mutex mutex_;
+    std::string text_;
+};
+
+/// A microphone that the test takes into use.
+class FakeMicrophone final : public MicrophoneUse {
+  public:
+    void start() override { ++starts; }
+    bool inUse() const override { return used; }
+    bool canCheck() const override { return true; }
+
+    int starts = 0;
+    bool used = false;
+};
+
+/// A password field that the test gives the focus.
+class FakeSecureInput final : public SecureInput {
+  public:
+    void start() override { ++starts; }
+    bool active() const override { return focused; }
+
+    int starts = 0;
+    bool focused = false;
+};
+
+/// The model on a platform that a test drives by hand, with a board of clicks.
+class ModelFixture : public ::testing::Test {
+  protected:
+    ModelFixture() {
+        writeClickPack(scratch / "Packs");
+        output.facts.name = "Test sink";
+    }
+
+    AppModel::Options options() const {
+        AppModel::Options options;
+        options.packs = scratch / "Packs";
+        options.settingsFile = scratch / "config/settings.json";
+        options.boards = scratch / "data/Boards";
+        options.samples = scratch / "data/Samples";
+        return options;
+    }
+    Platform platform() {
+        return {output, tap, hotKey, microphone, secureInput, clock, scheduler, log};
+    }
+
+    void start() { model->start(); }
+
+    /// Ends the program and starts it again.
+    void restart() {
+        model.reset();
+        model = std::make_unique<AppModel>(platform(), options());
+        model->start();
+    }
+
+    /// Starts and waits until keys are heard and the first board is rendered.
+    bool startToPlay() {
+        start();
+        scheduler.advance(std::chrono::milliseconds(0));
+        return eventually(
+            [&] { return model->tapState() == TapState::listening && model->lastRenderSeconds(); });
+    }
+
+    /// Runs what the key thread has posted until `condition` holds.
+    bool eventually(const std::function<bool()>& condition) {
+        return waitFor([&] {
+            scheduler.run();
+            return condition();
+        });
+    }
+
+    bool heard() {
+        const auto block = output.render(128, clock.nanos());
+        const auto loud = [](float sample) { return std::abs(sample) > 0.02f; };
+        return std::ranges::any_of(block.left, loud) && std::ranges::any_of(block.right, loud);
+    }
+
+    ScratchFolder scratch;
+    FakeOutput output;
+    ManualClock clock;
+    FakeTap tap{clock};
+    FakeHotKey hotKey;
+    FakeMicrophone microphone;
+    FakeSecureInput secureInput;
+    ManualScheduler scheduler;
+    CollectingLog log;
+    std::unique_ptr<AppModel> model = std::make_unique<AppModel>(platform(), options());
+};
+
+} // namespace vornic
