@@ -2,6 +2,7 @@
 // model.
 
 #include "Vornic/commands/CommandLine.h"
+#include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "Vornic/keystroke/PreviewPhrase.h"
 #include "Vornic/library/AppFolders.h"
@@ -108,6 +109,24 @@ int type(const TypeCommandRequest& request) {
     }
 }
 
+int slice(const SliceCommandRequest& request) {
+    try {
+        const SliceReport report = sliceFile(request.slice);
+        for (const std::string& remark : report.remarks) {
+            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
+        }
+        if (request.json) {
+            std::puts(reportAsJson(report).c_str());
+        } else {
+            std::fputs(reportAsText(report).c_str(), stdout);
+        }
+        return EXIT_SUCCESS;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vornic: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}
+
 int print(const PrintRequest& request) {
     std::fputs(request.text.c_str(), request.status == 0 ? stdout : stderr);
     return request.status;
@@ -127,6 +146,9 @@ int main(int argc, char** argv) {
     }
     if (const auto* const type = std::get_if<vornic::TypeCommandRequest>(&request)) {
         return vornic::type(*type);
+    }
+    if (const auto* const slice = std::get_if<vornic::SliceCommandRequest>(&request)) {
+        return vornic::slice(*slice);
     }
     return vornic::print(std::get<vornic::PrintRequest>(request));
 }

@@ -102,6 +102,14 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     type.add_flag("--json", typed.json, "Print a report as JSON");
     type.add_option("--out", typed.type.out, "WAV file to write")->required();
 
+    CLI::App& slice = *app.add_subcommand("slice", "Cuts a recording of typing into keystrokes");
+    SliceCommandRequest sliced;
+    slice.add_option("file", sliced.slice.file, "Recording to cut")->required();
+    slice.add_option("--out", sliced.slice.out,
+                     "Folder to write the best strokes to, as WAV files");
+    slice.add_flag("--all", sliced.slice.all, "Write every stroke");
+    slice.add_flag("--json", sliced.json, "Print a report as JSON");
+
     // The parser takes its arguments from the last to the first.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
@@ -122,6 +130,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
         typed.type.volume = offline.volume.value_or(typed.type.volume);
         typed.type.packs = offline.packs;
         return typed;
+    }
+    if (slice.parsed()) {
+        return sliced;
     }
     return RunRequest{live.wantedBoard(), live.stage, live.outputKind, live.volume, live.packs};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "VornicCore/board/StageSpec.h"
 
@@ -43,7 +44,14 @@ struct TypeCommandRequest {
     bool json = false;
 };
 
-using CommandRequest = std::variant<RunRequest, TypeCommandRequest, PrintRequest>;
+/// `vornic slice` with `--json`.
+struct SliceCommandRequest {
+    SliceRequest slice;
+    bool json = false;
+};
+
+using CommandRequest =
+    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.

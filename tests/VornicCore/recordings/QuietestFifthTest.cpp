@@ -1,7 +1,7 @@
 #include "VornicCore/recordings/QuietestFifth.h"
 
 #include "tests/VornicCore/recordings/PlainSlicer.h"
-#include "tests/VornicCore/recordings/TypingNoise.h"
+#include "tests/support/TypingNoise.h"
 
 #include <gtest/gtest.h>
 

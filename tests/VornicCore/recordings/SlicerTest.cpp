@@ -4,7 +4,7 @@
 #include "VornicCore/dsp/TrimTail.h"
 #include "VornicCore/recordings/Envelope.h"
 #include "tests/VornicCore/recordings/PlainSlicer.h"
-#include "tests/VornicCore/recordings/TypingNoise.h"
+#include "tests/support/TypingNoise.h"
 
 #include <gtest/gtest.h>
 
