@@ -1,12 +1,10 @@
 #include "Vornic/platform/linux/pipewire/DefaultSink.h"
 
-#include <spa/utils/json.h>
+#include "Vornic/platform/linux/pipewire/ServerText.h"
 
-#include <array>
 #include <charconv>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace vornic {
 
@@ -15,41 +13,12 @@ namespace {
 /// A sink that the server makes when it has no other, and that leads nowhere.
 constexpr std::string_view nowhere = "auto_null";
 
-std::string_view lookUp(const spa_dict* properties, const char* key) {
-    const char* value = properties == nullptr ? nullptr : spa_dict_lookup(properties, key);
-    return value == nullptr ? std::string_view() : std::string_view(value);
-}
-
 template <typename Number>
 std::optional<Number> numberOf(const std::string& text) {
     Number number{};
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-}
-
-/// The member "name" of the JSON object `value`; empty when there is none.
-std::string nameIn(std::string_view value) {
-    std::array<spa_json, 2> levels{};
-    spa_json_init(levels.data(), value.data(), value.size());
-    if (spa_json_enter_object(levels.data(), &levels[1]) <= 0) {
-        return {};
-    }
-    std::array<char, 64> key{};
-    while (spa_json_get_string(&levels[1], key.data(), key.size()) > 0) {
-        const char* text = nullptr;
-        const int length = spa_json_next(&levels[1], &text);
-        if (length <= 0) {
-            break;
-        }
-        if (std::string_view(key.data()) == "name") {
-            std::vector<char> name(static_cast<std::size_t>(length) + 1);
-            return spa_json_parse_stringn(text, length, name.data(), length + 1) > 0
-                       ? std::string(name.data())
-                       : std::string();
-        }
-    }
-    return {};
 }
 
 } // namespace

@@ -1,0 +1,169 @@
+// Recording through a real sound server, from a source that another program plays into.
+
+#include "Vornic/recorder/Recorder.h"
+
+#include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
+#include "VornicCore/recordings/Slicer.h"
+#include "VornicCore/recordings/WriteWav.h"
+#include "tests/live/ChildProcess.h"
+#include "tests/live/PrivateSoundServer.h"
+#include "tests/support/QueueScheduler.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TypingNoise.h"
+#include "tests/support/WaitFor.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vornic {
+namespace {
+
+class RecorderLiveTest : public testing::Test {
+  protected:
+    /// Runs another program against the usual server; its status.
+    int run(std::vector<std::string> command) const {
+        return ChildProcess(std::move(command), ChildProcess::Environment{}, scratch_ / "log")
+            .wait();
+    }
+
+    /// Plays `file` to its end, and lets the microphone hear the speakers.
+    int playAloud(const std::filesystem::path& file) const {
+        const std::string speakers = "vornic-test-sink:monitor_FL";
+        const std::string microphone = "vornic-test-source:input_MONO";
+        if (run({"pw-link", speakers, microphone}) != 0) {
+            return -1;
+        }
+        const int status = run({"pw-play", "--target", "vornic-test-sink", file});
+        run({"pw-link", "-d", speakers, microphone});
+        return status;
+    }
+
+    /// Waits until `count` samples have been captured.
+    static bool hears(const Recorder& recorder, std::size_t count) {
+        std::vector<float> heard;
+        return waitFor([&] {
+            recorder.hear(heard);
+            return heard.size() >= count;
+        });
+    }
+
+    ScratchFolder scratch_;
+    QueueScheduler scheduler_;
+};
+
+TEST_F(RecorderLiveTest, recordsWhatIsPlayedAndFindsItsStrokes) {
+    TypingNoise typing(3, 48000, 1e-4F);
+    typing.hit(0.5, 0.5F).hit(1.1, 0.4F).hit(1.8, 0.3F).hit(2.4, 0.2F);
+    writeWAV(typing.samples(), scratch_ / "typing.wav");
+    PipeWireMicrophone microphone(scheduler_);
+    Recorder recorder(microphone);
+    ASSERT_TRUE(recorder.start(20)) << recorder.problem();
+    EXPECT_EQ(recorder.inputRate(), 48000);
+    EXPECT_EQ(playAloud(scratch_ / "typing.wav"), 0);
+    const auto strokes = Slicer::strokes(recorder.stop(), 48000);
+    ASSERT_EQ(strokes.size(), 4U);
+    // The distances are kept to the millisecond of a frame; where it begins, the player decides.
+    EXPECT_NEAR(strokes[1].start - strokes[0].start, 0.6, 0.002);
+    EXPECT_NEAR(strokes[2].start - strokes[1].start, 0.7, 0.002);
+    EXPECT_NEAR(strokes[3].start - strokes[2].start, 0.6, 0.002);
+    for (const Stroke& stroke : strokes) {
+        EXPECT_TRUE(stroke.clean);
+        EXPECT_GT(stroke.snrDb, 30);
+    }
+}
+
+TEST_F(RecorderLiveTest, endsAtTheLimitAndStaysQuiet) {
+    PipeWireMicrophone microphone(scheduler_);
+    Recorder recorder(microphone);
+    ASSERT_TRUE(recorder.start(0.25)) << recorder.problem();
+    EXPECT_TRUE(waitFor([&] { return recorder.isFull(); }));
+    EXPECT_EQ(recorder.level(), 0.0F);
+    EXPECT_EQ(recorder.stop(), std::vector<float>(12000));
+}
+
+TEST_F(RecorderLiveTest, canBeStartedAgain) {
+    PipeWireMicrophone microphone(scheduler_);
+    Recorder recorder(microphone);
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_TRUE(recorder.start(1)) << recorder.problem();
+        EXPECT_TRUE(hears(recorder, 1));
+        EXPECT_FALSE(recorder.stop().empty());
+    }
+}
+
+TEST_F(RecorderLiveTest, refusesTheMonitorOfASinkAsAMicrophone) {
+    PrivateSoundServer server;
+    server.start();
+    server.addSink("speakers");
+    ASSERT_TRUE(server.waitForDefaultSink("speakers"));
+    PipeWireMicrophone microphone(scheduler_, server.remote());
+    Recorder recorder(microphone);
+    EXPECT_FALSE(recorder.start(20));
+    EXPECT_EQ(recorder.problem(),
+              "No microphone is connected: connect one, or choose one in the sound settings.");
+    server.addSource("mic");
+    EXPECT_TRUE(waitFor([&] { return recorder.start(20); })) << recorder.problem();
+    EXPECT_TRUE(hears(recorder, 1));
+}
+
+TEST_F(RecorderLiveTest, refusesWithoutASoundServer) {
+    PrivateSoundServer server;
+    PipeWireMicrophone microphone(scheduler_, server.remote());
+    Recorder recorder(microphone);
+    EXPECT_FALSE(recorder.start(20));
+    EXPECT_NE(recorder.problem(), "");
+}
+
+TEST_F(RecorderLiveTest, keepsWhatItHeardWhenTheMicrophoneIsPulledOut) {
+    PrivateSoundServer server;
+    server.start();
+    server.addSink("speakers");
+    server.addSource("mic");
+    PipeWireMicrophone microphone(scheduler_, server.remote());
+    Recorder recorder(microphone);
+    std::vector<std::string> messages;
+    recorder.onLost = [&](const std::string& message) { messages.push_back(message); };
+    ASSERT_TRUE(waitFor([&] { return recorder.start(20); })) << recorder.problem();
+    ASSERT_TRUE(hears(recorder, 4800));
+    server.removeSink("mic");
+    EXPECT_TRUE(waitFor([&] {
+        scheduler_.run();
+        return !messages.empty();
+    }));
+    // Whatever the server connects instead is no microphone.
+    std::vector<float> before;
+    recorder.hear(before);
+    const std::vector<float> kept = recorder.stop();
+    EXPECT_EQ(kept, before);
+    EXPECT_GE(kept.size(), 4800U);
+    scheduler_.run();
+    EXPECT_EQ(messages, std::vector<std::string>{
+                            "The microphone is gone. What it heard until then has been kept."});
+}
+
+TEST_F(RecorderLiveTest, keepsWhatItHeardWhenTheSoundServerEnds) {
+    PrivateSoundServer server;
+    server.start();
+    server.addSource("mic");
+    PipeWireMicrophone microphone(scheduler_, server.remote());
+    Recorder recorder(microphone);
+    int lost = 0;
+    recorder.onLost = [&](const std::string&) { ++lost; };
+    ASSERT_TRUE(waitFor([&] { return recorder.start(20); })) << recorder.problem();
+    ASSERT_TRUE(hears(recorder, 4800));
+    server.kill();
+    EXPECT_TRUE(waitFor([&] {
+        scheduler_.run();
+        return lost == 1;
+    }));
+    EXPECT_GE(recorder.stop().size(), 4800U);
+    server.start();
+    server.addSource("mic");
+    EXPECT_TRUE(waitFor([&] { return recorder.start(20); })) << recorder.problem();
+}
+
+} // namespace
+} // namespace vornic
