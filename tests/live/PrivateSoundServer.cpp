@@ -62,6 +62,10 @@ void PrivateSoundServer::startServer() {
 }
 
 void PrivateSoundServer::startSessionManager() {
+    // Its Bluetooth monitor would end it on a machine without logind, such as a container.
+    const fs::path settings = folder_ / "config" / "wireplumber" / "bluetooth.lua.d";
+    fs::create_directories(settings);
+    std::ofstream(settings / "80-none.lua") << "bluez_monitor.enabled = false\n";
     manager_ = std::make_unique<ChildProcess>(std::vector<std::string>{"wireplumber"},
                                               environment(), folder_ / "manager.log");
 }
