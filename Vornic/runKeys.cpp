@@ -1,5 +1,6 @@
 #include "Vornic/runKeys.h"
 
+#include "Vornic/platform/linux/dbus/GlobalShortcut.h"
 #include "Vornic/platform/linux/evdev/EvdevKeyTap.h"
 #include "Vornic/platform/linux/evdev/KeyGrant.h"
 #include "Vornic/platform/linux/evdev/ReadHotKey.h"
@@ -28,6 +29,10 @@ SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
     keys.tap = std::make_unique<EvdevKeyTap>(
         clock, *keys.devices, [] { return KeyGrant().given(); },
         [&read = *hotKey](std::int64_t keyCode, bool down) { read.key(keyCode, down); });
+    keys.shortcut = std::make_unique<GlobalShortcut>();
+    keys.shortcut->onPress = [&read = *hotKey] { read.pressedElsewhere(); };
+    keys.shortcut->onBound = [&read = *hotKey](bool bound) { read.leaveToOthers(bound); };
+    keys.shortcut->start();
     keys.hotKey = std::move(hotKey);
     return keys;
 }

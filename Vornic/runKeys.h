@@ -9,14 +9,18 @@
 
 namespace vornic {
 
+class GlobalShortcut;
 class InputDevices;
 
-/// What hears keys in this session. Belongs to the key thread once the model has it.
+/// What hears keys in this session. Tap and hot key belong to the key thread once the model has
+/// them.
 struct SessionKeys {
     /// What the tap reads; empty in an X session.
     std::unique_ptr<InputDevices> devices;
     std::unique_ptr<HotKey> hotKey;
     std::unique_ptr<KeyTap> tap;
+    /// The desktop's own matching of the hot key; empty in an X session. Main thread.
+    std::unique_ptr<GlobalShortcut> shortcut;
 
     SessionKeys();
     SessionKeys(SessionKeys&&) noexcept;

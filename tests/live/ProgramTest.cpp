@@ -139,5 +139,18 @@ TEST_F(ProgramTest, theHotKeySilencesItAndBringsItBack) {
     EXPECT_TRUE(says("Sounds are on"));
 }
 
+TEST_F(ProgramTest, inAWaylandSessionAnXDisplayIsNotListenedTo) {
+    writeClickPack(packs());
+    const auto program = start({"--packs", packs().string()}, {{"WAYLAND_DISPLAY", "wayland-9"}});
+    ASSERT_TRUE(says("keyboards") || says("Can't hear your keys")) << readBytes(log());
+    KeyTyper typer;
+    for (int key = 0; key < 5; ++key) {
+        typer.type(KeyTyper::letter(key));
+    }
+    typer.settle();
+    program->end(SIGTERM);
+    EXPECT_THAT(readBytes(log()), HasSubstr("Voices started: 0,"));
+}
+
 } // namespace
 } // namespace vornic
