@@ -1,5 +1,6 @@
 #include "Vornic/commands/CommandLine.h"
 
+#include "Vornic/commands/BoardCommandLine.h"
 #include "VornicCore/board/StageSpec.h"
 
 #include <CLI/CLI.hpp>
@@ -110,6 +111,8 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     slice.add_flag("--all", sliced.slice.all, "Write every stroke");
     slice.add_flag("--json", sliced.json, "Print a report as JSON");
 
+    const BoardCommandLine boards(app, defaultPacks);
+
     // The parser takes its arguments from the last to the first.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
@@ -133,6 +136,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     }
     if (slice.parsed()) {
         return sliced;
+    }
+    if (std::optional<BoardRequest> request = boards.request()) {
+        return *std::move(request);
     }
     return RunRequest{live.wantedBoard(), live.stage, live.outputKind, live.volume, live.packs};
 }

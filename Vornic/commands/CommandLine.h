@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/commands/BoardRequest.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "VornicCore/board/StageSpec.h"
@@ -51,7 +52,7 @@ struct SliceCommandRequest {
 };
 
 using CommandRequest =
-    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, PrintRequest>;
+    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, BoardRequest, PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.
