@@ -1,6 +1,7 @@
 #include "packs/calibration/Calibration.h"
 
 #include "packs/analysis/Distances.h"
+#include "packs/calibration/FirstTable.h"
 #include "packs/model/StrokeModel.h"
 
 #include <algorithm>
@@ -32,9 +33,13 @@ void fitBands(StrokeTable& table, const ClassFeatures& target, const ClassFeatur
                 table.spreads[window][band] = table.spreads[window][band + 1];
                 continue;
             }
-            level = std::max(
-                towards(level, target.bands[window][band], measured.bands[window][band], 0.6),
-                -75.0);
+            double wanted = target.bands[window][band];
+            if (window == 2) {
+                // What is nearly as loud late as before is the recording's noise.
+                wanted = std::min(wanted, target.bands[1][band] - 5);
+            }
+            level = std::clamp(towards(level, wanted, measured.bands[window][band], 0.6),
+                               std::max(wanted - 15, -70.0), wanted + 20);
             if (target.count >= 5) {
                 double& spread = table.spreads[window][band];
                 spread = std::clamp(spread + 0.3 * (target.bandSpread[window][band] -
@@ -45,7 +50,20 @@ void fitBands(StrokeTable& table, const ClassFeatures& target, const ClassFeatur
     }
 }
 
+// Hits that can be told apart must have decayed in between.
+double longestDecay(const StrokeTable& table) {
+    double longest = 40;
+    for (std::size_t i = 1; i < table.events.size(); ++i) {
+        const double gap = table.events[i].ms - table.events[i - 1].ms;
+        if (gap < 5 && table.events[i].share > 0.8) {
+            longest = std::min(longest, 0.6 * gap);
+        }
+    }
+    return longest;
+}
+
 void fitDecays(StrokeTable& table, const ClassFeatures& target, const ClassFeatures& measured) {
+    const double longest = longestDecay(table);
     for (std::size_t band = 0; band < bandCount; ++band) {
         for (std::size_t broad = 0; broad < broadCount; ++broad) {
             if (bandCentres[band] >= broadEdges[broad] &&
@@ -54,7 +72,7 @@ void fitDecays(StrokeTable& table, const ClassFeatures& target, const ClassFeatu
                 table.decayMs[band] =
                     std::clamp(scaled(table.decayMs[band], target.decayMs[broad]->median,
                                       measured.decayMs[broad]->median, 0.4),
-                               0.4, 40.0);
+                               0.4, longest);
             }
         }
     }
@@ -64,7 +82,7 @@ void fitDecays(StrokeTable& table, const ClassFeatures& target, const ClassFeatu
                 target.decayMs[broad] && measured.decayMs[broad]) {
                 mode.decayMs = std::clamp(scaled(mode.decayMs, target.decayMs[broad]->median,
                                                  measured.decayMs[broad]->median, 0.2),
-                                          0.6, 40.0);
+                                          0.6, std::max(longest, 2.0));
             }
         }
     }
@@ -77,52 +95,31 @@ void fitEvents(StrokeTable& table, const ClassFeatures& target, const ClassFeatu
         const EventStatistic& wanted = target.events[i];
         const EventStatistic is =
             i < measured.events.size() ? measured.events[i] : EventStatistic();
-        event.share = i == 0 ? 1
-                             : std::clamp(event.share + 0.3 * (wanted.share - is.share), 0.0,
-                                          std::min(share, 1.0));
+        if (i > 0) {
+            event.share = std::clamp(event.share + 0.3 * (wanted.share - is.share),
+                                     std::min(0.3 * wanted.share, share), share);
+        }
         share = event.share;
         if (is.share <= 0) {
-            event.db = std::min(event.db + 0.5, 6.0);
+            event.db = std::min(event.db + 0.5, wanted.db.median + 8);
             continue;
         }
         if (i > 0) {
-            event.ms = std::max(towards(event.ms, wanted.ms.median, is.ms.median, 0.4),
-                                2.8 * static_cast<double>(i));
-            if (target.count >= 5) {
-                event.msSpread = std::clamp(
-                    event.msSpread + 0.15 * (wanted.ms.deviation - is.ms.deviation), 0.5, 14.0);
-            }
+            event.ms = std::clamp(towards(event.ms, wanted.ms.median, is.ms.median, 0.3),
+                                  wanted.ms.median * 0.8, wanted.ms.median * 1.1);
         }
-        event.db = std::clamp(towards(event.db, wanted.db.median, is.db.median, 0.25), -32.0, 6.0);
+        event.db = std::clamp(towards(event.db, wanted.db.median, is.db.median, 0.25),
+                              wanted.db.median - 8, wanted.db.median + 8);
         if (target.count >= 5) {
-            event.dbSpread = std::clamp(
-                event.dbSpread + 0.15 * (wanted.db.deviation - is.db.deviation), 1.0, 10.0);
+            const double most = 1.3 * usualSpread(wanted.db);
+            event.dbSpread =
+                std::clamp(event.dbSpread + 0.15 * (usualSpread(wanted.db) - usualSpread(is.db)),
+                           0.5, std::max(most, 0.5));
         }
-        event.tilt = std::clamp(event.tilt + 0.8 * std::log2(wanted.centroidHz.median /
+        event.tilt = std::clamp(event.tilt + 0.6 * std::log2(wanted.centroidHz.median /
                                                              std::max(is.centroidHz.median, 50.0)),
-                                -8.0, 8.0);
+                                -4.0, 4.0);
     }
-}
-
-// The slope of all bands together where only what rings on is left, as a time constant.
-double tailDecay(const ClassFeatures& features) {
-    constexpr std::size_t from = 12; // 46 ms after the onset
-    std::vector<double> level;
-    for (std::size_t step = from; step < envelopeSteps; ++step) {
-        double sum = 0;
-        for (const auto& band : features.envelopeDb) {
-            sum += band[step] > -44.9 ? std::pow(10.0, band[step] / 10) : 0;
-        }
-        if (sum < std::pow(10.0, -4.3)) {
-            break;
-        }
-        level.push_back(10 * std::log10(sum));
-    }
-    if (level.size() < 4 || level.front() - level.back() < 1) {
-        return 0;
-    }
-    const double fall = (level.front() - level.back()) / static_cast<double>(level.size() - 1);
-    return 20 / std::log(10.0) * 4 / fall;
 }
 
 void fitRest(StrokeTable& table, const ClassFeatures& target, const ClassFeatures& measured) {
@@ -137,7 +134,7 @@ void fitRest(StrokeTable& table, const ClassFeatures& target, const ClassFeature
                     present = std::max(present, is.present);
                 }
             }
-            mode.part = std::clamp(mode.part + 0.1 * (wanted.present - present), 0.1, 0.85);
+            mode.part = std::clamp(mode.part + 0.1 * (wanted.present - present), 0.15, 0.75);
         }
     }
     const auto median = [](const ClassFeatures& features, const char* name) {
@@ -152,8 +149,6 @@ void fitRest(StrokeTable& table, const ClassFeatures& target, const ClassFeature
                                                                 median(target, "tonality_db"),
                                                             -1.0, 1.0)),
                    0.25, 2.0);
-    table.tailMs =
-        std::clamp(scaled(table.tailMs, tailDecay(target), tailDecay(measured), 0.3), 10.0, 45.0);
 }
 
 } // namespace

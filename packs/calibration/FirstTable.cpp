@@ -37,6 +37,11 @@ void addWeakModes(std::vector<ModeTable>& modes, const Bands& decayMs) {
 
 } // namespace
 
+double usualSpread(const Statistic& statistic) {
+    // Of a normal distribution, 80 % lie within 2.56 deviations.
+    return std::min(statistic.deviation, (statistic.ninetieth - statistic.tenth) / 2.2);
+}
+
 Bands decaysOf(const ClassFeatures& target) {
     std::array<double, broadCount> broad{};
     double last = 6;
@@ -71,10 +76,11 @@ StrokeTable firstTable(const ClassFeatures& target, const StrokeTable& before) {
         table.events.push_back({.share = event.share,
                                 .ms = event.ms.median,
                                 .msSpread = event.ms.median <= 0 ? 0
-                                            : isExample          ? 3
-                                                                 : event.ms.deviation,
+                                            : isExample
+                                                ? std::clamp(0.08 * event.ms.median, 0.4, 3.0)
+                                                : usualSpread(event.ms),
                                 .db = event.db.median,
-                                .dbSpread = isExample ? 3 : event.db.deviation,
+                                .dbSpread = isExample ? 3 : usualSpread(event.db),
                                 .tilt = 0});
     }
     table.modes.clear();

@@ -9,7 +9,10 @@ namespace vornic::packs {
 /// those of whole strokes, so the table still has to be fitted until its strokes measure like them.
 StrokeTable firstTable(const ClassFeatures& target, const StrokeTable& before);
 
-/// Sets `tilt` and `decayMs` and the like of what was not measured to what neighbours have.
+/// A standard deviation that outliers do not widen.
+double usualSpread(const Statistic& statistic);
+
+/// The decay of each third octave; bands that show none take that of the next below.
 Bands decaysOf(const ClassFeatures& target);
 
 } // namespace vornic::packs

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <numbers>
 
 namespace vornic::packs {
@@ -11,26 +12,40 @@ namespace {
 constexpr double sampleRate = 48000;
 constexpr double framesPerMs = 48;
 
+// Written out: the library's product looks for infinities.
+std::complex<double> turned(const std::complex<double>& value, const std::complex<double>& step) {
+    return {value.real() * step.real() - value.imag() * step.imag(),
+            value.real() * step.imag() + value.imag() * step.real()};
+}
+
 } // namespace
 
 Drive::Drive(std::size_t length, double hz, std::uint64_t seed)
-    : turn_(2 * std::numbers::pi * hz / sampleRate), halfLength_(0.9 * sampleRate / hz),
+    : hz_(hz), turn_(2 * std::numbers::pi * hz / sampleRate), halfLength_(0.9 * sampleRate / hz),
       // The integral of the windowed sine times the sine, without its ripple.
       norm_(halfLength_ / 2), random_(seed), first_(length), force_(length) {}
 
 void Drive::pulse(double ms, double amplitude) {
     const auto from = static_cast<std::ptrdiff_t>(std::ceil(ms * framesPerMs));
-    const double offset = static_cast<double>(from) - ms * framesPerMs;
-    for (std::ptrdiff_t i = 0; static_cast<double>(i) + offset < 2 * halfLength_; ++i) {
-        const double at = static_cast<double>(i) + offset - halfLength_;
-        const double window = (1 + std::cos(std::numbers::pi * at / halfLength_)) / 2;
-        const std::ptrdiff_t frame = from + i;
-        if (frame >= 0 && frame < std::ssize(force_)) {
-            const auto index = static_cast<std::size_t>(frame);
-            force_[index] += amplitude * window * std::sin(turn_ * at) / norm_;
-            first_ = std::min(first_, index);
-            end_ = std::max(end_, index + 1);
+    const double start = static_cast<double>(from) - ms * framesPerMs - halfLength_;
+    // Both the window's and the sine's phase turn by the same angle each sample.
+    const double windowTurn = std::numbers::pi / halfLength_;
+    const std::complex<double> windowStep = std::polar(1.0, windowTurn);
+    const std::complex<double> sineStep = std::polar(1.0, turn_);
+    std::complex<double> window = std::polar(1.0, windowTurn * start);
+    std::complex<double> sine = std::polar(amplitude / norm_, turn_ * start);
+    const auto last = static_cast<std::ptrdiff_t>(std::ceil(halfLength_ - start));
+    const auto end = std::min(from + last, std::ssize(force_));
+    for (std::ptrdiff_t frame = from; frame < end; ++frame) {
+        if (frame >= 0) {
+            force_[static_cast<std::size_t>(frame)] += (1 + window.real()) / 2 * sine.imag();
         }
+        window = turned(window, windowStep);
+        sine = turned(sine, sineStep);
+    }
+    if (end > 0 && from < end) {
+        first_ = std::min(first_, static_cast<std::size_t>(std::max(from, std::ptrdiff_t{0})));
+        end_ = std::max(end_, static_cast<std::size_t>(end));
     }
 }
 
@@ -52,6 +67,17 @@ void Drive::spread(double ms, double energy, double overMs) {
         const double sign = random_.next(2) == 0 ? -1 : 1;
         pulse(ms + overMs * (i + random_.uniform(0, 1)) / returns,
               sign * std::sqrt(energy / returns));
+    }
+}
+
+void Drive::rain(double ms, double energy, double decayMs) {
+    // Three drops in the time that a third of an octave resolves.
+    const double stepMs = 1000 / (3 * 0.2316 * hz_);
+    const double lengthMs = std::min(6 * decayMs, static_cast<double>(force_.size()) / framesPerMs);
+    for (double at = 0; at < lengthMs; at += stepMs) {
+        const double size = random_.uniform(-1, 1) * std::numbers::sqrt3; // of variance 1
+        const double envelope = std::exp(-at / decayMs) * std::sqrt(2 * stepMs / decayMs);
+        pulse(ms + at + stepMs * random_.uniform(0, 0.9), size * envelope * std::sqrt(energy));
     }
 }
 

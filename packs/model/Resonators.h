@@ -22,6 +22,10 @@ class Drive {
     /// room.
     void spread(double ms, double energy, double overMs);
 
+    /// The same energy as a rain of small impulses that thins out with amplitude time constant
+    /// `decayMs`: more resonances than could be told apart.
+    void rain(double ms, double energy, double decayMs);
+
     const std::vector<double>& force() const { return force_; }
     /// The first sample that may differ from 0.
     std::size_t first() const { return first_; }
@@ -33,6 +37,7 @@ class Drive {
     /// push at lower frequencies that would leak into other bands.
     void pulse(double ms, double amplitude);
 
+    double hz_;
     double turn_;       // radians a sample
     double halfLength_; // of a pulse, in samples
     double norm_;

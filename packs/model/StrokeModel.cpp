@@ -18,6 +18,7 @@ namespace {
 constexpr double framesPerMs = 48;
 constexpr double leadMs = 1;
 constexpr double fadeMs = 25;
+constexpr double mostOfACrowd = 16;
 
 // Numbers of what is drawn once a stroke; those of a list leave room behind them.
 enum Variable : std::uint64_t {
@@ -99,8 +100,8 @@ class Stroke {
         : pack_(pack), table_(table), place_(place), random_(seed), boardSeed_(boardSeed),
           hits_(drawHits(table, draws)), levels_(drawLevels(table, draws, place)),
           samples_(static_cast<std::size_t>(table.lengthMs * framesPerMs)) {
-        setShares();
         const std::array<double, windowCount> powers = windowPowers(table);
+        setShares(powers);
         addRattle();
         for (std::size_t band = 0; band < bandCount; ++band) {
             addBand(band, powers);
@@ -112,19 +113,31 @@ class Stroke {
     std::vector<float> samples() const { return {samples_.begin(), samples_.end()}; }
 
   private:
-    void setShares() {
+    // What rings on follows the hits: together they have the energy that they usually have, of
+    // which each has its share.
+    void setShares(const std::array<double, windowCount>& powers) {
+        std::array<double, windowCount> energies{};
+        double usual = 0;
+        for (std::size_t window = 0; window < windowCount; ++window) {
+            for (const double db : table_.levels[window]) {
+                energies[window] += power(db) * hitShare(window);
+            }
+            usual += powers[window] > 0 ? energies[window] : 0;
+        }
         double sum = 0;
         for (Hit& hit : hits_) {
-            double energy = 0;
-            for (const double db : table_.levels[hit.window]) {
-                energy += power(db);
-            }
-            hit.share = energy * power(hit.gainDb);
+            hit.share = energies[hit.window] * power(hit.gainDb) / powers[hit.window];
             sum += hit.share;
         }
         for (Hit& hit : hits_) {
             hit.share /= sum;
+            hit.gainDb += 10 * std::log10(usual / sum);
         }
+    }
+
+    // What part of a window's energy its hits have.
+    double hitShare(std::size_t window) const {
+        return window == 1 ? 1 - table_.bodyShare : window == 2 ? 1 - table_.tailShare : 1;
     }
 
     // The wires of a wide key tick against their holders after the hit.
@@ -143,54 +156,98 @@ class Stroke {
         }
     }
 
-    // Energies of the hits in a band, as pulses in `drive`.
-    void driveHits(Drive& drive, std::size_t band, const std::array<double, windowCount>& powers) {
+    // Calls `strike` with each hit and its energy in a band.
+    template <typename Strike>
+    void forHits(std::size_t band, const std::array<double, windowCount>& powers, double db,
+                 Strike strike) const {
         for (const Hit& hit : hits_) {
             const double octaves = std::log2(bandCentres[band] / 3000);
-            const double share = hit.window == 1   ? 1 - table_.bodyShare
-                                 : hit.window == 2 ? 1 - table_.tailShare
-                                                   : 1;
-            const double energy =
-                share * power(levels_[hit.window][band] + hit.gainDb + hit.tilt * octaves) /
-                std::max(powers[hit.window], 1e-9);
-            drive.strike(hit.ms + leadMs, energy, table_.contactMs);
+            strike(hit,
+                   hitShare(hit.window) *
+                       power(levels_[hit.window][band] + db + hit.gainDb + hit.tilt * octaves) /
+                       std::max(powers[hit.window], 1e-9));
         }
+    }
+
+    void driveHits(Drive& drive, std::size_t band, const std::array<double, windowCount>& powers,
+                   double db) const {
+        forHits(band, powers, db, [&](const Hit& hit, double energy) {
+            drive.strike(hit.ms + leadMs, energy, table_.contactMs);
+        });
     }
 
     void addBand(std::size_t band, const std::array<double, windowCount>& powers) {
-        const double centre = bandCentres[band];
-        Drive fast(samples_.size(), centre, random_.next());
-        driveHits(fast, band, powers);
-        addModes(fast, band);
-
-        const double bodyMs = std::clamp(2.2 * table_.decayMs[band], 6.0, 16.0);
-        Drive body(samples_.size(), centre, random_.next());
-        Drive tail(samples_.size(), centre, random_.next());
-        for (const Hit& hit : hits_) {
-            body.spread(hit.ms + leadMs, hit.share * table_.bodyShare * power(levels_[1][band]), 4);
-            tail.spread(hit.ms + leadMs, hit.share * table_.tailShare * power(levels_[2][band]),
-                        12);
-        }
-        addCrowd(body, band, bodyMs, 1);
-        addCrowd(tail, band, table_.tailMs, 1);
+        addLayers(band, bandCentres[band], powers, 0);
         if (band + 1 == bandCount) {
-            addAir(powers);
+            // Above the highest measured band the sound falls off.
+            addLayers(band, 16000, powers, -7);
+            addLayers(band, 20159, powers, -17);
         }
     }
 
-    // Above the highest measured band the sound falls off.
-    void addAir(const std::array<double, windowCount>& powers) {
-        constexpr double fall = 9;
-        for (auto& window : levels_) {
-            window.back() -= fall;
+    // What the hits strike at once, what the body rings and what comes back at last. `hz` is the
+    // centre of `band` or lies above all bands.
+    void addLayers(std::size_t band, double hz, const std::array<double, windowCount>& powers,
+                   double db) {
+        const double decayMs = table_.decayMs[band];
+        const bool isBand = hz == bandCentres[band];
+        Drive hits(samples_.size(), hz, random_.next());
+        driveHits(hits, band, powers, db);
+        const double left = isBand ? addModes(hits, band) : 1;
+        if (isDense(hz, decayMs)) {
+            Drive rain(samples_.size(), hz, random_.next());
+            forHits(band, powers, db, [&](const Hit& hit, double energy) {
+                rain.rain(hit.ms + leadMs, energy, decayMs);
+            });
+            filter(rain, hz, decayMs, left);
+        } else {
+            crowd(hits, hz, decayMs, left);
         }
-        Drive fast(samples_.size(), 16000, random_.next());
-        driveHits(fast, bandCount - 1, powers);
-        crowd(fast, 16000, table_.decayMs.back() * 0.8, 1);
+
+        const double bodyMs = std::clamp(2.2 * decayMs, 6.0, 16.0);
+        Drive body(samples_.size(), hz, random_.next());
+        Drive tail(samples_.size(), hz, random_.next());
+        for (const Hit& hit : hits_) {
+            const double bodyEnergy = hit.share * table_.bodyShare * power(levels_[1][band] + db);
+            if (isDense(hz, bodyMs)) {
+                body.rain(hit.ms + leadMs, bodyEnergy, bodyMs);
+            } else {
+                body.spread(hit.ms + leadMs, bodyEnergy, 4);
+            }
+            tail.rain(hit.ms + leadMs + 2,
+                      hit.share * table_.tailShare * power(levels_[2][band] + 1.5 * db),
+                      table_.tailMs);
+        }
+        if (isDense(hz, bodyMs)) {
+            filter(body, hz, bodyMs, 1);
+        } else {
+            crowd(body, hz, bodyMs, 1);
+        }
+        filter(tail, hz, table_.tailMs, 1);
     }
 
-    // The strong modes of the band, then the residue with what is left.
-    void addModes(const Drive& drive, std::size_t band) {
+    // Resonances that overlap in a third of an octave.
+    double overlapping(double hz, double decayMs) const {
+        return hz * 0.2316 * std::numbers::pi * decayMs / 1000 * table_.crowd;
+    }
+
+    // Whether they are more than make sense one by one.
+    bool isDense(double hz, double decayMs) const {
+        return overlapping(hz, decayMs) > mostOfACrowd;
+    }
+
+    // A rain's band, no longer than the rain itself.
+    void filter(const Drive& drive, double hz, double decayMs, double energy) {
+        constexpr int count = 4;
+        const double ownMs = std::min(count * 1000 / (std::numbers::pi * 0.2316 * hz), decayMs);
+        for (int i = 0; i < count && drive.end() > 0; ++i) {
+            const double third = (i + random_.uniform(0.2, 0.8)) / count - 0.5;
+            ring(drive, hz * std::pow(2.0, third / 3), ownMs, energy / count, sign(), samples_);
+        }
+    }
+
+    // The strong modes of the band; returns what part of its energy is left for the residue.
+    double addModes(const Drive& drive, std::size_t band) {
         double left = 1;
         for (std::size_t i = 0; i < table_.modes.size(); ++i) {
             const ModeTable& mode = table_.modes[i];
@@ -212,27 +269,16 @@ class Stroke {
                  mode.decayMs * random_.uniform(0.8, 1.25), energy, sign(), samples_);
             left -= mode.part;
         }
-        addCrowd(drive, band, table_.decayMs[band], std::max(left, 0.1));
+        return std::max(left, 0.1);
     }
 
-    void addCrowd(const Drive& drive, std::size_t band, double decayMs, double energy) {
-        if (drive.end() > 0) {
-            crowd(drive, bandCentres[band], decayMs, energy);
-        }
-    }
-
-    // As many resonances as overlap.
-    void crowd(const Drive& drive, double centre, double decayMs, double energy) {
-        const double width = centre * 0.2316; // a third of an octave
-        const double overlapping = width * std::numbers::pi * decayMs / 1000;
-        constexpr double most = 18;
-        const auto count =
-            static_cast<std::size_t>(std::clamp(overlapping * table_.crowd, 2.0, most));
-        for (std::size_t i = 0; i < count; ++i) {
+    void crowd(const Drive& drive, double hz, double decayMs, double energy) {
+        const auto count = static_cast<std::size_t>(std::max(overlapping(hz, decayMs), 2.0));
+        for (std::size_t i = 0; i < count && drive.end() > 0; ++i) {
             const double third =
                 (static_cast<double>(i) + random_.uniform(0, 1)) / static_cast<double>(count) - 0.5;
             const double part = -std::log(random_.uniform(0.03, 1)) / static_cast<double>(count);
-            ring(drive, centre * std::pow(2.0, third / 3), decayMs * random_.uniform(0.7, 1.3),
+            ring(drive, hz * std::pow(2.0, third / 3), decayMs * random_.uniform(0.7, 1.3),
                  energy * part, sign(), samples_);
         }
     }

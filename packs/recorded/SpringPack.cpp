@@ -6,6 +6,7 @@
 #include "packs/recorded/KeyRecording.h"
 #include "packs/recorded/PackFiles.h"
 #include "packs/recorded/StrokeShape.h"
+#include "packs/recorded/StrokeVariant.h"
 #include <sndfile.h>
 
 #include <algorithm>
@@ -25,7 +26,7 @@ constexpr double pressLevel = -24;
 constexpr double releaseLevel = -30;
 constexpr double ceiling = -1;
 constexpr auto credit = "Recordings by Ico Doornekampt, 2016, from Debian's bucklespring-data, cut "
-                        "and levelled; GPL version 2 or later";
+                        "and levelled, those of wide keys also varied; GPL version 2 or later";
 
 struct Collected {
     std::map<KeyClass, std::vector<Samples>> presses;
@@ -112,6 +113,18 @@ Collected collect(const fs::path& source, std::vector<std::string>& notes) {
     return collected;
 }
 
+// Wide keys were recorded once or twice; a keyboard never sounds twice the same.
+void addVariants(std::map<KeyClass, std::vector<Samples>>& presses) {
+    constexpr std::size_t enough = 6;
+    for (const KeyClass keyClass : {KeyClass::space, KeyClass::enter, KeyClass::backspace}) {
+        std::vector<Samples>& strokes = presses[keyClass];
+        const std::size_t recorded = strokes.size();
+        for (std::size_t i = recorded; recorded > 0 && i < enough; ++i) {
+            strokes.push_back(variantOf(strokes[i % recorded], i));
+        }
+    }
+}
+
 void amplify(Samples& samples, double gainDb) {
     const double room = ceiling - decibels(static_cast<double>(peak(samples)));
     const auto factor = static_cast<float>(std::pow(10.0, std::min(gainDb, room) / 20));
@@ -151,6 +164,7 @@ Assembly assembleSpringPack(const fs::path& source, const fs::path& target) {
         assembly.error = "no usable press of a regular key in " + source.string();
         return assembly;
     }
+    addVariants(collected.presses);
     setLevels(collected);
     std::error_code error;
     fs::remove_all(target, error);

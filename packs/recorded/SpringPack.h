@@ -19,6 +19,8 @@ struct Assembly {
 /// Each recording becomes 48 kHz mono, free of rumble, and is cut to its stroke. Left out are
 /// those that repeat another, ran into full scale, are silent or hold a second stroke.
 ///
+/// Space, enter and backspace are filled up to six presses with variants (`variantOf`).
+///
 /// Levels: the recordings were levelled file by file, so how loud they are to one another says
 /// little. Every regular press is brought to -24 dBFS (`strokeLevel`); presses of the other classes
 /// get the one gain that brings the median regular press there, which keeps what relation to it

@@ -38,9 +38,10 @@ TEST(DerivedParts, theSpringPingRingsAtItsPitch) {
     EXPECT_GT(decibels(rms(late)) - decibels(static_cast<double>(peak(ping))), -50);
 }
 
-TEST(DerivedParts, theWireRattleIsBright) {
+TEST(DerivedParts, theWireRattleIsBrightAndOfSeveralHits) {
     const auto rattle = PartSamples::rattle(packStroke("metal/regular-01.wav"));
     EXPECT_GT(shareBetween(rattle, 2500, 16000), 0.7);
+    EXPECT_GE(eventsOf(rattle, 0).size(), 2U);
 }
 
 } // namespace
