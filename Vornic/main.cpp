@@ -1,7 +1,6 @@
 // Wires the program: reads the command line, makes this platform's services and hands them to the
 // model.
 
-#include "Vornic/commands/BoardCommands.h"
 #include "Vornic/commands/CommandLine.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
@@ -9,8 +8,10 @@
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/library/PackFolders.h"
 #include "Vornic/model/AppModel.h"
+#include "Vornic/model/Control.h"
 #include "Vornic/platform/KeySource.h"
-#include "Vornic/platform/NoSecureInput.h"
+#include "Vornic/platform/linux/dbus/LinuxSecureInput.h"
+#include "Vornic/platform/linux/dbus/control/DBusRunningCopy.h"
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
 #include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
 #include "Vornic/platform/linux/system/JournalLog.h"
@@ -19,12 +20,16 @@
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
 #include "Vornic/runKeys.h"
+#include "Vornic/runSelfTest.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QStandardPaths>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -68,7 +73,22 @@ AppModel::Options modelOptions(const RunRequest& request) {
     return options;
 }
 
+/// Becomes the one running copy; false when another one is, which was told of this start. The
+/// self-test looks at this process, whatever else runs.
+bool isTheOnlyCopy(RunningCopy& copy, const RunRequest& request) {
+    if (copy.claim() != RunningCopy::Claim::taken || request.selfTest) {
+        return true;
+    }
+    const ControlAnswer answer = copy.ask({"activate"});
+    std::fprintf(stderr, "vornic: Vornic is running already. %s\n", answer.text.c_str());
+    return false;
+}
+
 int run(const RunRequest& request, QCoreApplication& application) {
+    if (request.snapshot) {
+        std::puts("Vornic snapshot: there is nothing to show yet");
+        return EXIT_FAILURE;
+    }
     JournalLog log;
     QuitSignals quit([&application] { application.quit(); });
     MonotonicClock clock;
@@ -78,18 +98,30 @@ int run(const RunRequest& request, QCoreApplication& application) {
     if (!source.problem.empty()) {
         return playDemo(request, source.problem, log);
     }
+    DBusRunningCopy copy;
+    if (!isTheOnlyCopy(copy, request)) {
+        return EXIT_SUCCESS;
+    }
     PipeWireOutput output(scheduler);
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
     PipeWireMicrophoneUse microphone(scheduler);
-    NoSecureInput secureInput;
-    AppModel model(
-        {output, *keys.tap, *keys.hotKey, microphone, secureInput, clock, scheduler, log},
-        modelOptions(request));
+    LinuxSecureInput secureInput;
+    const Platform platform{output,      *keys.tap, *keys.hotKey, microphone,
+                            secureInput, clock,     scheduler,    log};
+    AppModel model(platform, modelOptions(request));
     model.start();
     if (const std::string problem = output.problem(); !problem.empty()) {
         return playDemo(request, problem, log);
     }
+    copy.answer([&model, &log](const RunningCopy::Words& words) {
+        return control(model, words, [&log] { log.info("Another start was sent here"); });
+    });
+    std::optional<RunningSelfTest> selfTest;
+    if (request.selfTest) {
+        selfTest.emplace(model, platform, request.selfTestMicrophone);
+    }
     const int status = QCoreApplication::exec();
+    copy.answer([](const RunningCopy::Words&) { return ControlAnswer{1, "Vornic is ending."}; });
     log.info(model.voiceReport());
     return status;
 }
@@ -128,18 +160,12 @@ int slice(const SliceCommandRequest& request) {
     }
 }
 
-int runBoards(const BoardRequest& request) {
-    try {
-        const CommandOutcome outcome = runBoardCommand(request);
-        for (const std::string& remark : outcome.remarks) {
-            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
-        }
-        std::fputs(outcome.text.c_str(), stdout);
-        return EXIT_SUCCESS;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "vornic: %s\n", error.what());
-        return EXIT_FAILURE;
+int askRunningCopy(const ControlRequest& request) {
+    const ControlAnswer answer = DBusRunningCopy().ask(request.words);
+    if (!answer.text.empty()) {
+        std::fprintf(answer.status == 0 ? stdout : stderr, "%s\n", answer.text.c_str());
     }
+    return answer.status;
 }
 
 int print(const PrintRequest& request) {
@@ -147,26 +173,36 @@ int print(const PrintRequest& request) {
     return request.status;
 }
 
+/// The self-test needs a window, though none that is seen.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, bool withWindows) {
+    QCoreApplication::setApplicationName("Vornic");
+    if (!withWindows) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 } // namespace
 } // namespace vornic
 
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName("Vornic");
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto request = vornic::readCommandLine(
         arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));
-    if (const auto* const run = std::get_if<vornic::RunRequest>(&request)) {
-        return vornic::run(*run, application);
+    const auto* const run = std::get_if<vornic::RunRequest>(&request);
+    const auto application = vornic::makeApplication(argc, argv, run != nullptr && run->selfTest);
+    if (run != nullptr) {
+        return vornic::run(*run, *application);
+    }
+    if (const auto* const control = std::get_if<vornic::ControlRequest>(&request)) {
+        return vornic::askRunningCopy(*control);
     }
     if (const auto* const type = std::get_if<vornic::TypeCommandRequest>(&request)) {
         return vornic::type(*type);
     }
     if (const auto* const slice = std::get_if<vornic::SliceCommandRequest>(&request)) {
         return vornic::slice(*slice);
-    }
-    if (const auto* const boards = std::get_if<vornic::BoardRequest>(&request)) {
-        return vornic::runBoards(*boards);
     }
     return vornic::print(std::get<vornic::PrintRequest>(request));
 }

@@ -1,6 +1,6 @@
 #include "Vornic/commands/CommandLine.h"
 
-#include "Vornic/commands/BoardCommandLine.h"
+#include "Vornic/commands/ControlCommandLine.h"
 #include "VornicCore/board/StageSpec.h"
 
 #include <CLI/CLI.hpp>
@@ -85,6 +85,13 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     SoundOptions live;
     live.packs = defaultPacks;
     live.addTo(app);
+    RunRequest run;
+    app.add_flag("--selftest", run.selfTest, "Say in the log how well everything works");
+    app.add_flag("--selftest-mic", run.selfTestMicrophone,
+                 "With --selftest: try the microphone too");
+    std::string snapshot;
+    app.add_option("--snapshot", snapshot, "Write pictures of the windows into a folder and end")
+        ->expected(0, 1);
 
     CLI::App& type = *app.add_subcommand("type", "Plays typing into a WAV file");
     SoundOptions offline;
@@ -110,8 +117,7 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
                      "Folder to write the best strokes to, as WAV files");
     slice.add_flag("--all", sliced.slice.all, "Write every stroke");
     slice.add_flag("--json", sliced.json, "Print a report as JSON");
-
-    const BoardCommandLine boards(app, defaultPacks);
+    const ControlCommandLine control(app);
 
     // The parser takes its arguments from the last to the first.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
@@ -137,10 +143,18 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     if (slice.parsed()) {
         return sliced;
     }
-    if (std::optional<BoardRequest> request = boards.request()) {
+    if (std::optional<ControlRequest> request = control.request()) {
         return *std::move(request);
     }
-    return RunRequest{live.wantedBoard(), live.stage, live.outputKind, live.volume, live.packs};
+    run.board = live.wantedBoard();
+    run.stage = live.stage;
+    run.outputKind = live.outputKind;
+    run.volume = live.volume;
+    run.packs = live.packs;
+    if (!snapshot.empty()) {
+        run.snapshot = snapshot;
+    }
+    return run;
 }
 
 } // namespace vornic

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/commands/BoardRequest.h"
+#include "Vornic/commands/ControlRequest.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "VornicCore/board/StageSpec.h"
@@ -31,6 +31,11 @@ struct RunRequest {
     std::optional<OutputKind> outputKind;
     std::optional<double> volume;
     std::filesystem::path packs;
+    /// Say in the log how well everything works; with its part that needs a microphone.
+    bool selfTest = false;
+    bool selfTestMicrophone = false;
+    /// Write pictures of the views into this folder and end.
+    std::optional<std::filesystem::path> snapshot;
 };
 
 /// Print `text` and end with `status`: help, version, or what was wrong with the command line.
@@ -52,7 +57,7 @@ struct SliceCommandRequest {
 };
 
 using CommandRequest =
-    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, BoardRequest, PrintRequest>;
+    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, ControlRequest, PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.

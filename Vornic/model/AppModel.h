@@ -108,6 +108,8 @@ class AppModel {
     const Diagnostics& diagnostics() const { return diagnostics_; }
     /// How long the board that plays took to render, in seconds; absent before the first one has.
     std::optional<double> lastRenderSeconds() const { return player_->lastRenderSeconds(); }
+    /// Renders the current board here and now and makes it play; absent without a board.
+    std::optional<BoardPlayer::FullRender> renderNow();
     /// Brings the facts that the system does not announce up to date; runs every second.
     void refreshState();
 

@@ -120,6 +120,11 @@ std::string AppModel::voiceReport() const {
            ", dropped: " + std::to_string(core.eventsDropped());
 }
 
+std::optional<BoardPlayer::FullRender> AppModel::renderNow() {
+    return board() == nullptr ? std::nullopt
+                              : std::optional(player_->renderNow(editor_->heardBoard()));
+}
+
 void AppModel::setStudio(const StudioState& studio) {
     if (!(studio == studio_)) {
         studio_ = studio;

@@ -6,7 +6,8 @@ namespace vornic {
 
 BoardPlayer::BoardPlayer(const Clock& clock, Scheduler& scheduler,
                          std::shared_ptr<const SampleSource> library, RenderService::Build builder)
-    : library_(std::move(library)), renderer_(clock, scheduler, builder),
+    : clock_(clock), builder_(builder), library_(std::move(library)),
+      renderer_(clock, scheduler, builder),
       referenceRenderer_(clock, scheduler, std::move(builder)) {}
 
 void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
@@ -20,6 +21,14 @@ void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
     if (reference_.board && !reference_.bank && !(board == *reference_.board)) {
         renderReference();
     }
+}
+
+BoardPlayer::FullRender BoardPlayer::renderNow(const Board& board) {
+    const double start = clock_.seconds();
+    const RenderedBoard result = builder_(board, *library_);
+    const double seconds = clock_.seconds() - start;
+    rendered(std::make_shared<const Board>(board), result, seconds);
+    return {seconds, result.bank->pools().size()};
 }
 
 void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoard& result,

@@ -8,6 +8,7 @@
 #include "VornicCore/sampler/VoiceBank.h"
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -35,6 +36,13 @@ class BoardPlayer {
     /// until then the one before plays on.
     void render(const Board& board, std::chrono::milliseconds delay);
 
+    /// Renders the current board here and now; how that went. The caller waits.
+    struct FullRender {
+        double seconds = 0;
+        std::size_t pools = 0;
+    };
+    FullRender renderNow(const Board& board);
+
     /// Makes `board` the version that others are compared with. Its bank is that of the current
     /// board when they are equal; else it is rendered on its own.
     void setReference(const Board& board);
@@ -58,6 +66,8 @@ class BoardPlayer {
     void play();
     void report(const RenderedBoard& result) const;
 
+    const Clock& clock_;
+    RenderService::Build builder_;
     std::shared_ptr<const SampleSource> library_;
     Version current_;
     Version reference_;

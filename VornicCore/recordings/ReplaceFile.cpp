@@ -51,15 +51,14 @@ void syncFolder(const fs::path& folder) {
 
 } // namespace
 
-std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> bytes,
-                               OnDisk onDisk) {
+std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> bytes) {
     const fs::path beside = besideName(file);
     const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0) {
         return lastError();
     }
     std::error_code error;
-    if (!writeAll(descriptor, bytes) || (onDisk == OnDisk::now && fsync(descriptor) != 0)) {
+    if (!writeAll(descriptor, bytes) || fsync(descriptor) != 0) {
         error = lastError();
     }
     if (close(descriptor) != 0 && !error) {
@@ -72,9 +71,7 @@ std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> 
         unlink(beside.c_str());
         return error;
     }
-    if (onDisk == OnDisk::now) {
-        syncFolder(file.parent_path());
-    }
+    syncFolder(file.parent_path());
     return {};
 }
 

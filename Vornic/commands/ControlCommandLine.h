@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Vornic/commands/ControlRequest.h"
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// The commands that are for the running copy. The application has to outlive it.
+class ControlCommandLine {
+  public:
+    explicit ControlCommandLine(CLI::App& app);
+
+    /// What was asked for; absent if another command was.
+    std::optional<ControlRequest> request() const;
+
+  private:
+    CLI::App* add(CLI::App& app, const std::string& name, const std::string& help);
+
+    std::vector<CLI::App*> commands_;
+    std::string board_;
+    std::string volume_;
+    bool json_ = false;
+};
+
+} // namespace vornic

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// Ask the running copy.
+struct ControlRequest {
+    /// The command as it was typed.
+    std::vector<std::string> words;
+};
+
+} // namespace vornic

@@ -1,0 +1,73 @@
+#include "Vornic/runSelfTest.h"
+
+#include "Vornic/library/AppFolders.h"
+#include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
+#include "Vornic/platform/qt/QuietKeys.h"
+#include "Vornic/recorder/Recorder.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QWindow>
+#include <filesystem>
+#include <utility>
+
+namespace vornic {
+
+struct RunningSelfTest::Parts {
+    explicit Parts(Scheduler& scheduler) : microphone(scheduler), recorder(microphone) {}
+
+    QuietKeys quietKeys;
+    PipeWireMicrophone microphone;
+    Recorder recorder;
+    std::unique_ptr<SelfTest> test;
+};
+
+namespace {
+
+/// Four keys that no window wants, into a window that is never shown.
+SelfTest::OwnKeys typeIntoOwnWindow(QuietKeys& quietKeys) {
+    QWindow window;
+    quietKeys.attach(window);
+    const std::int64_t before = quietKeys.taken();
+    for (const int key : {Qt::Key_A, Qt::Key_S, Qt::Key_D, Qt::Key_F}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &press);
+    }
+    const QObject* const focus = window.focusObject();
+    return {quietKeys.taken() - before,
+            focus != nullptr ? focus->metaObject()->className() : std::string()};
+}
+
+} // namespace
+
+RunningSelfTest::RunningSelfTest(AppModel& model, const Platform& platform, bool withMicrophone)
+    : parts_(std::make_unique<Parts>(platform.scheduler)) {
+    parts_->quietKeys.install();
+    SelfTest::Environment environment;
+    environment.ownKeys = [this] { return typeIntoOwnWindow(parts_->quietKeys); };
+    environment.sandboxed = std::filesystem::exists("/.flatpak-info");
+    environment.folder = AppFolders::support();
+    environment.withMicrophone = withMicrophone;
+    environment.microphone = {.requestAccess =
+                                  [this](std::function<void(bool)> answer) {
+                                      parts_->recorder.requestAccess(std::move(answer));
+                                  },
+                              .start =
+                                  [this, &model](double seconds) {
+                                      const bool started = parts_->recorder.start(seconds);
+                                      model.setRecording(started);
+                                      return started;
+                                  },
+                              .stop =
+                                  [this, &model] {
+                                      model.setRecording(false);
+                                      return parts_->recorder.stop();
+                                  }};
+    parts_->test = std::make_unique<SelfTest>(model, platform, std::move(environment));
+    parts_->test->start();
+}
+
+RunningSelfTest::~RunningSelfTest() = default;
+
+} // namespace vornic

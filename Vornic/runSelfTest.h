@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Vornic/commands/CommandLine.h"
+#include "Vornic/diagnostics/SelfTest.h"
+
+#include <memory>
+
+namespace vornic {
+
+/// The self-test with what it needs from this platform. Main thread.
+class RunningSelfTest {
+  public:
+    /// Starts it; both outlive this object. Needs a QGuiApplication.
+    RunningSelfTest(AppModel& model, const Platform& platform, bool withMicrophone);
+    ~RunningSelfTest();
+    RunningSelfTest(const RunningSelfTest&) = delete;
+    RunningSelfTest& operator=(const RunningSelfTest&) = delete;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace vornic

@@ -1,0 +1,100 @@
+// One running copy in a session, and what others can ask of it, on a real D-Bus session.
+
+#include "tests/live/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <csignal>
+
+namespace vornic {
+namespace {
+
+using ::testing::HasSubstr;
+
+using RunningCopyTest = ProgramFixture;
+
+TEST_F(RunningCopyTest, withoutOneACommandSaysHowToStartIt) {
+    const Outcome outcome = run({"off"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "Vornic is not running. Start it with: vornic\n");
+}
+
+TEST_F(RunningCopyTest, answersCommands) {
+    const auto program = startListening();
+    EXPECT_EQ(run({"off"}).output, "Off · keys are silent\n");
+    EXPECT_TRUE(says("Off · keys are silent"));
+    EXPECT_EQ(run({"toggle"}).output, "Buckling Spring · On the desk\n");
+    EXPECT_EQ(run({"volume", "0.5"}).output, "0.5\n");
+    EXPECT_EQ(run({"board", "next"}).output, "spring Buckling Spring\n");
+    const Outcome lost = run({"board", "lost"});
+    EXPECT_EQ(lost.status, 1);
+    EXPECT_THAT(lost.output, HasSubstr("There is no board \"lost\""));
+    const auto status = nlohmann::json::parse(run({"status", "--json"}).output);
+    EXPECT_EQ(status["volume"], 0.5);
+    EXPECT_EQ(status["keys"], "listening");
+    EXPECT_THAT(readBytes(scratch / "config/Vornic/settings.json"), HasSubstr("\"volume\": 0.5"));
+}
+
+TEST_F(RunningCopyTest, aSecondStartGoesToTheFirst) {
+    const auto program = startListening();
+    const Outcome second = run({"--packs", packs().string()});
+    EXPECT_EQ(second.status, 0);
+    EXPECT_THAT(second.output, HasSubstr("running already"));
+    EXPECT_TRUE(says("Another start was sent here"));
+}
+
+TEST_F(RunningCopyTest, makesRoomForTheNextWhenItIsKilled) {
+    startListening()->end(SIGKILL);
+    std::filesystem::remove(log());
+    const auto next = startListening();
+    EXPECT_EQ(run({"status"}).status, 0);
+}
+
+TEST_F(RunningCopyTest, theSelfTestLooksAtItsOwnProcessWhateverElseRuns) {
+    const auto program = startListening();
+    const std::filesystem::path output = scratch / "selftest.log";
+    const auto tested =
+        start({"--selftest", "--selftest-mic", "--packs", packs().string()}, output);
+    ASSERT_TRUE(waitFor(
+        [&] { return readBytes(output).find("keys heard through the tap=") != std::string::npos; },
+        std::chrono::seconds(30)));
+    const std::string said = readBytes(output);
+    EXPECT_THAT(said, HasSubstr("Vornic selftest: packs=1 boards=1 library=6"));
+    EXPECT_THAT(said, HasSubstr("Vornic selftest: quiet keys took 4 of 4 (0 means AppKit beeped), "
+                                "focus on QWindow"));
+    EXPECT_THAT(said, HasSubstr("writable=yes input monitoring=yes tap=yes"));
+    EXPECT_THAT(said, HasSubstr("mic state readable=yes"));
+    EXPECT_THAT(said, HasSubstr("(phrase has 15)"));
+    EXPECT_THAT(said, HasSubstr("Vornic selftest: microphone allowed=yes"));
+    EXPECT_THAT(said, HasSubstr("recording started=yes samples="));
+    EXPECT_FALSE(std::filesystem::exists(scratch / "data/Vornic/.selftest"));
+}
+
+TEST_F(RunningCopyTest, aSnapshotHasNothingToShowYetAndWritesNothing) {
+    const Outcome outcome = run({"--snapshot", (scratch / "pictures").string()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.output, HasSubstr("nothing to show yet"));
+    EXPECT_FALSE(std::filesystem::exists(scratch / "pictures"));
+    EXPECT_FALSE(std::filesystem::exists(scratch / "data"));
+}
+
+TEST_F(RunningCopyTest, withoutItsFolderTheSnapshotSwitchDoesNothing) {
+    const auto program = startListening({"--selftest-mic"});
+    EXPECT_EQ(run({"--snapshot"}).status, 0) << "it goes to the running copy as any start does";
+    EXPECT_THAT(readBytes(log()), ::testing::Not(HasSubstr("selftest")));
+}
+
+TEST_F(RunningCopyTest, goesQuietWhileAnotherProgramRecordsFromTheMicrophone) {
+    const auto program = startListening();
+    {
+        const ChildProcess recorder({"pw-record", (scratch / "call.wav").string()}, {},
+                                    (scratch / "recorder.log").string());
+        EXPECT_TRUE(says("Silent while your microphone is on")) << readBytes(log());
+        EXPECT_EQ(nlohmann::json::parse(run({"status", "--json"}).output)["silence"], "microphone");
+    }
+    EXPECT_TRUE(says("Sounds are on"));
+}
+
+} // namespace
+} // namespace vornic
