@@ -1,6 +1,7 @@
 // Wires the program: reads the command line, makes this platform's services and hands them to the
 // model.
 
+#include "Vornic/commands/BoardCommands.h"
 #include "Vornic/commands/CommandLine.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
@@ -160,6 +161,20 @@ int slice(const SliceCommandRequest& request) {
     }
 }
 
+int runBoards(const BoardRequest& request) {
+    try {
+        const CommandOutcome outcome = runBoardCommand(request);
+        for (const std::string& remark : outcome.remarks) {
+            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
+        }
+        std::fputs(outcome.text.c_str(), stdout);
+        return EXIT_SUCCESS;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vornic: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}
+
 int askRunningCopy(const ControlRequest& request) {
     const ControlAnswer answer = DBusRunningCopy().ask(request.words);
     if (!answer.text.empty()) {
@@ -203,6 +218,9 @@ int main(int argc, char** argv) {
     }
     if (const auto* const slice = std::get_if<vornic::SliceCommandRequest>(&request)) {
         return vornic::slice(*slice);
+    }
+    if (const auto* const boards = std::get_if<vornic::BoardRequest>(&request)) {
+        return vornic::runBoards(*boards);
     }
     return vornic::print(std::get<vornic::PrintRequest>(request));
 }

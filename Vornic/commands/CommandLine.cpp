@@ -1,5 +1,6 @@
 #include "Vornic/commands/CommandLine.h"
 
+#include "Vornic/commands/BoardCommandLine.h"
 #include "Vornic/commands/ControlCommandLine.h"
 #include "VornicCore/board/StageSpec.h"
 
@@ -119,6 +120,8 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     slice.add_flag("--json", sliced.json, "Print a report as JSON");
     const ControlCommandLine control(app);
 
+    const BoardCommandLine boards(app, defaultPacks);
+
     // The parser takes its arguments from the last to the first.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
@@ -142,6 +145,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     }
     if (slice.parsed()) {
         return sliced;
+    }
+    if (std::optional<BoardRequest> request = boards.request()) {
+        return *std::move(request);
     }
     if (std::optional<ControlRequest> request = control.request()) {
         return *std::move(request);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/commands/BoardRequest.h"
 #include "Vornic/commands/ControlRequest.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
@@ -56,8 +57,8 @@ struct SliceCommandRequest {
     bool json = false;
 };
 
-using CommandRequest =
-    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, ControlRequest, PrintRequest>;
+using CommandRequest = std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest,
+                                    BoardRequest, ControlRequest, PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.

@@ -1,8 +1,11 @@
 #include "Vornic/library/BoardChoice.h"
 
+#include "Vornic/library/BoardTransfer.h"
 #include "Vornic/library/TextFile.h"
+#include "VornicCore/board/ReadableText.h"
 #include "VornicCore/board/json/BoardJson.h"
 #include "VornicCore/board/json/JsonError.h"
+#include "VornicCore/recordings/BoardFile.h"
 #include "VornicCore/recordings/BuiltInBoards.h"
 
 #include <algorithm>
@@ -14,15 +17,49 @@ namespace vornic {
 
 namespace {
 
-/// A board without recordings is some hundred kilobytes at most.
-constexpr std::uintmax_t largestBoardFile = 64u << 20u;
-
 std::string idsOf(const std::vector<Board>& boards) {
     std::string ids;
     for (const Board& board : boards) {
-        ids += (ids.empty() ? "" : ", ") + board.id;
+        ids += (ids.empty() ? "" : ", ") + readable(board.id);
     }
     return ids;
+}
+
+/// Why there is no such board.
+std::runtime_error absence(const std::optional<std::string>& wanted,
+                           const std::vector<Board>& boards) {
+    if (boards.empty()) {
+        return std::runtime_error("No sound pack was found. Install the package bucklespring-data "
+                                  "and build Vornic again, or name a folder of packs with "
+                                  "--packs.");
+    }
+    return std::runtime_error("There is no board and no file \"" + wanted.value_or("") +
+                              "\". Boards: " + idsOf(boards) + ".");
+}
+
+/// Both forms of a board on disk are JSON, and a file may be called anything. A board alone has no
+/// format; a member of that name says that the other form was meant.
+BoardFile::Contents boardIn(const std::string& file) {
+    const std::string text = readTextFile(file, BoardFile::largest);
+    try {
+        return BoardFile::decode(text);
+    } catch (const DecodeError& problem) {
+        if (problem.path() != "format" || file.ends_with(".vornic")) {
+            throw std::runtime_error(file + " is no board: " + problem.what());
+        }
+    }
+    try {
+        BoardFile::Contents contents;
+        contents.board = decodeBoard(text);
+        return contents;
+    } catch (const DecodeError& problem) {
+        throw std::runtime_error(file + " is no board: " + problem.what());
+    }
+}
+
+bool isFile(const std::string& wanted) {
+    std::error_code error;
+    return std::filesystem::exists(wanted, error);
 }
 
 } // namespace
@@ -34,23 +71,28 @@ Board chooseBoard(const std::optional<std::string>& wanted, const std::vector<So
     if (found != boards.end()) {
         return *found;
     }
-    std::error_code error;
-    if (wanted && std::filesystem::exists(*wanted, error)) {
-        try {
-            return decodeBoard(readTextFile(*wanted, largestBoardFile));
-        } catch (const DecodeError& problem) {
-            throw std::runtime_error(*wanted + " is no board: " + problem.what());
-        }
+    if (wanted && isFile(*wanted)) {
+        return boardIn(*wanted).board;
     }
-    if (boards.empty()) {
-        throw std::runtime_error("No sound pack was found. Install the package bucklespring-data "
-                                 "and build Vornic again, or name a folder of packs with --packs.");
-    }
-    if (wanted) {
-        throw std::runtime_error("There is no board and no file \"" + *wanted +
-                                 "\". Boards: " + idsOf(boards) + ".");
+    if (wanted || boards.empty()) {
+        throw absence(wanted, boards);
     }
     return boards.front();
+}
+
+Board chooseBoard(const std::optional<std::string>& wanted, const BoardStore& store,
+                  SampleLibrary& library) {
+    if (const Board* const found =
+            store.board(wanted.value_or(std::string(SoundPack::defaultID)))) {
+        return *found;
+    }
+    if (wanted && isFile(*wanted)) {
+        return openBoard(boardIn(*wanted), library);
+    }
+    if (wanted || store.builtIn().empty()) {
+        throw absence(wanted, store.all());
+    }
+    return store.builtIn().front();
 }
 
 } // namespace vornic

@@ -1,6 +1,7 @@
 #include "Vornic/rendering/BuildBoard.h"
 
 #include "Vornic/rendering/BoardJobs.h"
+#include "VornicCore/board/ReadableText.h"
 #include "VornicCore/render/LaneRenderer.h"
 
 #include <algorithm>
@@ -20,8 +21,6 @@
 namespace vornic {
 
 namespace {
-
-constexpr std::uint64_t seed = 1;
 
 struct Rendering {
     Renderer::Variations variations;
@@ -48,7 +47,8 @@ bool cut(Renderer::Variations& variations, std::size_t strokes, std::size_t stro
     return true;
 }
 
-Rendering rendered(const RenderJob& job, const SampleSource& library, std::size_t strokeShare) {
+Rendering rendered(const RenderJob& job, const SampleSource& library, std::uint64_t seed,
+                   std::size_t strokeShare) {
     constexpr std::array releaseVelocity{Velocity::medium};
     const auto velocities =
         job.isRelease ? std::span<const Velocity>(releaseVelocity) : std::span(allVelocities);
@@ -57,19 +57,21 @@ Rendering rendered(const RenderJob& job, const SampleSource& library, std::size_
         Rendering result;
         result.variations = LaneRenderer::renderAll(job, velocities, library, seed);
         if (cut(result.variations, strokes, strokeShare)) {
-            result.message = "Sound \"" + job.sound.name + "\" is too long for its board and cut";
+            result.message =
+                "Sound \"" + readable(job.sound.name) + "\" is too long for its board and cut";
         }
         return result;
     } catch (const std::exception& error) {
         Rendering failure;
-        failure.message = "Sound \"" + job.sound.name + "\" could not be rendered: " + error.what();
+        failure.message =
+            "Sound \"" + readable(job.sound.name) + "\" could not be rendered: " + error.what();
         return failure;
     }
 }
 
 /// Every job once, the longest first, so that no thread begins one when the others are done.
 std::vector<Rendering> renderedAll(std::span<const RenderJob> jobs, const SampleSource& library,
-                                   unsigned threads, std::size_t mostFrames) {
+                                   unsigned threads, std::uint64_t seed, std::size_t mostFrames) {
     std::int64_t strokes = 0;
     for (const RenderJob& job : jobs) {
         strokes += BoardJobs::strokes(job);
@@ -86,7 +88,7 @@ std::vector<Rendering> renderedAll(std::span<const RenderJob> jobs, const Sample
     const auto work = [&] {
         for (std::size_t place = next++; place < order.size(); place = next++) {
             const std::size_t index = order[place];
-            renderings[index] = rendered(jobs[index], library, strokeShare);
+            renderings[index] = rendered(jobs[index], library, seed, strokeShare);
         }
     };
     {
@@ -103,9 +105,10 @@ std::vector<Rendering> renderedAll(std::span<const RenderJob> jobs, const Sample
 } // namespace
 
 RenderedBoard buildBoard(const Board& board, const SampleSource& library, unsigned threads,
-                         std::size_t mostFrames) {
+                         std::size_t mostFrames, std::uint64_t seed) {
     BoardJobs wanted(board);
-    std::vector<Rendering> renderings = renderedAll(wanted.jobs, library, threads, mostFrames);
+    std::vector<Rendering> renderings =
+        renderedAll(wanted.jobs, library, threads, seed, mostFrames);
     const auto bank = std::make_shared<VoiceBank>();
     for (const BoardJobs::Use& use : wanted.uses) {
         const RenderJob& job = wanted.jobs[use.job];

@@ -5,6 +5,7 @@
 #include "VornicCore/sampler/VoiceBank.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,8 +25,9 @@ inline constexpr std::size_t mostBankFrames = std::size_t{128} << 20;
 
 /// Renders every sound of `board`, jobs in parallel on `threads` threads, this one among them. The
 /// bank is the same to the bit whatever the number of threads. Where it would exceed `mostFrames`,
-/// strokes are cut. Blocks; any thread.
+/// strokes are cut. Other seeds give other variations; all that is played has the default one.
+/// Blocks; any thread.
 RenderedBoard buildBoard(const Board& board, const SampleSource& library, unsigned threads,
-                         std::size_t mostFrames = mostBankFrames);
+                         std::size_t mostFrames = mostBankFrames, std::uint64_t seed = 1);
 
 } // namespace vornic

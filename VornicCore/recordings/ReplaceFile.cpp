@@ -51,14 +51,15 @@ void syncFolder(const fs::path& folder) {
 
 } // namespace
 
-std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> bytes) {
+std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> bytes,
+                               OnDisk onDisk) {
     const fs::path beside = besideName(file);
     const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0) {
         return lastError();
     }
     std::error_code error;
-    if (!writeAll(descriptor, bytes) || fsync(descriptor) != 0) {
+    if (!writeAll(descriptor, bytes) || (onDisk == OnDisk::now && fsync(descriptor) != 0)) {
         error = lastError();
     }
     if (close(descriptor) != 0 && !error) {
@@ -71,7 +72,9 @@ std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> 
         unlink(beside.c_str());
         return error;
     }
-    syncFolder(file.parent_path());
+    if (onDisk == OnDisk::now) {
+        syncFolder(file.parent_path());
+    }
     return {};
 }
 

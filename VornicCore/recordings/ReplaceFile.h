@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <span>
 #include <system_error>
@@ -12,7 +13,12 @@ namespace vornic {
 /// when that failed; a former file is then still there. Any thread.
 bool replaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes);
 
+/// When the bytes have to be on the disk. `later` is for what can be made again: it spares the wait
+/// for the disk, and a power cut may take the file.
+enum class OnDisk : std::uint8_t { now, later };
+
 /// The same, and says what went wrong; no error when it is done.
-std::error_code tryReplaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes);
+std::error_code tryReplaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes,
+                               OnDisk onDisk = OnDisk::now);
 
 } // namespace vornic

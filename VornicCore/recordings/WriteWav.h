@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <span>
+#include <system_error>
 
 namespace vornic {
 
@@ -10,5 +11,9 @@ namespace vornic {
 /// file appears whole or not at all; false when nothing was written. More than 4294967295 samples
 /// stop the program; more than such a file can hold count as a failure.
 bool writeWAV(std::span<const float> samples, const std::filesystem::path& file);
+
+/// Writes `samples` (48 kHz mono) as a WAV file of 32-bit floats, bit by bit as they are. The file
+/// appears whole or not at all, on the disk some time later; a failure is returned.
+std::error_code writeFloatWAV(std::span<const float> samples, const std::filesystem::path& file);
 
 } // namespace vornic

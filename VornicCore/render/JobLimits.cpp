@@ -1,5 +1,7 @@
 #include "VornicCore/render/JobLimits.h"
 
+#include "VornicCore/board/ReadableText.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -26,7 +28,8 @@ std::string text(double value) {
 class Limiter {
   public:
     explicit Limiter(const RenderJob& job)
-        : stroke_("Sound \"" + job.sound.name + "\", " + (job.isRelease ? "release" : "press")) {}
+        : stroke_("Sound \"" + readable(job.sound.name) + "\", " +
+                  (job.isRelease ? "release" : "press")) {}
 
     void range(double& value, double lowest, double highest, std::string_view field) {
         const double neutral = std::clamp(0.0, lowest, highest);

@@ -40,6 +40,7 @@ class DocumentBuilder {
     bool key(std::string& name) {
         json& object = *open_.back().container;
         open_.back().key = name;
+        open_.back().hasKey = true;
         if (object.contains(name)) {
             throw DecodeError(path(), "this member occurs twice");
         }
@@ -51,7 +52,7 @@ class DocumentBuilder {
         // The message begins with the library's name for the error, in brackets.
         std::string_view message = error.what();
         message.remove_prefix(std::min(message.find("] ") + 2, message.size()));
-        throw DecodeError("", "not valid JSON, " + printable(message, 160));
+        throw DecodeError(path(), "not valid JSON, " + printable(message, 160));
     }
 
   private:
@@ -59,6 +60,7 @@ class DocumentBuilder {
         json* container;
         /// Of an object: the member that comes next.
         std::string key;
+        bool hasKey;
     };
 
     bool add(json value) {
@@ -72,7 +74,7 @@ class DocumentBuilder {
                               "nested more than " + std::to_string(limits_.depth) + " levels deep");
         }
         // A container that is open does not move: its parent grows only when it is closed.
-        open_.push_back({put(std::move(container)), {}});
+        open_.push_back({put(std::move(container)), {}, false});
         return true;
     }
 
@@ -99,13 +101,16 @@ class DocumentBuilder {
         return &member;
     }
 
+    /// Where the parser is, or, after an error, where it was last.
     std::string path() const {
         std::string path;
         for (const Open& each : open_) {
-            path = each.container->is_object()
-                       ? memberPath(path, each.key)
-                       : elementPath(path, &each == &open_.back() ? each.container->size()
-                                                                  : each.container->size() - 1);
+            if (each.container->is_array()) {
+                const bool isCurrent = &each == &open_.back();
+                path = elementPath(path, each.container->size() - (isCurrent ? 0 : 1));
+            } else if (each.hasKey) {
+                path = memberPath(path, each.key);
+            }
         }
         return path;
     }

@@ -95,6 +95,36 @@ TEST(WriteWav, aFailureIsSilent) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
+TEST(WriteWav, saysWhetherItHasWritten) {
+    const ScratchFolder folder;
+    EXPECT_TRUE(writeWAV(std::vector<float>{0.5F}, folder / "a.wav"));
+    EXPECT_FALSE(writeWAV(std::vector<float>{0.5F}, folder / "missing/a.wav"));
+}
+
+TEST(WriteFloatWav, writesEveryByteOfTheHeaderAndEverySampleAsItIs) {
+    const ScratchFolder folder;
+    ASSERT_FALSE(writeFloatWAV(std::vector<float>{1.0F, -1e-40F}, folder / "a.wav"));
+    EXPECT_EQ(
+        readBytes(folder / "a.wav"),
+        "RIFF" + bytes({58, 0, 0, 0}) + "WAVEfmt " +
+            bytes({18, 0, 0, 0, 3, 0, 1, 0, 0x80, 0xbb, 0, 0, 0, 0xee, 2, 0, 4, 0, 32, 0, 0, 0}) +
+            "fact" + bytes({4, 0, 0, 0, 2, 0, 0, 0}) + "data" + bytes({8, 0, 0, 0}) +
+            bytes({0, 0, 0x80, 0x3f, 0xc2, 0x16, 1, 0x80}));
+}
+
+TEST(WriteFloatWav, otherProgramsReadIt) {
+    const ScratchFolder folder;
+    const std::vector<float> samples{0.1F, 2.5F, -3.0F, 1e-20F};
+    ASSERT_FALSE(writeFloatWAV(samples, folder / "a.wav"));
+    EXPECT_EQ(loadAudio(folder / "a.wav"), samples);
+}
+
+TEST(WriteFloatWav, saysWhatWentWrong) {
+    const ScratchFolder folder;
+    EXPECT_EQ(writeFloatWAV(std::vector<float>{0.5F}, folder / "missing/a.wav"),
+              std::errc::no_such_file_or_directory);
+}
+
 TEST(WriteWavDeathTest, moreSamplesThanThirtyTwoBitsCountIsFatal) {
     const ScratchFolder folder;
     const float sample = 0;

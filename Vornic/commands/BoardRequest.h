@@ -1,0 +1,59 @@
+#pragma once
+
+#include "VornicCore/sampler/Velocity.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace vornic {
+
+/// `vornic boards`.
+struct ListBoards {
+    bool json = false;
+};
+
+/// `vornic export BOARD FILE`.
+struct ExportBoard {
+    std::string board;
+    std::filesystem::path file;
+};
+
+/// `vornic import FILE`.
+struct ImportBoard {
+    std::filesystem::path file;
+};
+
+/// `vornic stroke`.
+struct WriteStroke {
+    std::optional<std::string> board;
+    /// A sound's id.
+    std::string sound;
+    Velocity velocity = Velocity::medium;
+    /// Counted from 0.
+    std::int64_t variant = 0;
+    bool stabilised = false;
+    /// The release, which has no velocity, instead of the press.
+    bool release = false;
+    /// The bank that plays has 1.
+    std::uint64_t seed = 1;
+    std::filesystem::path out;
+};
+
+/// `vornic render-board ID|FILE`.
+struct WriteStrokes {
+    std::string board;
+    std::filesystem::path out;
+    bool json = false;
+};
+
+/// A command that works on boards and ends.
+struct BoardRequest {
+    std::variant<ListBoards, ExportBoard, ImportBoard, WriteStroke, WriteStrokes> what;
+    /// Folder of the sound packs.
+    std::filesystem::path packs;
+};
+
+} // namespace vornic

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Vornic/library/BoardStore.h"
+#include "Vornic/library/SampleLibrary.h"
+#include "VornicCore/board/Board.h"
+#include "VornicCore/recordings/BoardFile.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// Says in the words of the user why a board could not go into a file or come out of one.
+class BoardTransferError : public std::runtime_error {
+  public:
+    BoardTransferError(const std::string& message, std::string detail)
+        : std::runtime_error(message), detail_(std::move(detail)) {}
+
+    /// What is wrong with which file, for the log and the command line; may be empty.
+    const std::string& detail() const { return detail_; }
+
+    /// Both, for the command line.
+    std::string whole() const { return detail_.empty() ? what() : what() + (" " + detail_); }
+
+  private:
+    std::string detail_;
+};
+
+/// The user's samples that the layers of a board name, in the order of their first use.
+std::vector<std::string> usersSamplesOf(const Board& board, const SampleLibrary& library);
+
+/// Writes a board file with the user's samples that the board uses, whole or not at all. Throws
+/// BoardTransferError.
+void exportBoard(const Board& board, const SampleLibrary& library,
+                 const std::filesystem::path& file);
+
+/// The most recordings that a file may bring along. A board made by hand has some dozens.
+inline constexpr std::size_t mostImportedSamples = 2000;
+
+/// Reads a board file, adds its samples to the user's and saves its board as one of the user's,
+/// under fresh ids: nothing that a file says becomes a path or takes the place of something that is
+/// there. Throws BoardTransferError; then nothing was added.
+Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library);
+
+/// The board of a file for this run only: its samples join `library` under fresh ids and are never
+/// written. Throws std::runtime_error if there are more than `mostImportedSamples`.
+Board openBoard(BoardFile::Contents contents, SampleLibrary& library);
+
+} // namespace vornic
