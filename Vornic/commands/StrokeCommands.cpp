@@ -127,7 +127,7 @@ std::string asJson(const StrokesReport& report) {
 
 RenderedBoard rendered(const Board& board, const SampleLibrary& library, std::uint64_t seed) {
     RenderedBoard result =
-        buildBoard(board, library, std::thread::hardware_concurrency(), mostBankFrames, seed);
+        buildBoard(board, library, std::thread::hardware_concurrency(), {.seed = seed});
     for (std::string& message : result.messages) {
         constexpr std::size_t longestMessage = 300;
         message = readable(message, longestMessage);

@@ -1,6 +1,7 @@
 #include "Vornic/rendering/BuildBoard.h"
 
 #include "Vornic/rendering/BoardJobs.h"
+#include "Vornic/rendering/RenderBudget.h"
 #include "VornicCore/board/ReadableText.h"
 #include "VornicCore/render/LaneRenderer.h"
 
@@ -27,68 +28,71 @@ struct Rendering {
     std::string message; // what went wrong, if anything
 };
 
-/// Cuts a job's strokes where they exceed their share of the bank together; whether it did.
-bool cut(Renderer::Variations& variations, std::size_t strokes, std::size_t strokeShare) {
+std::size_t framesOf(const Renderer::Variations& variations) {
     std::size_t frames = 0;
     for (const auto& [velocity, samples] : variations) {
         for (const std::vector<float>& stroke : samples) {
             frames += stroke.size();
         }
     }
-    if (frames <= strokes * strokeShare) {
-        return false;
-    }
+    return frames;
+}
+
+void cut(Renderer::Variations& variations, std::size_t strokeShare) {
     for (auto& [velocity, samples] : variations) {
         for (std::vector<float>& stroke : samples) {
             stroke.resize(std::min(stroke.size(), strokeShare));
             stroke.shrink_to_fit();
         }
     }
-    return true;
 }
 
-Rendering rendered(const RenderJob& job, const SampleSource& library, std::uint64_t seed,
-                   std::size_t strokeShare) {
+std::string about(const RenderJob& job, const std::string& what) {
+    return "Sound \"" + readable(job.sound.name) + "\" " + what;
+}
+
+Rendering rendered(const RenderJob& job, const SampleSource& library, std::uint64_t seed) {
     constexpr std::array releaseVelocity{Velocity::medium};
     const auto velocities =
         job.isRelease ? std::span<const Velocity>(releaseVelocity) : std::span(allVelocities);
-    const auto strokes = static_cast<std::size_t>(BoardJobs::strokes(job));
     try {
-        Rendering result;
-        result.variations = LaneRenderer::renderAll(job, velocities, library, seed);
-        if (cut(result.variations, strokes, strokeShare)) {
-            result.message =
-                "Sound \"" + readable(job.sound.name) + "\" is too long for its board and cut";
-        }
-        return result;
+        return {LaneRenderer::renderAll(job, velocities, library, seed), {}};
     } catch (const std::exception& error) {
-        Rendering failure;
-        failure.message =
-            "Sound \"" + readable(job.sound.name) + "\" could not be rendered: " + error.what();
-        return failure;
+        return {{}, about(job, std::string("could not be rendered: ") + error.what())};
     }
 }
 
 /// Every job once, the longest first, so that no thread begins one when the others are done.
 std::vector<Rendering> renderedAll(std::span<const RenderJob> jobs, const SampleSource& library,
-                                   unsigned threads, std::uint64_t seed, std::size_t mostFrames) {
+                                   unsigned threads, const BuildOptions& options) {
     std::int64_t strokes = 0;
     for (const RenderJob& job : jobs) {
         strokes += BoardJobs::strokes(job);
     }
     const std::size_t strokeShare =
-        mostFrames / static_cast<std::size_t>(std::max<std::int64_t>(strokes, 1));
+        options.mostFrames / static_cast<std::size_t>(std::max<std::int64_t>(strokes, 1));
     std::vector<std::size_t> order(jobs.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::ranges::stable_sort(order, std::greater<>(),
                              [&](std::size_t index) { return BoardJobs::strokes(jobs[index]); });
 
     std::vector<Rendering> renderings(jobs.size());
+    RenderBudget budget(jobs.size(), options.mostRenderedFrames);
     std::atomic<std::size_t> next = 0;
     const auto work = [&] {
         for (std::size_t place = next++; place < order.size(); place = next++) {
-            const std::size_t index = order[place];
-            renderings[index] = rendered(jobs[index], library, seed, strokeShare);
+            if (budget.isSpentBefore(place)) {
+                continue;
+            }
+            const RenderJob& job = jobs[order[place]];
+            Rendering& rendering = renderings[order[place]];
+            rendering = rendered(job, library, options.seed);
+            const std::size_t frames = framesOf(rendering.variations);
+            budget.spend(place, frames);
+            if (frames > static_cast<std::size_t>(BoardJobs::strokes(job)) * strokeShare) {
+                cut(rendering.variations, strokeShare);
+                rendering.message = about(job, "is too long for its board and cut");
+            }
         }
     };
     {
@@ -99,16 +103,26 @@ std::vector<Rendering> renderedAll(std::span<const RenderJob> jobs, const Sample
         }
         work();
     }
+    // Some may have been rendered before it was known that there is no room for them.
+    for (std::size_t place = 0; place < order.size(); ++place) {
+        if (budget.isSpentBefore(place)) {
+            renderings[order[place]] = {
+                {}, about(jobs[order[place]], "is left out: its board is too long to render")};
+        }
+    }
     return renderings;
 }
 
 } // namespace
 
 RenderedBoard buildBoard(const Board& board, const SampleSource& library, unsigned threads,
-                         std::size_t mostFrames, std::uint64_t seed) {
+                         const BuildOptions& options) {
     BoardJobs wanted(board);
-    std::vector<Rendering> renderings =
-        renderedAll(wanted.jobs, library, threads, seed, mostFrames);
+    std::vector<Rendering> renderings = renderedAll(wanted.jobs, library, threads, options);
+    std::vector<std::size_t> usesLeft(wanted.jobs.size(), 0);
+    for (const BoardJobs::Use& use : wanted.uses) {
+        ++usesLeft[use.job];
+    }
     const auto bank = std::make_shared<VoiceBank>();
     for (const BoardJobs::Use& use : wanted.uses) {
         const RenderJob& job = wanted.jobs[use.job];
@@ -117,10 +131,14 @@ RenderedBoard buildBoard(const Board& board, const SampleSource& library, unsign
                                     : VoiceBank::key(use.sound, job.stabs.has_value(), velocity),
                       samples);
         }
+        if (--usesLeft[use.job] == 0) {
+            renderings[use.job].variations.clear(); // The bank has a copy.
+        }
     }
     for (Rendering& rendering : renderings) {
         // Press and stabilised press of a sound say the same.
-        if (!rendering.message.empty() &&
+        constexpr std::size_t mostMessages = 80;
+        if (!rendering.message.empty() && wanted.messages.size() < mostMessages &&
             std::ranges::find(wanted.messages, rendering.message) == wanted.messages.end()) {
             wanted.messages.push_back(std::move(rendering.message));
         }

@@ -23,11 +23,20 @@ struct RenderedBoard {
 /// More than the largest board comes to, in frames of a bank: half a gigabyte.
 inline constexpr std::size_t mostBankFrames = std::size_t{128} << 20;
 
+/// How `buildBoard` works.
+struct BuildOptions {
+    /// Where the bank would exceed so many frames, strokes are cut.
+    std::size_t mostFrames = mostBankFrames;
+    /// Sounds that come after so many rendered frames, cut or not, are left out: rendering a board
+    /// from anywhere ends within a minute or so.
+    std::size_t mostRenderedFrames = 2 * mostBankFrames;
+    /// Other seeds give other variations; all that is played has this one.
+    std::uint64_t seed = 1;
+};
+
 /// Renders every sound of `board`, jobs in parallel on `threads` threads, this one among them. The
-/// bank is the same to the bit whatever the number of threads. Where it would exceed `mostFrames`,
-/// strokes are cut. Other seeds give other variations; all that is played has the default one.
-/// Blocks; any thread.
+/// bank is the same to the bit whatever the number of threads. Blocks; any thread.
 RenderedBoard buildBoard(const Board& board, const SampleSource& library, unsigned threads,
-                         std::size_t mostFrames = mostBankFrames, std::uint64_t seed = 1);
+                         const BuildOptions& options = {});
 
 } // namespace vornic

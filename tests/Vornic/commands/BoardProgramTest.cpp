@@ -171,7 +171,7 @@ TEST_F(BoardProgramTest, aStrokeIsToTheBitWhatTheBankHolds) {
     const Board board = usersBoard("data");
     const SampleLibrary library(packs(), scratch_ / "data/Vornic/Samples");
     const auto bank = buildBoard(board, library, 1).bank;
-    const auto other = buildBoard(board, library, 1, mostBankFrames, 7).bank;
+    const auto other = buildBoard(board, library, 1, {.seed = 7}).bank;
     const auto written = [&](std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(),
                          {"stroke", "--board", "mine-1", "--out", path("s.wav")});

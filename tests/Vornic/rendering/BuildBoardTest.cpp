@@ -171,7 +171,7 @@ TEST(BuildBoard, saysWhichFieldOfAHostileBoardItChanged) {
 TEST(BuildBoard, cutsStrokesThatWouldExceedTheBank) {
     const Board plain = board();
     constexpr std::size_t mostFrames = 24000;
-    const RenderedBoard rendered = buildBoard(plain, library(), 2, mostFrames);
+    const RenderedBoard rendered = buildBoard(plain, library(), 2, {.mostFrames = mostFrames});
     std::size_t frames = 0;
     for (const auto& [name, pool] : rendered.bank->pools()) {
         for (const Sample& sample : pool) {
@@ -182,6 +182,28 @@ TEST(BuildBoard, cutsStrokesThatWouldExceedTheBank) {
     EXPECT_EQ(frames, mostFrames);
     EXPECT_EQ(rendered.messages.size(), 2U);
     EXPECT_THAT(rendered.messages.front(), HasSubstr("\"keys\" is too long"));
+}
+
+TEST(BuildBoard, leavesOutSoundsBeyondItsBudgetWhateverTheNumberOfThreads) {
+    Board many = boardOf({});
+    for (int n = 0; n < 30; ++n) {
+        many.sounds.push_back(sound("sound-" + std::to_string(n), n % 2 == 0 ? "a" : "b", 2));
+        many.sounds.back().character.depth = n * 0.01;
+    }
+    const RenderedBoard whole = buildBoard(many, library(), 1);
+    std::size_t frames = 0;
+    for (const Sample& sample : whole.bank->pool("sound-1|key|0")) {
+        frames += static_cast<std::size_t>(sample.length);
+    }
+    const BuildOptions few{.mostRenderedFrames = frames * 20};
+    const RenderedBoard alone = buildBoard(many, library(), 1, few);
+    const RenderedBoard helped = buildBoard(many, library(), 4, few);
+    EXPECT_GT(alone.bank->pools().size(), 3U);
+    EXPECT_LT(alone.bank->pools().size(), whole.bank->pools().size() / 2);
+    EXPECT_EQ(poolNames(*alone.bank), poolNames(*helped.bank));
+    EXPECT_EQ(alone.messages, helped.messages);
+    EXPECT_THAT(alone.messages.back(), HasSubstr("\"sound-29\" is left out"));
+    EXPECT_THAT(whole.messages, IsEmpty());
 }
 
 TEST(BoardJobs, ofABoardWithTooManyStrokesAreLeftOut) {
