@@ -148,7 +148,7 @@ Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLi
     board.id = store.freshId();
     board.builtIn = false;
     if (const std::error_code error = store.save(board)) {
-        store.remove(board.id);
+        static_cast<void>(store.remove(board.id)); // What failed is told below.
         for (const SampleInfo& info : added) {
             library.removeUser(info.id);
         }

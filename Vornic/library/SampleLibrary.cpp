@@ -101,6 +101,7 @@ SampleInfo SampleLibrary::addUser(const std::string& name, LayerPart part,
 
 std::vector<SampleInfo> SampleLibrary::addUsers(std::vector<NewSample> added) {
     std::vector<SampleInfo> infos;
+    infos.reserve(added.size());
     for (NewSample& each : added) {
         infos.push_back(store(each.name, each.part, std::nullopt, std::move(each.samples)));
     }
