@@ -20,6 +20,7 @@
 #include "Vornic/platform/linux/system/ProgramPath.h"
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
+#include "Vornic/recorder/DecoderProcess.h"
 #include "Vornic/runKeys.h"
 #include "Vornic/runSelfTest.h"
 
@@ -145,7 +146,9 @@ int type(const TypeCommandRequest& request) {
 
 int slice(const SliceCommandRequest& request) {
     try {
-        const SliceReport report = sliceFile(request.slice);
+        SliceRequest asked = request.slice;
+        asked.decoder = findDecoder(programPath());
+        const SliceReport report = sliceFile(asked);
         for (const std::string& remark : report.remarks) {
             std::fprintf(stderr, "vornic: %s\n", remark.c_str());
         }

@@ -1,8 +1,8 @@
 #include "Vornic/commands/SliceCommand.h"
 
 #include "Vornic/library/ImportSession.h"
+#include "Vornic/recorder/ReadRecording.h"
 #include "VornicCore/dsp/SampleRate.h"
-#include "VornicCore/recordings/LoadAudio.h"
 #include "VornicCore/recordings/Slicer.h"
 #include "VornicCore/recordings/WriteWav.h"
 
@@ -54,12 +54,18 @@ writeStrokes(const SliceRequest& request, std::vector<Stroke> strokes, const Sli
 } // namespace
 
 SliceReport sliceFile(const SliceRequest& request) {
-    const auto samples = loadAudio(request.file);
-    if (!samples) {
-        throw std::runtime_error(request.file.string() + ": " + ImportMessages::unreadableFile);
+    ReadOptions options;
+    options.decoder = request.decoder;
+    const RecordingRead read = readRecording(request.file, options);
+    if (!read.samples) {
+        throw std::runtime_error(request.file.string() + ": " + ImportMessages::unreadableFile +
+                                 " " + read.remark);
     }
-    std::vector<Stroke> strokes = Slicer::strokes(*samples, DSP::sampleRate);
+    std::vector<Stroke> strokes = Slicer::strokes(*read.samples, DSP::sampleRate);
     SliceReport report;
+    if (!read.remark.empty()) {
+        report.remarks.push_back(read.remark);
+    }
     for (const Stroke& stroke : strokes) {
         report.strokes.push_back(
             {stroke.start, stroke.snrDb, stroke.clean, stroke.samples.size(), std::nullopt});

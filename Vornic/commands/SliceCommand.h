@@ -16,6 +16,8 @@ struct SliceRequest {
     bool all = false;
     /// Folder for the strokes, made when missing; absent: nothing is written.
     std::optional<std::filesystem::path> out = std::nullopt;
+    /// The helper for further audio formats; empty: there is none.
+    std::filesystem::path decoder = {};
 };
 
 /// What became of it.

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <array>
+
+namespace vornic {
+
+/// What the helper program for further audio formats writes first; single floats follow, mono. Both
+/// programs are of one build, so it goes over the pipe as it lies in memory.
+struct DecodedHeader {
+    static constexpr std::array<char, 8> expectedMark{'v', 'o', 'r', 'n', 'i', 'c', 'D', '1'};
+
+    std::array<char, 8> mark = expectedMark;
+    /// Hz.
+    double rate = 0.0;
+    /// The length that the file claims; below 0 when it says nothing.
+    double seconds = -1.0;
+};
+
+} // namespace vornic

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// A file of typing read for the slicer.
+struct RecordingRead {
+    /// 48 kHz mono; none when the file could not be read or the reading was stopped.
+    std::optional<std::vector<float>> samples;
+    /// Where there are none: what is wrong with the file, for the log and the command line. Where
+    /// there are: what the user should know, mostly nothing.
+    std::string remark;
+};
+
+struct ReadOptions {
+    /// The helper for further formats; empty: there is none.
+    std::filesystem::path decoder;
+    /// Told now and then how much has been read, 0 to 1, as far as the file says how long it is.
+    /// On the calling thread.
+    std::function<void(double)> progress;
+    std::stop_token stop;
+    /// What comes after is not read, so that a file of hours takes no more time and memory.
+    double longestSeconds = 600.0;
+};
+
+/// Reads a recording: what `loadAudio` knows, and M4A and its like with the helper. Any thread.
+RecordingRead readRecording(const std::filesystem::path& file, const ReadOptions& options);
+
+} // namespace vornic
