@@ -28,7 +28,6 @@ constexpr double shortestClean = 0.07;
 
 /// An echo is more than 4 dB below the stroke that it follows.
 constexpr float echoRatio = 0.63095737F;
-constexpr float clippingPeak = 0.99F;
 
 std::int64_t samplesIn(double seconds, double rate) {
     return requireIntegerPart(rate * seconds, "the rate of a recording is out of range");

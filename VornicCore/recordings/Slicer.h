@@ -14,6 +14,9 @@ namespace vornic::Slicer {
 inline constexpr std::int64_t offeredStrokes = 16;
 inline constexpr double leastSnrDb = 30.0;
 
+/// A stroke that reaches this magnitude counts as clipped.
+inline constexpr float clippingPeak = 0.99F;
+
 /// The strokes in `samples` (mono), in the order of their onsets. Rumble below 60 Hz is taken out
 /// first. A quiet hit within 160 ms of a louder one counts as its echo and only ends it. None for
 /// 50 ms or less. Samples that are no finite number count as 0. `sampleRate` in Hz; one whose
