@@ -16,7 +16,7 @@ SessionOutcome makeSession(std::span<const float> samples, std::string name) {
     ImportSession session;
     session.strokes = Slicer::best(found, Slicer::offeredStrokes, Slicer::leastSnrDb);
     if (session.strokes.empty()) {
-        return {std::nullopt, messageWithoutStrokes(found.size())};
+        return {std::nullopt, messageWithoutStrokes(found.size()), std::nullopt};
     }
     session.id = Uuid::random();
     session.name = std::move(name);
@@ -24,7 +24,8 @@ SessionOutcome makeSession(std::span<const float> samples, std::string name) {
         session.selected.insert(i);
     }
     session.foundTotal = static_cast<std::int64_t>(found.size());
-    return {std::move(session), {}};
+    StrokeCuts cuts(samples, DSP::sampleRate, session.strokes);
+    return {std::move(session), {}, std::move(cuts)};
 }
 
 } // namespace vornic

@@ -2,6 +2,7 @@
 
 #include "VornicCore/board/Uuid.h"
 #include "VornicCore/recordings/Stroke.h"
+#include "VornicCore/recordings/StrokeCuts.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -45,6 +46,8 @@ inline constexpr const char* noGoodStrokes =
 struct SessionOutcome {
     std::optional<ImportSession> session;
     std::string error;
+    /// With a session: where its strokes are cut, in their order.
+    std::optional<StrokeCuts> cuts;
 };
 
 /// Which message says that no stroke is good enough, of `found` strokes in all.

@@ -16,10 +16,11 @@ namespace {
 FileImport::Outcome importFile(const std::filesystem::path& file, const ReadOptions& options) {
     RecordingRead read = readRecording(file, options);
     if (!read.samples) {
-        return {std::nullopt, ImportMessages::unreadableFile, std::move(read.remark)};
+        return {std::nullopt, std::nullopt, ImportMessages::unreadableFile, std::move(read.remark)};
     }
     SessionOutcome outcome = makeSession(*read.samples, file.stem().string());
-    return {std::move(outcome.session), std::move(outcome.error), std::move(read.remark)};
+    return {std::move(outcome.session), std::move(outcome.cuts), std::move(outcome.error),
+            std::move(read.remark)};
 }
 
 /// Passes on only progress that can be seen.

@@ -19,6 +19,8 @@ class FileImport {
     struct Outcome {
         /// What the user chooses from; absent when there is nothing.
         std::optional<ImportSession> session;
+        /// With a session.
+        std::optional<StrokeCuts> cuts;
         /// Then, what to tell the user.
         std::string error;
         /// More about it: why a file could not be read, or that only a part of it was used. Mostly

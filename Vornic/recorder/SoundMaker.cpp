@@ -112,8 +112,8 @@ void SoundMaker::importRecording(const std::filesystem::path& file) {
             if (!outcome.remark.empty()) {
                 events_.noted(outcome.remark);
             }
-            if (outcome.session) {
-                import_.startSession(*std::move(outcome.session));
+            if (outcome.session && outcome.cuts) {
+                import_.startSession(*std::move(outcome.session), *std::move(outcome.cuts));
             } else {
                 events_.failed(outcome.error);
             }
@@ -137,6 +137,26 @@ void SoundMaker::startSession(std::span<const float> samples, const std::string&
 
 void SoundMaker::select(std::size_t stroke, bool selected) {
     import_.select(stroke, selected);
+    changed();
+}
+
+void SoundMaker::moveBegin(std::size_t stroke, std::int64_t place) {
+    import_.moveBegin(stroke, place);
+    changed();
+}
+
+void SoundMaker::moveEnd(std::size_t stroke, std::int64_t place) {
+    import_.moveEnd(stroke, place);
+    changed();
+}
+
+void SoundMaker::resetCut(std::size_t stroke) {
+    import_.resetCut(stroke);
+    changed();
+}
+
+void SoundMaker::setKeepsReleases(bool on) {
+    import_.setKeepsReleases(on);
     changed();
 }
 

@@ -75,6 +75,14 @@ class SoundMaker {
     void startSession(std::span<const float> samples, const std::string& name);
     [[nodiscard]] const std::optional<ImportSession>& session() const { return import_.session(); }
     void select(std::size_t stroke, bool selected);
+    /// Where the session's strokes are cut, to be drawn; absent without a session.
+    [[nodiscard]] const std::optional<StrokeCuts>& cuts() const { return import_.cuts(); }
+    void moveBegin(std::size_t stroke, std::int64_t place);
+    void moveEnd(std::size_t stroke, std::int64_t place);
+    void resetCut(std::size_t stroke);
+    /// Whether releases that were found are kept with their strokes.
+    [[nodiscard]] bool keepsReleases() const { return import_.keepsReleases(); }
+    void setKeepsReleases(bool on);
     /// Keeps what is ticked; the new sound is to be made of it. None without a session.
     std::optional<FinishedImport> finishImport();
     void cancelImport();

@@ -1,10 +1,12 @@
 #include "VornicCore/recordings/Slicer.h"
 
 #include "VornicCore/dsp/Level.h"
+#include "VornicCore/dsp/Peak.h"
 #include "VornicCore/dsp/TrimTail.h"
 #include "VornicCore/realtime/Fatal.h"
 #include "VornicCore/realtime/IntegerPart.h"
 #include "VornicCore/recordings/Envelope.h"
+#include "VornicCore/recordings/KeyOnsets.h"
 #include "VornicCore/recordings/QuietestFifth.h"
 
 #include <algorithm>
@@ -19,58 +21,14 @@ namespace {
 // Lengths in seconds.
 constexpr double shortestRecording = 0.05;
 constexpr double echoDistance = 0.16;
-constexpr double loudnessWindow = 0.02;
 constexpr double gapBeforeNext = 0.004;
 constexpr double longestSlice = 0.22;
 constexpr double preRoll = 0.003;
 constexpr double shortestSlice = 0.03;
 constexpr double shortestClean = 0.07;
 
-/// An echo is more than 4 dB below the stroke that it follows.
-constexpr float echoRatio = 0.63095737F;
-
 std::int64_t samplesIn(double seconds, double rate) {
     return requireIntegerPart(rate * seconds, "the rate of a recording is out of range");
-}
-
-struct Thresholds {
-    double trigger = 0.0;
-    double reArm = 0.0;
-    double backTrack = 0.0;
-};
-
-Thresholds thresholdsOf(const Envelope& envelope) {
-    std::vector<double> levels = envelope.db;
-    const auto fifth =
-        levels.begin() + requireIntegerPart(static_cast<double>(envelope.frames() - 1) * 0.2,
-                                            "a recording has too many frames");
-    std::nth_element(levels.begin(), fifth, levels.end());
-    const double noiseDb = *fifth;
-    const double peakDb = *std::max_element(fifth, levels.end());
-    const double trigger = std::max(noiseDb + 18.0, peakDb - 38.0);
-    return {trigger, trigger - 10.0, noiseDb + 6.0};
-}
-
-/// The samples at which keys are hit.
-std::vector<std::int64_t> onsetsOf(const Envelope& envelope) {
-    const Thresholds thresholds = thresholdsOf(envelope);
-    const std::vector<double>& db = envelope.db;
-    std::vector<std::int64_t> onsets;
-    bool armed = true;
-    for (std::size_t frame = 0; frame < db.size(); ++frame) {
-        if (!armed) {
-            armed = db[frame] < thresholds.reArm;
-        } else if (db[frame] > thresholds.trigger) {
-            std::size_t begin = frame;
-            while (begin >= 1 && db[begin - 1] < db[begin] &&
-                   db[begin - 1] > thresholds.backTrack) {
-                --begin;
-            }
-            onsets.push_back(static_cast<std::int64_t>(begin) * envelope.hop);
-            armed = false;
-        }
-    }
-    return onsets;
 }
 
 /// A stretch of the recording from an onset on; places of samples.
@@ -109,28 +67,17 @@ class Recording {
                                            static_cast<std::size_t>(end - begin));
     }
 
-    static float loudestOf(std::span<const float> samples) {
-        float loudest = 0.0F;
-        for (const float x : samples) {
-            loudest = std::max(loudest, std::abs(x));
-        }
-        return loudest;
-    }
-
-    float loudness(std::int64_t onset) const {
-        return loudestOf(part(onset, std::min(length(), onset + samplesIn(loudnessWindow, rate_))));
-    }
-
     bool isEcho(std::int64_t onset, std::int64_t previous) const {
         return static_cast<double>(onset - previous) / rate_ < echoDistance &&
-               loudness(onset) < loudness(previous) * echoRatio;
+               loudnessAt(samples_, onset, rate_) <
+                   loudnessAt(samples_, previous, rate_) * echoRatio;
     }
 
     std::vector<Range> ranges() const {
         const std::int64_t gap = samplesIn(gapBeforeNext, rate_);
         const std::int64_t longest = samplesIn(longestSlice, rate_);
         std::vector<Range> result;
-        for (const std::int64_t onset : onsetsOf(envelope_)) {
+        for (const std::int64_t onset : keyOnsets(envelope_)) {
             // An echo ends the stroke before it too, but is none itself.
             if (!result.empty()) {
                 Range& previous = result.back();
@@ -160,7 +107,7 @@ class Recording {
         result.start = static_cast<double>(range.start) / rate_;
         result.snrDb = 20.0 * std::log10(peakRms(range) / noiseRms);
         result.clean = static_cast<double>(range.end - range.start) / rate_ >= shortestClean &&
-                       loudestOf(slice) < clippingPeak;
+                       DSP::peak(result.samples) < clippingPeak;
         return result;
     }
 

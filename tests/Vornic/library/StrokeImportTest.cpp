@@ -1,6 +1,6 @@
 #include "Vornic/library/StrokeImport.h"
 
-#include "VornicCore/recordings/LoadAudio.h"
+#include "VornicCore/dsp/Peak.h"
 #include "VornicCore/recordings/Slicer.h"
 #include "tests/support/Required.h"
 #include "tests/support/ScratchFolder.h"
@@ -99,7 +99,54 @@ TEST_F(StrokeImportTest, addsNothingWhenEveryStrokeIsUnticked) {
     EXPECT_EQ(import_.session(), std::nullopt);
 }
 
+TEST_F(StrokeImportTest, keepsAStrokeAsItsCutWasMoved) {
+    EXPECT_EQ(import_.startSession(threeStrokes().samples(), "x"), "");
+    const std::vector<float> before = required(import_.session()).strokes[1].samples;
+    const StrokeCuts::Range cut = required(import_.cuts()).cut(1);
+    import_.moveBegin(1, cut.begin - 100);
+    import_.moveEnd(1, cut.end - 5000);
+    import_.moveEnd(7, 0);
+    const std::vector<float> moved = required(import_.session()).strokes[1].samples;
+    ASSERT_EQ(moved.size(), before.size() - 4900);
+    EXPECT_EQ(moved[100], before[0]);
+    const FinishedImport finished = required(import_.finishImport());
+    EXPECT_EQ(library_.samples(finished.samples[1].id), Slicer::finish(moved));
+    EXPECT_EQ(import_.cuts(), std::nullopt);
+}
+
+TEST_F(StrokeImportTest, bringsBackACutThatWasMoved) {
+    EXPECT_EQ(import_.startSession(threeStrokes().samples(), "x"), "");
+    const ImportSession session = required(import_.session());
+    import_.moveEnd(1, required(import_.cuts()).cut(1).end - 5000);
+    EXPECT_NE(import_.session(), session);
+    import_.resetCut(1);
+    EXPECT_EQ(import_.session(), session);
+}
+
+TEST_F(StrokeImportTest, keepsReleasesOnlyWhenAskedTo) {
+    const TypingNoise typing =
+        TypingNoise(2, 48000, 1e-4F).hit(0.3, 0.2F).hit(0.42, 0.05F).hit(0.8, 0.8F);
+    EXPECT_EQ(import_.startSession(typing.samples(), "x"), "");
+    EXPECT_TRUE(required(import_.finishImport()).releases.empty());
+    EXPECT_EQ(import_.startSession(typing.samples(), "x"), "");
+    import_.setKeepsReleases(true);
+    const FinishedImport finished = required(import_.finishImport());
+    ASSERT_EQ(finished.samples.size(), 2U);
+    ASSERT_EQ(finished.releases.size(), 1U);
+    EXPECT_EQ(finished.releases[0].name, "x 2 release");
+    const auto press = required(library_.samples(finished.samples[1].id));
+    const auto release = required(library_.samples(finished.releases[0].id));
+    // Still 12 dB below its press.
+    EXPECT_NEAR(DSP::peak(release) / DSP::peak(press), 0.25, 0.01);
+    EXPECT_EQ(import_.startSession(typing.samples(), "x"), "");
+    EXPECT_FALSE(import_.keepsReleases());
+}
+
 TEST_F(StrokeImportTest, doesNothingWithoutASession) {
+    import_.moveBegin(0, 0);
+    import_.moveEnd(0, 0);
+    import_.resetCut(0);
+
     EXPECT_EQ(import_.finishImport(), std::nullopt);
     import_.select(0, true);
     import_.cancelImport();
