@@ -21,6 +21,7 @@
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
 #include "Vornic/recorder/DecoderProcess.h"
+#include "Vornic/runDoctor.h"
 #include "Vornic/runKeys.h"
 #include "Vornic/runSelfTest.h"
 
@@ -224,6 +225,9 @@ int main(int argc, char** argv) {
     }
     if (const auto* const boards = std::get_if<vornic::BoardRequest>(&request)) {
         return vornic::runBoards(*boards);
+    }
+    if (const auto* const doctor = std::get_if<vornic::DoctorRequest>(&request)) {
+        return vornic::runDoctor(*doctor);
     }
     return vornic::print(std::get<vornic::PrintRequest>(request));
 }

@@ -122,6 +122,12 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
 
     const BoardCommandLine boards(app, defaultPacks);
 
+    CLI::App& doctor = *app.add_subcommand("doctor", "Says what works here and what does not");
+    DoctorRequest examined{.packs = defaultPacks, .json = false};
+    doctor.add_option("--packs", examined.packs, "Folder of the sound packs")
+        ->check(CLI::ExistingDirectory);
+    doctor.add_flag("--json", examined.json, "Print a report as JSON");
+
     // The parser takes its arguments from the last to the first.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
@@ -145,6 +151,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     }
     if (slice.parsed()) {
         return sliced;
+    }
+    if (doctor.parsed()) {
+        return examined;
     }
     if (std::optional<BoardRequest> request = boards.request()) {
         return *std::move(request);

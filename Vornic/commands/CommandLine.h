@@ -57,8 +57,14 @@ struct SliceCommandRequest {
     bool json = false;
 };
 
+/// `vornic doctor`.
+struct DoctorRequest {
+    std::filesystem::path packs;
+    bool json = false;
+};
+
 using CommandRequest = std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest,
-                                    BoardRequest, ControlRequest, PrintRequest>;
+                                    BoardRequest, ControlRequest, DoctorRequest, PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.

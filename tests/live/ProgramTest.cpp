@@ -152,5 +152,30 @@ TEST_F(ProgramTest, inAWaylandSessionAnXDisplayIsNotListenedTo) {
     EXPECT_THAT(readBytes(log()), HasSubstr("Voices started: 0,"));
 }
 
+TEST_F(ProgramTest, theDoctorFindsTheTestsDesktopFitForUse) {
+    writeClickPack(packs());
+    const auto program = start({"doctor", "--json", "--packs", packs().string()});
+    EXPECT_EQ(program->wait(), 0);
+    const std::string document = readBytes(log());
+    EXPECT_THAT(document, HasSubstr("\"works\": true"));
+    EXPECT_THAT(document, HasSubstr("X11 raw keys"));
+    EXPECT_THAT(document, HasSubstr("Sound goes to Test sink."));
+    EXPECT_THAT(document, HasSubstr("goes quiet while a program records"));
+    EXPECT_THAT(document, HasSubstr("Alt+Super+K switches the sounds."));
+    EXPECT_THAT(document, HasSubstr("The desktop shows no tray icons."));
+}
+
+TEST_F(ProgramTest, theDoctorSaysWhatIsMissingWithoutAnything) {
+    const auto program = start({"doctor"}, {{"DISPLAY", ""},
+                                            {"XDG_RUNTIME_DIR", (scratch / "empty").string()},
+                                            {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
+    EXPECT_EQ(program->wait(), 1);
+    const std::string screen = readBytes(log());
+    EXPECT_THAT(screen, HasSubstr("not  keys"));
+    EXPECT_THAT(screen, HasSubstr("start Vornic inside a graphical session"));
+    EXPECT_THAT(screen, HasSubstr("not  sound"));
+    EXPECT_THAT(screen, HasSubstr("systemctl --user start pipewire"));
+}
+
 } // namespace
 } // namespace vornic

@@ -1,11 +1,14 @@
 #include "Vornic/platform/linux/evdev/KeyGrant.h"
 
+#include "Vornic/platform/linux/permission/InputMonitoringFiles.h"
+
 #include <grp.h>
 #include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <optional>
 #include <system_error>
 #include <vector>
@@ -29,14 +32,9 @@ std::optional<gid_t> groupNumber(const std::string& name) {
 
 } // namespace
 
-const std::filesystem::path& KeyGrant::agreement() {
-    static const std::filesystem::path path = "/etc/vornic/input-monitoring";
-    return path;
-}
-
 bool KeyGrant::given() const {
     std::error_code ignored;
-    return geteuid() == 0 || std::filesystem::exists(agreement(), ignored) ||
+    return geteuid() == 0 || std::filesystem::exists(InputMonitoringFiles::agreement, ignored) ||
            isMember(getuid(), "input");
 }
 

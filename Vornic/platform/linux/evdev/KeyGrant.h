@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
 namespace vornic {
@@ -10,9 +9,6 @@ namespace vornic {
 /// before that. Takes a look into the user database.
 class KeyGrant {
   public:
-    /// The file whose existence switches the rule on.
-    static const std::filesystem::path& agreement();
-
     /// True when this process's user has a grant.
     bool given() const;
 

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Vornic/platform/KeySource.h"
+#include "Vornic/platform/KeyTap.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// What `vornic doctor` has found out about the computer and the session.
+struct DoctorFacts {
+    KeySourceKind keySource = KeySourceKind::none;
+    /// Why there is no source of keys; empty when there is one.
+    std::string keyProblem;
+    TapState tapState = TapState::needsPermission;
+    /// Where the keys come from.
+    std::string tap;
+    /// Whether Alt+Super+K could be had.
+    bool hotKeyRegistered = false;
+    /// Why there is no sound; empty when there is.
+    std::string soundProblem;
+    std::string soundDevice;
+    std::size_t packs = 0;
+    std::string packFolder;
+    /// Whether there is a microphone whose use can be told.
+    bool microphone = false;
+    /// Whether the rule for the keyboards is installed, and whether it is switched on.
+    bool ruleInstalled = false;
+    bool agreed = false;
+    /// Whether there is a session's D-Bus at all.
+    bool sessionBus = false;
+    /// Whether somebody shows tray icons.
+    bool tray = false;
+    /// Whether the accessibility bus tells about password fields.
+    bool accessibility = false;
+    /// Version of the desktop portal's global shortcuts; absent where there are none.
+    std::optional<unsigned> globalShortcuts;
+};
+
+/// One line of the doctor's screen.
+struct DoctorFinding {
+    /// What was looked at: "keys".
+    std::string subject;
+    bool ok = false;
+    /// What was found, in a sentence.
+    std::string finding;
+    /// What to do about it; empty where there is nothing to do.
+    std::string next;
+};
+
+/// Judges the facts: keys, sound, packs, microphone, permissions, passwords, hot key, tray and
+/// portal, in this order.
+std::vector<DoctorFinding> examine(const DoctorFacts& facts);
+
+/// Whether Vornic can do what it is for: hear keys and play them.
+bool works(const std::vector<DoctorFinding>& findings);
+
+/// The findings as lines of a screen.
+std::string asText(const std::vector<DoctorFinding>& findings);
+
+/// The same as a JSON document: {"works": …, "findings": [{"subject", "ok", "finding", "next"}]}.
+std::string asJson(const std::vector<DoctorFinding>& findings);
+
+} // namespace vornic

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace vornic {
+
+/// How a request for the right to hear keys ended.
+enum class PermissionAnswer : std::uint8_t {
+    /// It was carried out; the tap notices by itself.
+    granted,
+    /// The user, or who may decide for them, said no. Asking again is fine.
+    declined,
+    /// It could not be asked for or carried out.
+    failed,
+};
+
+/// "Turn on Input Monitoring…": asks the system for the right to hear keys. Main thread.
+class PermissionRequest {
+  public:
+    /// What came of it, and a sentence that says what to do, empty when granted.
+    using Done = std::function<void(PermissionAnswer, const std::string& message)>;
+
+    PermissionRequest() = default;
+    PermissionRequest(const PermissionRequest&) = delete;
+    PermissionRequest& operator=(const PermissionRequest&) = delete;
+    virtual ~PermissionRequest() = default;
+
+    /// What is read, what never happens, who else gains access, which file is made and how to take
+    /// it back, in plain words: to be shown before `request`.
+    virtual std::string explanation() const = 0;
+
+    /// Whether there is anything to ask.
+    virtual bool possible() const = 0;
+
+    /// Asks, and calls `done` once; while an earlier request is not answered yet, its answer counts
+    /// for both.
+    virtual void request(Done done) = 0;
+
+    /// Gives the right back, in the same way.
+    virtual void revoke(Done done) = 0;
+};
+
+} // namespace vornic

@@ -1,0 +1,86 @@
+#include "Vornic/platform/linux/permission/InputMonitoringRequest.h"
+
+#include "Vornic/platform/linux/permission/InputMonitoringFiles.h"
+
+#include <system_error>
+
+namespace vornic {
+
+namespace {
+
+// What pkexec ends with where the program was not run.
+constexpr int dismissed = 126;
+constexpr int notAuthorised = 127;
+
+} // namespace
+
+InputMonitoringRequest::InputMonitoringRequest(std::filesystem::path helper, Runner run)
+    : helper_(std::move(helper)), run_(std::move(run)) {}
+
+std::string InputMonitoringRequest::explanation() const {
+    return std::string(
+               "Vornic plays a sound for every key, so it has to know when a key goes down or up, "
+               "in whatever window.\n\n"
+               "What it reads: which key it is, and when, from the keyboards of this computer.\n"
+               "What never happens: no key is stored and none is sent anywhere; Vornic has no "
+               "network code.\n"
+               "Who else gains access: every program that the user at this computer runs can then "
+               "read every key, including passwords typed into other programs. This holds for "
+               "every user who sits at this computer, while they do.\n"
+               "What is changed: one file, ") +
+           InputMonitoringFiles::agreement +
+           ", which switches on the rule 70-vornic.rules of the device manager. An administrator's "
+           "password is needed for that.\n"
+           "How to take it back: run \"pkexec " +
+           helper_.string() +
+           " disable\", or remove that file and restart the computer. Until then it holds.";
+}
+
+bool InputMonitoringRequest::possible() const {
+    std::error_code ignored;
+    return std::filesystem::exists(helper_, ignored);
+}
+
+void InputMonitoringRequest::ask(const std::string& word, Done done) {
+    if (!possible()) {
+        done(PermissionAnswer::failed,
+             "Install Vornic's package first: it brings what this needs.");
+        return;
+    }
+    if (!open_.empty() && open_ != word) {
+        done(PermissionAnswer::failed, "Another question is still open: answer it first.");
+        return;
+    }
+    waiting_.push_back(std::move(done));
+    if (open_.empty()) {
+        open_ = word;
+        run_({"pkexec", helper_.string(), word},
+             [this](int status, const std::string& complaint) { answer(status, complaint); });
+    }
+}
+
+void InputMonitoringRequest::answer(int status, const std::string& complaint) {
+    PermissionAnswer answer = PermissionAnswer::granted;
+    std::string message;
+    if (status == dismissed) {
+        answer = PermissionAnswer::declined;
+        message = "Nothing was changed. You can try again at any time.";
+    } else if (status == notAuthorised) {
+        answer = PermissionAnswer::declined;
+        message = "An administrator of this computer has to agree. You can try again at any time.";
+    } else if (status < 0) {
+        answer = PermissionAnswer::failed;
+        message = "The program pkexec is missing: install it, or run \"" + helper_.string() + " " +
+                  open_ + "\" as root.";
+    } else if (status != 0) {
+        answer = PermissionAnswer::failed;
+        message = complaint.empty() ? "It could not be done." : complaint;
+    }
+    open_.clear();
+    // Whoever is told may ask again at once.
+    for (const Done& done : std::exchange(waiting_, {})) {
+        done(answer, message);
+    }
+}
+
+} // namespace vornic
