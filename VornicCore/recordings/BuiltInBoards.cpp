@@ -43,14 +43,14 @@ ChainParams balanced(std::string_view pack) {
         chain.drive = 0.1;
     } else if (pack == "soft") {
         chain.highPassHz = 700;
-        set(Equalizer::Band::click, 10);
-        set(Equalizer::Band::air, 5);
+        set(Equalizer::Band::click, 11);
+        set(Equalizer::Band::air, 6);
     } else if (pack == "plastic") {
-        chain.attackDb = 4;
-        set(Equalizer::Band::click, -4);
+        chain.attackDb = 6;
+        set(Equalizer::Band::click, -6);
     } else if (pack == "clicky") {
-        set(Equalizer::Band::click, -3);
-        set(Equalizer::Band::air, 3);
+        set(Equalizer::Band::click, -5);
+        set(Equalizer::Band::air, 4);
     }
     return chain;
 }

@@ -86,11 +86,11 @@ class Comparison {
             }
         }
         for (std::size_t band = 0; band < broadCount; ++band) {
-            if (target_.decayMs[band] && measured_.decayMs[band] &&
-                broadEdges[band + 1] > target_.validFromHz) {
-                add("decay", std::to_string(static_cast<int>(broadEdges[band])),
-                    measured_.decayMs[band]->median, target_.decayMs[band]->median,
-                    std::max(target_.decayMs[band]->deviation, 0.5));
+            const std::optional<Statistic>& measured = measured_.decayMs[band];
+            const std::optional<Statistic>& target = target_.decayMs[band];
+            if (target && measured && broadEdges[band + 1] > target_.validFromHz) {
+                add("decay", std::to_string(static_cast<int>(broadEdges[band])), measured->median,
+                    target->median, std::max(target->deviation, 0.5));
             }
         }
     }

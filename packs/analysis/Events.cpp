@@ -22,7 +22,7 @@ double decibelsOfPower(double power) {
 
 // How far the level falls on both sides of `peak` before it rises above it.
 double prominenceOf(const std::vector<double>& level, std::size_t peak) {
-    const auto fall = [&](auto begin, auto end) {
+    const auto fall = [&](const auto& begin, const auto& end) {
         double least = level[peak];
         for (auto at = begin; at != end && *at <= level[peak]; ++at) {
             least = std::min(least, *at);

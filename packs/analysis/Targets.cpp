@@ -139,8 +139,10 @@ void lendSpread(ClassFeatures& target, const ClassFeatures& lender) {
     }
     target.bandSpread = lender.bandSpread;
     for (std::size_t band = 0; band < broadCount; ++band) {
-        if (target.decayMs[band] && lender.decayMs[band]) {
-            target.decayMs[band]->deviation = lender.decayMs[band]->deviation;
+        std::optional<Statistic>& decay = target.decayMs[band];
+        const std::optional<Statistic>& lent = lender.decayMs[band];
+        if (decay && lent) {
+            decay->deviation = lent->deviation;
         }
     }
     for (std::size_t i = 0; i < target.events.size() && !lender.events.empty(); ++i) {

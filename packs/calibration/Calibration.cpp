@@ -55,36 +55,36 @@ double longestDecay(const StrokeTable& table) {
     double longest = 40;
     for (std::size_t i = 1; i < table.events.size(); ++i) {
         const double gap = table.events[i].ms - table.events[i - 1].ms;
-        if (gap < 5 && table.events[i].share > 0.8) {
+        if (gap < 5 && table.events[i].ms < 10 && table.events[i].share > 0.8) {
             longest = std::min(longest, 0.6 * gap);
         }
     }
     return longest;
 }
 
+// `decayMs` at `hz`, nearer to what its broad band should have.
+double fittedDecay(double decayMs, double hz, const ClassFeatures& target,
+                   const ClassFeatures& measured, double rate) {
+    for (std::size_t broad = 0; broad < broadCount; ++broad) {
+        const std::optional<Statistic>& wanted = target.decayMs[broad];
+        const std::optional<Statistic>& is = measured.decayMs[broad];
+        if (hz >= broadEdges[broad] && hz < broadEdges[broad + 1] && wanted && is) {
+            return scaled(decayMs, wanted->median, is->median, rate);
+        }
+    }
+    return decayMs;
+}
+
 void fitDecays(StrokeTable& table, const ClassFeatures& target, const ClassFeatures& measured) {
     const double longest = longestDecay(table);
     for (std::size_t band = 0; band < bandCount; ++band) {
-        for (std::size_t broad = 0; broad < broadCount; ++broad) {
-            if (bandCentres[band] >= broadEdges[broad] &&
-                bandCentres[band] < broadEdges[broad + 1] && target.decayMs[broad] &&
-                measured.decayMs[broad]) {
-                table.decayMs[band] =
-                    std::clamp(scaled(table.decayMs[band], target.decayMs[broad]->median,
-                                      measured.decayMs[broad]->median, 0.4),
-                               0.4, longest);
-            }
-        }
+        const double decay =
+            fittedDecay(table.decayMs[band], bandCentres[band], target, measured, 0.4);
+        table.decayMs[band] = std::clamp(decay, 0.4, longest);
     }
     for (ModeTable& mode : table.modes) {
-        for (std::size_t broad = 0; broad < broadCount; ++broad) {
-            if (mode.hz >= broadEdges[broad] && mode.hz < broadEdges[broad + 1] &&
-                target.decayMs[broad] && measured.decayMs[broad]) {
-                mode.decayMs = std::clamp(scaled(mode.decayMs, target.decayMs[broad]->median,
-                                                 measured.decayMs[broad]->median, 0.2),
-                                          0.6, std::max(longest, 2.0));
-            }
-        }
+        mode.decayMs = std::clamp(fittedDecay(mode.decayMs, mode.hz, target, measured, 0.2), 0.6,
+                                  std::max(longest, 2.0));
     }
 }
 
@@ -134,13 +134,15 @@ void fitRest(StrokeTable& table, const ClassFeatures& target, const ClassFeature
                     present = std::max(present, is.present);
                 }
             }
-            mode.part = std::clamp(mode.part + 0.1 * (wanted.present - present), 0.15, 0.75);
+            mode.part = std::clamp(mode.part + 0.2 * (wanted.present - present), 0.15, 0.85);
         }
     }
     const auto median = [](const ClassFeatures& features, const char* name) {
         const auto found = features.scalars.find(name);
         return found == features.scalars.end() ? 0 : found->second.median;
     };
+    table.snap = std::clamp(
+        table.snap + 0.03 * (median(target, "crest_db") - median(measured, "crest_db")), 0.0, 0.7);
     table.contactMs *= std::exp(
         0.05 * std::clamp(median(measured, "crest_db") - median(target, "crest_db"), -2.0, 2.0));
     table.contactMs = std::clamp(table.contactMs, 0.1, 3.0);

@@ -28,7 +28,7 @@ void addWeakModes(std::vector<ModeTable>& modes, const Bands& decayMs) {
             const double off = static_cast<double>(mixed(band, 7) % 1000) / 1000 - 0.5;
             modes.push_back({.hz = hz * std::pow(2.0, off / 4),
                              .part = 0.3,
-                             .decayMs = decayMs[band] * 1.4,
+                             .decayMs = std::min(decayMs[band] * 1.4, 6.0),
                              .cents = 40});
         }
     }
@@ -46,7 +46,8 @@ Bands decaysOf(const ClassFeatures& target) {
     std::array<double, broadCount> broad{};
     double last = 6;
     for (std::size_t band = 0; band < broadCount; ++band) {
-        last = target.decayMs[band] ? target.decayMs[band]->median : last;
+        const std::optional<Statistic>& here = target.decayMs[band];
+        last = here ? here->median : last;
         broad[band] = last;
     }
     Bands decays{};

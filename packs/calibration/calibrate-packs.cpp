@@ -45,7 +45,8 @@ int run(const std::string& targets, const std::string& file, int rounds, const s
         }
         const double share = calibrate(*table, keyClass.name, target->second, rounds);
         std::cout << table->id << " " << keyClass.name << ": " << static_cast<int>(share * 100)
-                  << " % within one" << std::endl;
+                  << " % within one\n"
+                  << std::flush;
     }
     return writePackTable(*table, file) ? 0 : 1;
 }

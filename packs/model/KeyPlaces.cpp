@@ -11,6 +11,7 @@ KeyPlace at(double column, double row) {
 
 std::vector<KeyPlace> letters() {
     std::vector<KeyPlace> places;
+    places.reserve(26);
     for (int key = 0; key < 10; ++key) {
         places.push_back(at(2 + key, 0.5)); // q to p
     }

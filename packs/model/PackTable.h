@@ -48,6 +48,7 @@ struct StrokeTable {
     double levelDb = 0; // energy re the median regular press, median and standard deviation
     double levelSpread = 3;
     double contactMs = 0.5; // over which the first parts of a burst come
+    double snap = 0.2;      // part of a burst's energy that is gone within a millisecond
     double bodyShare = 1;   // of the mid window's energy that is ringing rather than events
     double tailShare = 1;   // of the late window's
     double tailMs = 25;     // amplitude time constant of what rings on

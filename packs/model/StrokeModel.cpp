@@ -194,17 +194,18 @@ class Stroke {
         Drive hits(samples_.size(), hz, random_.next());
         driveHits(hits, band, powers, db);
         const double left = isBand ? addModes(hits, band) : 1;
+        addSnap(band, hz, powers, db);
         if (isDense(hz, decayMs)) {
             Drive rain(samples_.size(), hz, random_.next());
             forHits(band, powers, db, [&](const Hit& hit, double energy) {
                 rain.rain(hit.ms + leadMs, energy, decayMs);
             });
-            filter(rain, hz, decayMs, left);
+            filter(rain, hz, decayMs, left * (1 - table_.snap));
         } else {
-            crowd(hits, hz, decayMs, left);
+            crowd(hits, hz, decayMs, left * (1 - table_.snap));
         }
 
-        const double bodyMs = std::clamp(2.2 * decayMs, 6.0, 16.0);
+        const double bodyMs = std::clamp(2.2 * decayMs, 3.5, 16.0);
         Drive body(samples_.size(), hz, random_.next());
         Drive tail(samples_.size(), hz, random_.next());
         for (const Hit& hit : hits_) {
@@ -224,6 +225,18 @@ class Stroke {
             crowd(body, hz, bodyMs, 1);
         }
         filter(tail, hz, table_.tailMs, 1);
+    }
+
+    // The contact itself, gone before anything rings.
+    void addSnap(std::size_t band, double hz, const std::array<double, windowCount>& powers,
+                 double db) {
+        // A lower band cannot end as soon.
+        const double snapMs = std::max(0.6, 700 / hz);
+        Drive snap(samples_.size(), hz, random_.next());
+        forHits(band, powers, db, [&](const Hit& hit, double energy) {
+            snap.rain(hit.ms + leadMs, energy * table_.snap, snapMs);
+        });
+        filter(snap, hz, snapMs, 1);
     }
 
     // Resonances that overlap in a third of an octave.
