@@ -3,6 +3,7 @@
 #include "VornicCore/sampler/SplitMix64.h"
 
 #include "packs/model/Draws.h"
+#include "packs/model/Hits.h"
 #include "packs/model/KeyPlaces.h"
 #include "packs/model/Resonators.h"
 
@@ -20,78 +21,6 @@ constexpr double leadMs = 1;
 constexpr double fadeMs = 25;
 constexpr double mostOfACrowd = 16;
 
-// Numbers of what is drawn once a stroke; those of a list leave room behind them.
-enum Variable : std::uint64_t {
-    eventCount = 1,
-    level = 2,
-    pace = 3,
-    eventTime = 100,
-    eventLevel = 200,
-    windowBands = 1000,
-};
-
-struct Hit {
-    double ms;
-    double gainDb; // re its window
-    double tilt;
-    std::size_t window;
-    double share{}; // of the stroke's energy
-};
-
-double power(double db) {
-    return std::pow(10.0, db / 10);
-}
-
-std::size_t windowOf(double ms) {
-    return ms < windowEdgesMs[1] ? 0 : ms < windowEdgesMs[2] ? 1 : 2;
-}
-
-// Which hits this stroke has, and when.
-std::vector<Hit> drawHits(const StrokeTable& table, const Draws& draws) {
-    const double count = draws.even(eventCount);
-    const double common = draws.normal(pace);
-    std::vector<Hit> hits;
-    for (std::size_t i = 0; i < table.events.size(); ++i) {
-        const EventTable& event = table.events[i];
-        if (count >= event.share) {
-            continue;
-        }
-        // A finger that is slow to reach the bottom is slow to reach all that comes before it too.
-        const double late = std::clamp(0.7 * common + 0.7 * draws.normal(eventTime + i), -1.6, 1.6);
-        const double earliest = hits.empty() ? 0 : hits.back().ms + 2.8;
-        hits.push_back({.ms = std::max(event.ms + event.msSpread * late, earliest),
-                        .gainDb = event.db + event.dbSpread * draws.normal(eventLevel + i),
-                        .tilt = event.tilt,
-                        .window = windowOf(event.ms)});
-    }
-    return hits;
-}
-
-// The median power of all events of one window together.
-std::array<double, windowCount> windowPowers(const StrokeTable& table) {
-    std::array<double, windowCount> powers{};
-    for (const EventTable& event : table.events) {
-        powers[windowOf(event.ms)] += event.share * power(event.db);
-    }
-    return powers;
-}
-
-std::array<Bands, windowCount> drawLevels(const StrokeTable& table, const Draws& draws,
-                                          const KeyPlace& place) {
-    std::array<Bands, windowCount> levels = table.levels;
-    for (std::size_t window = 0; window < windowCount; ++window) {
-        for (std::size_t band = 0; band < bandCount; ++band) {
-            const double octaves = std::log2(bandCentres[band] / 2000);
-            // Keys of the rows far from the typist and at the sides stand stiffer.
-            const double stiffer = 0.35 * place.y + 0.25 * std::abs(place.x) - 0.1;
-            levels[window][band] +=
-                stiffer * octaves +
-                table.spreads[window][band] * draws.normal(windowBands + 100 * window + band);
-        }
-    }
-    return levels;
-}
-
 // Each stroke's resonances are those of its key, for every hit the same.
 class Stroke {
   public:
@@ -107,7 +36,7 @@ class Stroke {
             addBand(band, powers);
         }
         addPing();
-        finish(power(table.levelDb + table.levelSpread * draws.normal(level)));
+        finish(power(drawLevelDb(table, draws)));
     }
 
     std::vector<float> samples() const { return {samples_.begin(), samples_.end()}; }
