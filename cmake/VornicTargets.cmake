@@ -9,12 +9,13 @@ function(vornic_library name)
                           PRIVATE vornic_warnings ${ARG_PRIVATE_LIBRARIES})
 endfunction()
 
-# vornic_test(NAME SOURCES ... LIBRARIES ... [LIVE] [THREADS]): one test program per folder, every
+# vornic_test(NAME SOURCES ... LIBRARIES ... [LIVE] [THREADS] [ENVIRONMENT]): one test program per folder, every
 # test of it known to ctest by name. LIVE tests need a sound server and a display, which ./dev test
 # gives them (tests/support/private-desktop); they run alone, since they share both. THREADS marks
-# tests of what threads share, for ThreadSanitizer.
+# tests of what threads share, for ThreadSanitizer. ENVIRONMENT is one VARIABLE=value that the tests
+# run with.
 function(vornic_test name)
-    cmake_parse_arguments(ARG "LIVE;THREADS" "" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "LIVE;THREADS" "ENVIRONMENT" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} vornic_warnings GTest::gmock GTest::gtest_main)
@@ -28,6 +29,9 @@ function(vornic_test name)
         add_dependencies(vornic_threads_tests ${name})
     elseif(ARG_LIVE)
         set(properties LABELS live TIMEOUT 120 RUN_SERIAL ON)
+    endif()
+    if(ARG_ENVIRONMENT)
+        list(APPEND properties ENVIRONMENT "${ARG_ENVIRONMENT}")
     endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
 endfunction()

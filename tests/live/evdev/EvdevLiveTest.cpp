@@ -1,0 +1,165 @@
+// Keyboards of the kernel as libevdev, libudev and the whole program see them.
+
+#include "Vornic/platform/linux/evdev/EvdevKeyTap.h"
+#include "Vornic/platform/linux/evdev/UdevInputDevices.h"
+#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "tests/live/ChildProcess.h"
+#include "tests/live/evdev/MockKeyboards.h"
+#include "tests/support/ClickPack.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/WaitFor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <csignal>
+#include <vector>
+
+namespace vornic {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// A tap that reads emulated keyboards on the test's own thread.
+class EvdevLiveTest : public ::testing::Test {
+  protected:
+    EvdevLiveTest() {
+        tap.onKey = [this](std::int64_t keyCode, bool down, std::uint64_t nanos) {
+            (down ? pressed : released).push_back(keyCode);
+            times.push_back(nanos);
+        };
+    }
+
+    void type(int keyboard, std::uint16_t code) {
+        keyboards.send(keyboard, code, 1, clock.nanos());
+        keyboards.send(keyboard, code, 0, clock.nanos());
+    }
+
+    /// Delivers events until a key is heard that `keyboard` types last.
+    void listenToEverything(int keyboard) {
+        constexpr std::int64_t f10 = 109;
+        type(keyboard, KEY_F10);
+        ASSERT_TRUE(waitFor([&] {
+            tap.dispatch();
+            return !released.empty() && released.back() == f10;
+        }));
+        pressed.pop_back();
+        released.pop_back();
+        times.resize(times.size() - 2);
+    }
+
+    bool describes(const std::string& description) {
+        return waitFor([&] {
+            tap.dispatch();
+            return tap.description() == description;
+        });
+    }
+
+    MockKeyboards keyboards;
+    MonotonicClock clock;
+    UdevInputDevices devices;
+    EvdevKeyTap tap{clock, devices, [] { return true; }};
+    std::vector<std::int64_t> pressed;
+    std::vector<std::int64_t> released;
+    std::vector<std::uint64_t> times;
+};
+
+TEST_F(EvdevLiveTest, hearsKeysWithTheKernelsTimeStamps) {
+    keyboards.plug(5);
+    ASSERT_TRUE(tap.start());
+    EXPECT_EQ(tap.description(), "1 of 1 keyboard");
+    const std::uint64_t before = clock.nanos() - 50'000'000;
+    keyboards.send(5, KEY_A, 1, before);
+    keyboards.send(5, KEY_A, 2, before + 10'000'000);
+    keyboards.send(5, KEY_A, 0, before + 20'000'000);
+    listenToEverything(5);
+    EXPECT_THAT(pressed, ElementsAre(0));
+    EXPECT_THAT(released, ElementsAre(0));
+    EXPECT_THAT(times, ElementsAre(before / 1000 * 1000, (before + 20'000'000) / 1000 * 1000));
+}
+
+TEST_F(EvdevLiveTest, hearsTwentySixKeysTypedAtOnce) {
+    keyboards.plug(5);
+    ASSERT_TRUE(tap.start());
+    for (std::uint16_t code = KEY_1; code < KEY_1 + 26; ++code) {
+        type(5, code);
+    }
+    listenToEverything(5);
+    EXPECT_EQ(pressed.size(), 26U);
+    EXPECT_EQ(released, pressed);
+}
+
+TEST_F(EvdevLiveTest, keyboardsComeAndGo) {
+    ASSERT_TRUE(tap.start());
+    EXPECT_EQ(tap.description(), "0 of 0 keyboards");
+    keyboards.plug(5);
+    ASSERT_TRUE(describes("1 of 1 keyboard"));
+    keyboards.plug(6);
+    ASSERT_TRUE(describes("2 of 2 keyboards"));
+    type(5, KEY_A);
+    listenToEverything(5);
+    type(6, KEY_S);
+    listenToEverything(6);
+    EXPECT_THAT(pressed, ElementsAre(0, 1));
+    keyboards.unplug(5);
+    ASSERT_TRUE(describes("1 of 1 keyboard"));
+    type(6, KEY_A);
+    listenToEverything(6);
+    EXPECT_THAT(pressed, ElementsAre(0, 1, 0));
+}
+
+TEST_F(EvdevLiveTest, whatARemapperRepeatsSoundsOnce) {
+    keyboards.plug(5);
+    keyboards.plug(9, true);
+    ASSERT_TRUE(tap.start());
+    EXPECT_EQ(tap.description(), "2 of 2 keyboards");
+    const std::uint64_t now = clock.nanos() - 20'000'000;
+    keyboards.send(5, KEY_A, 1, now);
+    keyboards.send(9, KEY_A, 1, now + 1'000'000);
+    keyboards.send(5, KEY_A, 0, now + 2'000'000);
+    keyboards.send(9, KEY_A, 0, now + 3'000'000);
+    type(9, KEY_S);
+    listenToEverything(9);
+    EXPECT_THAT(pressed, ElementsAre(0, 1));
+    EXPECT_THAT(released, ElementsAre(0, 1));
+}
+
+TEST_F(EvdevLiveTest, hearsNothingOnceStopped) {
+    keyboards.plug(5);
+    ASSERT_TRUE(tap.start());
+    tap.stop();
+    type(5, KEY_A);
+    tap.dispatch();
+    EXPECT_THAT(pressed, IsEmpty());
+}
+
+TEST_F(EvdevLiveTest, theWholeProgramHearsAWaylandSession) {
+    const ScratchFolder scratch;
+    const std::string log = scratch / "vornic.log";
+    writeClickPack(scratch / "packs");
+    keyboards.plug(5);
+    ChildProcess program({VORNIC_PROGRAM, "--packs", scratch / "packs"},
+                         {{"WAYLAND_DISPLAY", "wayland-9"}, {"DISPLAY", ""}}, log);
+    const auto says = [&log](const std::string& text) {
+        return waitFor([&] { return readBytes(log).find(text) != std::string::npos; });
+    };
+    ASSERT_TRUE(says("1 of 1 keyboard")) << readBytes(log);
+    for (const auto& [code, value] : {std::pair{KEY_LEFTALT, 1},
+                                      {KEY_LEFTMETA, 1},
+                                      {KEY_K, 1},
+                                      {KEY_K, 0},
+                                      {KEY_LEFTMETA, 0},
+                                      {KEY_LEFTALT, 0}}) {
+        keyboards.send(5, static_cast<std::uint16_t>(code), value, clock.nanos());
+    }
+    EXPECT_TRUE(says("keys are silent")) << readBytes(log);
+    program.end(SIGTERM);
+    // The combination itself sounds: the third key switches the sounds off after it was played.
+    EXPECT_THAT(readBytes(log), HasSubstr("Voices started: 3,"));
+}
+
+} // namespace
+} // namespace vornic

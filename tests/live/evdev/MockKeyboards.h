@@ -1,0 +1,42 @@
+#pragma once
+
+#include "tests/support/ScratchFolder.h"
+
+#include <umockdev.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace vornic {
+
+/// Keyboards of the kernel that exist only for programs started with umockdev's library: nodes,
+/// the device manager's records of them and its announcements.
+class MockKeyboards {
+  public:
+    /// Throws where the library is not preloaded.
+    MockKeyboards();
+
+    /// Makes /dev/input/event<number> and announces it.
+    void plug(int number, bool isVirtual = false);
+
+    /// Takes it away and announces that.
+    void unplug(int number);
+
+    /// One key event as the kernel would tell it, stamped `nanos`, cut to microseconds.
+    void send(int number, std::uint16_t code, std::int32_t value, std::uint64_t nanos);
+
+  private:
+    struct Release {
+        void operator()(UMockdevTestbed* testbed) const { g_object_unref(testbed); }
+    };
+
+    std::string systemPath(int number) const;
+    static std::string node(int number);
+
+    ScratchFolder folder_;
+    std::unique_ptr<UMockdevTestbed, Release> testbed_;
+    std::uint64_t virtualNumbers_ = 0; // a bit for each
+};
+
+} // namespace vornic
