@@ -15,6 +15,7 @@
 #include "Vornic/platform/linux/dbus/control/DBusRunningCopy.h"
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
 #include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
+#include "Vornic/platform/linux/system/AutostartEntry.h"
 #include "Vornic/platform/linux/system/JournalLog.h"
 #include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "Vornic/platform/linux/system/ProgramPath.h"
@@ -187,6 +188,19 @@ int askRunningCopy(const ControlRequest& request) {
     return answer.status;
 }
 
+int autostart(const AutostartRequest& request) {
+    AutostartEntry entry(AppFolders::autostartEntry(), programPath());
+    if (request.on) {
+        if (const std::error_code error = entry.setEnabled(*request.on)) {
+            std::fprintf(stderr, "vornic: Couldn't change how Vornic starts: %s\n",
+                         error.message().c_str());
+            return EXIT_FAILURE;
+        }
+    }
+    std::puts(entry.enabled() ? "on" : "off");
+    return EXIT_SUCCESS;
+}
+
 int print(const PrintRequest& request) {
     std::fputs(request.text.c_str(), request.status == 0 ? stdout : stderr);
     return request.status;
@@ -213,6 +227,9 @@ int main(int argc, char** argv) {
     const auto application = vornic::makeApplication(argc, argv, run != nullptr && run->selfTest);
     if (run != nullptr) {
         return vornic::run(*run, *application);
+    }
+    if (const auto* const autostart = std::get_if<vornic::AutostartRequest>(&request)) {
+        return vornic::autostart(*autostart);
     }
     if (const auto* const control = std::get_if<vornic::ControlRequest>(&request)) {
         return vornic::askRunningCopy(*control);

@@ -1,5 +1,6 @@
 #include "Vornic/commands/CommandLine.h"
 
+#include "Vornic/commands/AutostartCommandLine.h"
 #include "Vornic/commands/BoardCommandLine.h"
 #include "Vornic/commands/ControlCommandLine.h"
 #include "VornicCore/board/StageSpec.h"
@@ -119,6 +120,7 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     slice.add_flag("--all", sliced.slice.all, "Write every stroke");
     slice.add_flag("--json", sliced.json, "Print a report as JSON");
     const ControlCommandLine control(app);
+    const AutostartCommandLine autostart(app);
 
     const BoardCommandLine boards(app, defaultPacks);
 
@@ -160,6 +162,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     }
     if (std::optional<ControlRequest> request = control.request()) {
         return *std::move(request);
+    }
+    if (const std::optional<AutostartRequest> request = autostart.request()) {
+        return *request;
     }
     run.board = live.wantedBoard();
     run.stage = live.stage;

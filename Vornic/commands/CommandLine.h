@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/commands/AutostartRequest.h"
 #include "Vornic/commands/BoardRequest.h"
 #include "Vornic/commands/ControlRequest.h"
 #include "Vornic/commands/SliceCommand.h"
@@ -64,7 +65,8 @@ struct DoctorRequest {
 };
 
 using CommandRequest = std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest,
-                                    BoardRequest, ControlRequest, DoctorRequest, PrintRequest>;
+                                    BoardRequest, ControlRequest, DoctorRequest, AutostartRequest,
+                                    PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.

@@ -2,6 +2,7 @@
 
 #include "Vornic/keystroke/DeskReflection.h"
 #include "Vornic/library/BoardChoice.h"
+#include "Vornic/library/BoardTransfer.h"
 
 #include <algorithm>
 #include <chrono>
@@ -65,7 +66,7 @@ void AppModel::chooseFirstBoard() {
     if (!editor_->select(wanted)) {
         try {
             // A file, the default board, or the first one there is.
-            Board board = chooseBoard(options_.board, packs_);
+            Board board = chooseBoard(options_.board, *store_, *library_);
             if (options_.board) {
                 editor_->selectGuest(std::move(board));
             } else {
@@ -139,6 +140,30 @@ bool AppModel::selectNeighbour(int places) {
     }
     at = ((at + places) % count + count) % count;
     return selectBoard(boards_[static_cast<std::size_t>(at)].id);
+}
+
+bool AppModel::exportBoard(const std::filesystem::path& to) {
+    if (board() == nullptr) {
+        return false;
+    }
+    try {
+        vornic::exportBoard(*board(), *library_, to);
+        return true;
+    } catch (const BoardTransferError& problem) {
+        platform_.log.warning(problem.whole());
+        showError(problem.what());
+        return false;
+    }
+}
+
+bool AppModel::importBoard(const std::filesystem::path& from) {
+    try {
+        return selectBoard(vornic::importBoard(from, *store_, *library_).id);
+    } catch (const BoardTransferError& problem) {
+        platform_.log.warning(problem.whole());
+        showError(problem.what());
+        return false;
+    }
 }
 
 void AppModel::boardChanged(BoardEditor::Change change) {
@@ -254,6 +279,10 @@ void AppModel::publish() {
 
 void AppModel::fail(const std::string& message) {
     platform_.log.warning(message);
+    showError(message);
+}
+
+void AppModel::showError(const std::string& message) {
     lastError_ = message;
     onChange();
 }

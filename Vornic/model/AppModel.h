@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -61,6 +62,12 @@ class AppModel {
     void newBoard() { editor_->newBoard(); }
     void renameBoard(const std::string& name) { editor_->renameBoard(name); }
     void deleteBoard() { editor_->deleteBoard(); }
+    /// Writes the current board and the user's samples in it into a board file; false, with
+    /// `lastError`, when that failed.
+    bool exportBoard(const std::filesystem::path& to);
+    /// Makes the board of a board file one of the user's, and current; false, with `lastError`,
+    /// when nothing was added.
+    bool importBoard(const std::filesystem::path& from);
 
     const SimpleTweaks& tweaks() const { return editor_->tweaks(); }
     void setTweaks(const SimpleTweaks& tweaks) { editor_->setTweaks(tweaks); }
@@ -141,6 +148,7 @@ class AppModel {
     void announce();
     void publish();
     void fail(const std::string& message);
+    void showError(const std::string& message);
 
     Platform platform_;
     Options options_;

@@ -71,6 +71,15 @@ TEST_F(RunningCopyTest, theSelfTestLooksAtItsOwnProcessWhateverElseRuns) {
     EXPECT_FALSE(std::filesystem::exists(scratch / "data/Vornic/.selftest"));
 }
 
+TEST_F(RunningCopyTest, startsWithTheSessionOnceTheUserSaysSo) {
+    const auto entry = scratch / "config/autostart/vornic.desktop";
+    EXPECT_EQ(run({"autostart"}).output, "off\n");
+    EXPECT_EQ(run({"autostart", "on"}).output, "on\n");
+    EXPECT_THAT(readBytes(entry), HasSubstr(std::string("Exec=\"") + VORNIC_PROGRAM + "\""));
+    EXPECT_EQ(run({"autostart", "off"}).output, "off\n");
+    EXPECT_FALSE(std::filesystem::exists(entry));
+}
+
 TEST_F(RunningCopyTest, aSnapshotHasNothingToShowYetAndWritesNothing) {
     const Outcome outcome = run({"--snapshot", (scratch / "pictures").string()});
     EXPECT_EQ(outcome.status, 1);

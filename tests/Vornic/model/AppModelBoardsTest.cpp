@@ -204,6 +204,53 @@ TEST_F(AppModelBoardsTest, keysAreHeardAndCountedWhileTheFirstBoardIsStillRender
     model.reset();
 }
 
+TEST_F(AppModelBoardsTest, aBoardGoesIntoAFileAndComesBackAsAnother) {
+    start();
+    setRattle(0.5);
+    const Board sent = *model->board();
+    const auto file = scratch / "sent.vornic";
+    ASSERT_TRUE(model->exportBoard(file));
+    EXPECT_FALSE(model->lastError());
+    ASSERT_TRUE(model->importBoard(file));
+    EXPECT_NE(model->board()->id, sent.id);
+    EXPECT_EQ(model->board()->name, sent.name);
+    EXPECT_EQ(model->board()->stabs.rattle, 0.5);
+    EXPECT_FALSE(model->board()->builtIn);
+    EXPECT_EQ(settings()["board"], model->board()->id);
+    EXPECT_EQ(model->boards().size(), 3U);
+}
+
+TEST_F(AppModelBoardsTest, theUsersRecordingsTravelWithTheBoard) {
+    start();
+    const SampleInfo mine = model->library().addUser("Knock", LayerPart::bottomOut, std::nullopt,
+                                                     std::vector<float>(4800, 0.25F));
+    model->edit([&](Board& board) {
+        board.sounds.front().press.layers.front().samples = {mine.id, "spring/regular-01"};
+    });
+    ASSERT_TRUE(model->exportBoard(scratch / "sent.vornic"));
+    ASSERT_TRUE(model->importBoard(scratch / "sent.vornic"));
+    const auto& samples = model->board()->sounds.front().press.layers.front().samples;
+    ASSERT_EQ(samples.size(), 2U);
+    EXPECT_NE(samples[0], mine.id);
+    EXPECT_THAT(samples[0], StartsWith("user/"));
+    EXPECT_EQ(samples[1], "spring/regular-01");
+    EXPECT_TRUE(model->library().samples(samples[0]));
+}
+
+TEST_F(AppModelBoardsTest, whatCannotBeExchangedIsSaidInTheAgreedWords) {
+    start();
+    const std::string before = model->board()->id;
+    EXPECT_FALSE(model->importBoard(scratch / "missing.vornic"));
+    EXPECT_EQ(model->lastError(), "Couldn't read that file.");
+    EXPECT_THAT(log.all(), HasSubstr((scratch / "missing.vornic").string()));
+    EXPECT_FALSE(model->importBoard(scratch.write("notes.vornic", "{}")));
+    EXPECT_EQ(model->lastError(), "That isn't a Vornic board file.");
+    EXPECT_FALSE(model->exportBoard(scratch / "no/such/folder.vornic"));
+    EXPECT_EQ(model->lastError(), "Couldn't save the board: No such file or directory");
+    EXPECT_EQ(model->board()->id, before);
+    EXPECT_EQ(model->boards().size(), 1U);
+}
+
 TEST_F(AppModelBoardsTest, aDamagedSettingsFileAndADamagedBoardAreNamed) {
     scratch.write("config/settings.json", "{");
     scratch.write("data/Boards/half.json", "{");
