@@ -12,6 +12,7 @@
 #include "Vornic/model/Control.h"
 #include "Vornic/platform/KeySource.h"
 #include "Vornic/platform/linux/dbus/LinuxSecureInput.h"
+#include "Vornic/platform/linux/dbus/StatusNotifierTray.h"
 #include "Vornic/platform/linux/dbus/control/DBusRunningCopy.h"
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
 #include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
@@ -25,10 +26,12 @@
 #include "Vornic/runDoctor.h"
 #include "Vornic/runKeys.h"
 #include "Vornic/runSelfTest.h"
+#include "Vornic/views/Presence.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QStandardPaths>
+#include <QTimer>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -78,9 +81,9 @@ AppModel::Options modelOptions(const RunRequest& request) {
 }
 
 /// Becomes the one running copy; false when another one is, which was told of this start. The
-/// self-test looks at this process, whatever else runs.
+/// self-test and the pictures are of this process, whatever else runs.
 bool isTheOnlyCopy(RunningCopy& copy, const RunRequest& request) {
-    if (copy.claim() != RunningCopy::Claim::taken || request.selfTest) {
+    if (copy.claim() != RunningCopy::Claim::taken || request.selfTest || request.snapshot) {
         return true;
     }
     const ControlAnswer answer = copy.ask({"activate"});
@@ -88,11 +91,18 @@ bool isTheOnlyCopy(RunningCopy& copy, const RunRequest& request) {
     return false;
 }
 
+/// Pictures the views once they have settled, and ends the program.
+void takePictures(Views& views, const std::filesystem::path& folder, Log& log,
+                  QCoreApplication& application) {
+    constexpr int settleMillis = 1500;
+    QTimer::singleShot(settleMillis, &views, [&views, folder, &log, &application] {
+        views.snapshot(folder);
+        log.info("Vornic snapshot: saved to " + folder.string());
+        application.quit();
+    });
+}
+
 int run(const RunRequest& request, QCoreApplication& application) {
-    if (request.snapshot) {
-        std::puts("Vornic snapshot: there is nothing to show yet");
-        return EXIT_FAILURE;
-    }
     JournalLog log;
     QuitSignals quit([&application] { application.quit(); });
     MonotonicClock clock;
@@ -117,12 +127,21 @@ int run(const RunRequest& request, QCoreApplication& application) {
     if (const std::string problem = output.problem(); !problem.empty()) {
         return playDemo(request, problem, log);
     }
-    copy.answer([&model, &log](const RunningCopy::Words& words) {
-        return control(model, words, [&log] { log.info("Another start was sent here"); });
+    StatusNotifierTray tray;
+    Presence presence(model, tray, request.hidden || request.selfTest || request.snapshot);
+    presence.views().onQuit = [&application] { application.quit(); };
+    copy.answer([&model, &presence, &log](const RunningCopy::Words& words) {
+        return control(model, words, [&presence, &log] {
+            log.info("Another start was sent here");
+            presence.comeForward();
+        });
     });
     std::optional<RunningSelfTest> selfTest;
     if (request.selfTest) {
         selfTest.emplace(model, platform, request.selfTestMicrophone);
+    }
+    if (request.snapshot) {
+        takePictures(presence.views(), *request.snapshot, log, application);
     }
     const int status = QCoreApplication::exec();
     copy.answer([](const RunningCopy::Words&) { return ControlAnswer{1, "Vornic is ending."}; });
@@ -206,14 +225,29 @@ int print(const PrintRequest& request) {
     return request.status;
 }
 
-/// The self-test needs a window, though none that is seen.
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, bool withWindows) {
+/// Windows need a display: without one, and for commands, there are none. Those of the self-test
+/// and of pictures are not seen.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const RunRequest* run) {
     QCoreApplication::setApplicationName("Vornic");
-    if (!withWindows) {
+    if (run == nullptr || !chooseKeySource(sessionEnvironment()).problem.empty()) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QGuiApplication>(argc, argv);
+    if (run->selfTest || run->snapshot) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    } else if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        // The last one always works: keys are to sound even where no window can be opened.
+        qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+                                       ? "wayland;xcb;offscreen"
+                                       : "xcb;offscreen");
+    }
+    // The views are small and still: drawn by the processor they start sooner, need no driver, and
+    // leave the graphics card asleep.
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
+        qputenv("QT_QUICK_BACKEND", "software");
+    }
+    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    return application;
 }
 
 } // namespace
@@ -224,7 +258,7 @@ int main(int argc, char** argv) {
     const auto request = vornic::readCommandLine(
         arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));
     const auto* const run = std::get_if<vornic::RunRequest>(&request);
-    const auto application = vornic::makeApplication(argc, argv, run != nullptr && run->selfTest);
+    const auto application = vornic::makeApplication(argc, argv, run);
     if (run != nullptr) {
         return vornic::run(*run, *application);
     }

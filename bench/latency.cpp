@@ -79,7 +79,7 @@ class LatencyBench {
     LatencyBench(const std::filesystem::path& programs, const std::filesystem::path& floor) {
         writeClickPack(scratch_.path() / "packs");
         vornic_ = {"vornic",
-                   {programs.string(), "--packs", (scratch_.path() / "packs").string()},
+                   {programs.string(), "--hidden", "--packs", (scratch_.path() / "packs").string()},
                    "Vornic is listening",
                    {},
                    0};

@@ -92,6 +92,7 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     app.add_flag("--selftest-mic", run.selfTestMicrophone,
                  "With --selftest: try the microphone too");
     std::string snapshot;
+    app.add_flag("--hidden", run.hidden, "Open no window; a second start opens the panel");
     app.add_option("--snapshot", snapshot, "Write pictures of the windows into a folder and end")
         ->expected(0, 1);
 

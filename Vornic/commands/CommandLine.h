@@ -38,6 +38,8 @@ struct RunRequest {
     bool selfTestMicrophone = false;
     /// Write pictures of the views into this folder and end.
     std::optional<std::filesystem::path> snapshot;
+    /// No window opens by itself.
+    bool hidden = false;
 };
 
 /// Print `text` and end with `status`: help, version, or what was wrong with the command line.

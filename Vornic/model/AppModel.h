@@ -111,6 +111,8 @@ class AppModel {
     TapState tapState() const { return tapState_; }
     bool onBluetooth() const { return device_.isBluetooth; }
     bool headphones() const { return device_.isHeadphones; }
+    /// What the output device calls itself; empty when there is none.
+    const std::string& outputName() const { return device_.name; }
     const TypingActivity& activity() const { return activity_; }
     const Diagnostics& diagnostics() const { return diagnostics_; }
     /// How long the board that plays took to render, in seconds; absent before the first one has.

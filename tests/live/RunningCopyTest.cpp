@@ -80,11 +80,18 @@ TEST_F(RunningCopyTest, startsWithTheSessionOnceTheUserSaysSo) {
     EXPECT_FALSE(std::filesystem::exists(entry));
 }
 
-TEST_F(RunningCopyTest, aSnapshotHasNothingToShowYetAndWritesNothing) {
-    const Outcome outcome = run({"--snapshot", (scratch / "pictures").string()});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.output, HasSubstr("nothing to show yet"));
-    EXPECT_FALSE(std::filesystem::exists(scratch / "pictures"));
+TEST_F(RunningCopyTest, aSnapshotPicturesTheViewsBesideARunningCopyAndWritesNoUserData) {
+    const auto program = startListening();
+    const auto pictures = scratch / "some" / "pictures";
+    const Outcome outcome = run({"--snapshot", pictures.string(), "--packs", packs().string()});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.output, HasSubstr("Vornic snapshot: saved to " + pictures.string()));
+    for (const char* const view : {"menu-", "simple-", "studio-keys-", "studio-sounds-"}) {
+        for (const char* const appearance : {"light.png", "dark.png"}) {
+            EXPECT_TRUE(std::filesystem::exists(pictures / (std::string(view) + appearance)))
+                << view << appearance;
+        }
+    }
     EXPECT_FALSE(std::filesystem::exists(scratch / "data"));
 }
 

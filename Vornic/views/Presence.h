@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Vornic/model/AppModel.h"
+#include "Vornic/platform/TrayIcon.h"
+#include "Vornic/views/Views.h"
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+namespace vornic {
+
+/// How the program shows itself on the desktop: by an icon in the tray whose click opens the panel,
+/// or, where there is no tray, by the panel as an ordinary window. Main thread.
+class Presence : public QObject {
+  public:
+    /// Both outlive it. `hidden`: no window opens by itself, tray or not.
+    Presence(AppModel& model, TrayIcon& tray, bool hidden);
+
+    Views& views() { return views_; }
+
+    /// Shows the panel: somebody started the program again.
+    void comeForward();
+
+  private:
+    void showState();
+    void showWithoutTray();
+
+    AppModel& model_;
+    TrayIcon& tray_;
+    Views views_;
+    QTimer waitForTray_;
+    QString symbol_;
+    TrayIcon::Picture picture_;
+};
+
+} // namespace vornic

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Vornic/platform/TrayIcon.h"
+
+#include <QString>
+
+namespace vornic {
+
+/// A symbol of the program as the tray shows it: light with a dark rim, so that it stands out on
+/// panels of either kind. `symbol` is the name of a file in "icons".
+TrayIcon::Picture trayPicture(const QString& symbol);
+
+} // namespace vornic

@@ -1,0 +1,212 @@
+#include "Vornic/views/Views.h"
+
+#include "Vornic/views/theme/ThemeObject.h"
+
+#include <QColor>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPalette>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QScreen>
+#include <QTimer>
+#include <algorithm>
+#include <array>
+
+namespace vornic {
+
+namespace {
+
+constexpr int simpleWidth = 640;
+constexpr int studioWidth = 820;
+/// How long a view settles before it is pictured.
+constexpr int settleMillis = 400;
+
+void letRun(int millis) {
+    QEventLoop loop;
+    QTimer::singleShot(millis, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+bool desktopIsDark() {
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+}
+
+} // namespace
+
+Views::Views(AppModel& model) : model_(model), adapter_(model), keys_(model), sounds_(model) {
+    if (words_.load(":/i18n/vornic_en.qm")) {
+        QCoreApplication::installTranslator(&words_);
+    }
+    theme_ = themeOf(engine_);
+    setTheme(desktopIsDark());
+    // One refresh for all changes of one turn of the event loop.
+    model_.onChange = [this] {
+        if (!refreshing_) {
+            refreshing_ = true;
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    refreshing_ = false;
+                    refresh();
+                },
+                Qt::QueuedConnection);
+        }
+    };
+}
+
+Views::~Views() {
+    model_.onChange = [] {};
+}
+
+void Views::refresh() {
+    adapter_.refresh();
+    keys_.refresh();
+    sounds_.refresh();
+    theme_->setProperty("accent", adapter_.accent());
+    Q_EMIT refreshed();
+}
+
+void Views::setTheme(bool dark) {
+    theme_->setProperty("dark", dark);
+    theme_->setProperty("accent", adapter_.accent());
+}
+
+std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& title) {
+    refresh();
+    auto view = std::make_unique<QQuickView>(&engine_, nullptr);
+    QVariantMap properties{{"app", QVariant::fromValue(&adapter_)}};
+    if (file.startsWith("studio/")) {
+        properties["keysEditor"] = QVariant::fromValue(&keys_);
+        properties["soundsEditor"] = QVariant::fromValue(&sounds_);
+    }
+    view->setInitialProperties(properties);
+    view->setTitle(title);
+    view->setResizeMode(QQuickView::SizeRootObjectToView);
+    view->setSource(QUrl("qrc:/qt/qml/Vornic/" + file));
+    QQuickItem* const root = view->rootObject();
+    if (root == nullptr) {
+        qFatal("the view %s cannot be loaded", qPrintable(file));
+    }
+    view->resize(static_cast<int>(root->implicitWidth()), static_cast<int>(root->implicitHeight()));
+    const auto listen = [&](const char* signal, const char* slot) {
+        if (root->metaObject()->indexOfSignal(QMetaObject::normalizedSignature(signal + 1)) >= 0) {
+            connect(root, signal, this, slot);
+        }
+    };
+    listen(SIGNAL(openVornic()), SLOT(openVornic()));
+    listen(SIGNAL(openSettings()), SLOT(openSettings()));
+    listen(SIGNAL(openStudio()), SLOT(openStudio()));
+    listen(SIGNAL(quit()), SLOT(quit()));
+    return view;
+}
+
+void Views::open(std::unique_ptr<QQuickView>& view, const QString& file, const QString& title) {
+    if (!view) {
+        view = make(file, title);
+        view->setMinimumSize({420, 320});
+    }
+    view->show();
+    view->raise();
+    view->requestActivate();
+}
+
+void Views::quit() {
+    onQuit();
+}
+
+void Views::openVornic() {
+    if (model_.advanced()) {
+        openStudio();
+    } else {
+        open(simple_, "simple/SimpleView.qml", "Vornic");
+    }
+}
+
+void Views::openSettings() {
+    open(settings_, "settings/SettingsView.qml", tr("Settings"));
+}
+
+void Views::openStudio() {
+    open(studio_, "studio/StudioView.qml", tr("Studio"));
+}
+
+void Views::makePanel() {
+    if (!panel_) {
+        panel_ = make("panel/Panel.qml", "Vornic");
+        QQuickItem* const root = panel_->rootObject();
+        connect(root, &QQuickItem::implicitHeightChanged, this, [this, root] {
+            panel_->resize(static_cast<int>(root->implicitWidth()),
+                           static_cast<int>(root->implicitHeight()));
+        });
+    }
+}
+
+void Views::togglePanel(QPoint corner) {
+    makePanel();
+    if (panel_->isVisible()) {
+        panel_->hide();
+        return;
+    }
+    panel_->setFlags(Qt::Popup | Qt::FramelessWindowHint);
+    const QScreen* screen = QGuiApplication::screenAt(corner);
+    const QRect space =
+        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    panel_->setPosition(std::clamp(corner.x() - panel_->width() / 2, space.left(),
+                                   std::max(space.left(), space.right() - panel_->width())),
+                        std::clamp(corner.y(), space.top(),
+                                   std::max(space.top(), space.bottom() - panel_->height())));
+    panel_->show();
+    panel_->requestActivate();
+}
+
+void Views::showPanelAsWindow() {
+    makePanel();
+    panel_->setFlags(Qt::Window);
+    panel_->show();
+    panel_->raise();
+    panel_->requestActivate();
+}
+
+void Views::snapshot(const std::filesystem::path& folder) {
+    const QDir place(QString::fromStdString(folder.string()));
+    place.mkpath(".");
+    struct Picture {
+        const char* name;
+        const char* file;
+        int width; // 0: as wide as it wants to be
+        const char* tab;
+    };
+    constexpr std::array pictures{
+        Picture{"menu-", "panel/Panel.qml", 0, ""},
+        Picture{"simple-", "simple/SimpleView.qml", simpleWidth, ""},
+        Picture{"settings-", "settings/SettingsView.qml", 0, ""},
+        Picture{"studio-keys-", "studio/StudioView.qml", studioWidth, "keys"},
+        Picture{"studio-sounds-", "studio/StudioView.qml", studioWidth, "sounds"},
+    };
+    const bool before = theme_->property("dark").toBool();
+    for (const bool dark : {false, true}) {
+        setTheme(dark);
+        for (const Picture& picture : pictures) {
+            if (*picture.tab != '\0') {
+                adapter_.setStudioTab(picture.tab);
+            }
+            const auto view = make(picture.file, {});
+            QQuickItem* const root = view->rootObject();
+            const int width =
+                picture.width > 0 ? picture.width : static_cast<int>(root->implicitWidth());
+            view->resize(width, static_cast<int>(root->implicitHeight()));
+            letRun(settleMillis);
+            view->resize(width, static_cast<int>(root->implicitHeight()));
+            letRun(50);
+            view->grabWindow().save(
+                place.filePath(QString(picture.name) + (dark ? "dark" : "light") + ".png"));
+        }
+    }
+    setTheme(before);
+}
+
+} // namespace vornic

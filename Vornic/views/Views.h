@@ -1,0 +1,80 @@
+#pragma once
+
+#include "Vornic/model/AppModel.h"
+#include "Vornic/views/adapters/ModelAdapter.h"
+#include "Vornic/views/adapters/StudioKeysAdapter.h"
+#include "Vornic/views/adapters/StudioSoundsAdapter.h"
+
+#include <QObject>
+#include <QPoint>
+#include <QQmlEngine>
+#include <QQuickView>
+#include <QTranslator>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+namespace vornic {
+
+/// Every window of the program, each made when it is first opened. Main thread.
+class Views : public QObject {
+    Q_OBJECT
+
+  public:
+    /// `model` outlives it. Takes over the model's `onChange`.
+    explicit Views(AppModel& model);
+    ~Views() override;
+
+    ModelAdapter& adapter() { return adapter_; }
+
+  public Q_SLOTS:
+    /// The Studio where the advanced editor is on, otherwise the simple window.
+    void openVornic();
+    void openSettings();
+    void openStudio();
+    void quit();
+
+  public:
+    /// Opens the panel beside `corner`, a place on the screen, or closes it when it is open.
+    void togglePanel(QPoint corner);
+    /// Opens the panel as an ordinary window: for desktops without a tray.
+    void showPanelAsWindow();
+
+    /// A fresh window with the view of that QML file below "qrc:/qt/qml/Vornic". It must not
+    /// outlive this object.
+    std::unique_ptr<QQuickView> make(const QString& file, const QString& title);
+
+    /// The windows that were opened so far; null before that.
+    const QQuickView* panel() const { return panel_.get(); }
+    const QQuickView* simple() const { return simple_.get(); }
+    const QQuickView* studio() const { return studio_.get(); }
+
+  Q_SIGNALS:
+    /// The views have read the model anew.
+    void refreshed();
+
+  public:
+    std::function<void()> onQuit = [] {};
+
+    /// Pictures of all views, light and dark, as PNG files in `folder`, which is made. Blocks.
+    /// Images that cannot be written are left out.
+    void snapshot(const std::filesystem::path& folder);
+
+  private:
+    void refresh();
+    void open(std::unique_ptr<QQuickView>& view, const QString& file, const QString& title);
+    void makePanel();
+    void setTheme(bool dark);
+
+    AppModel& model_;
+    ModelAdapter adapter_;
+    StudioKeysAdapter keys_;
+    StudioSoundsAdapter sounds_;
+    QTranslator words_;
+    QQmlEngine engine_;
+    QObject* theme_ = nullptr; // the engine's
+    std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_;
+    bool refreshing_ = false;
+};
+
+} // namespace vornic

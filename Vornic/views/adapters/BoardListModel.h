@@ -1,0 +1,45 @@
+#pragma once
+
+#include "VornicCore/board/Board.h"
+
+#include <QAbstractListModel>
+#include <string>
+#include <vector>
+
+namespace vornic {
+
+/// The boards offered, a row each, for the views' lists. Main thread.
+class BoardListModel : public QAbstractListModel {
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+  public:
+    enum Role { boardId = Qt::UserRole, name, description, colour, mine, current };
+
+    explicit BoardListModel(QObject* parent = nullptr) : QAbstractListModel(parent) {}
+
+    /// Shows these boards from now on. Rows are kept where the boards are the same, so that lists
+    /// keep their place while a board is edited.
+    void show(const std::vector<Board>& boards, const std::string& currentId);
+
+    int count() const { return static_cast<int>(rows_.size()); }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+  Q_SIGNALS:
+    void countChanged();
+
+  private:
+    struct Row {
+        std::string id, name, detail, colour;
+        bool mine = false;
+        bool current = false;
+        bool operator==(const Row&) const = default;
+    };
+
+    std::vector<Row> rows_;
+};
+
+} // namespace vornic

@@ -1,0 +1,178 @@
+#include "Vornic/views/adapters/ModelAdapter.h"
+
+#include "Vornic/diagnostics/Diagnostics.h"
+#include "Vornic/keystroke/PreviewPhrase.h"
+#include "Vornic/views/adapters/QmlText.h"
+#include "VornicCore/realtime/Latency.h"
+
+#include <QVariantMap>
+
+namespace vornic {
+
+namespace {
+
+QVariantMap diagnostic(const QString& name, const std::string& value) {
+    return {{"name", name}, {"value", QString::fromStdString(value)}};
+}
+
+} // namespace
+
+ModelAdapter::ModelAdapter(AppModel& model, QObject* parent) : QObject(parent), model_(model) {}
+
+void ModelAdapter::refresh() {
+    boards_.show(model_.boards(), model_.board() ? model_.board()->id : std::string());
+    Q_EMIT changed();
+}
+
+void ModelAdapter::setPermissionHint(const QString& hint) {
+    permissionHint_ = hint;
+    Q_EMIT changed();
+}
+
+QString ModelAdapter::subtitle() const {
+    return QString::fromStdString(model_.statusLine());
+}
+
+QString ModelAdapter::silence() const {
+    const auto reason = model_.silence();
+    return reason ? qmlText(rawString(*reason)) : QString();
+}
+
+QString ModelAdapter::tapState() const {
+    switch (model_.tapState()) {
+    case TapState::listening:
+        return "listening";
+    case TapState::needsRelaunch:
+        return "needsRelaunch";
+    case TapState::needsPermission:
+        break;
+    }
+    return "needsPermission";
+}
+
+QString ModelAdapter::lastError() const {
+    return QString::fromStdString(model_.lastError().value_or(std::string()));
+}
+
+QString ModelAdapter::boardName() const {
+    return model_.board() ? QString::fromStdString(model_.board()->name) : QString();
+}
+
+QString ModelAdapter::studioTab() const {
+    return model_.studio().studioTab == StudioTab::keys ? "keys" : "sounds";
+}
+
+void ModelAdapter::setStudioTab(const QString& tab) {
+    StudioState state = model_.studio();
+    state.studioTab = tab == "sounds" ? StudioTab::sounds : StudioTab::keys;
+    model_.setStudio(state);
+}
+
+void ModelAdapter::renameBoard(const QString& name) {
+    if (model_.board() && name.toStdString() != model_.board()->name) {
+        model_.renameBoard(name.toStdString());
+    }
+}
+
+QColor ModelAdapter::accent() const {
+    const QColor wanted(model_.board() ? QString::fromStdString(model_.board()->colorHex)
+                                       : QString());
+    return wanted.isValid() ? wanted : QColor("#5E5CE6");
+}
+
+bool ModelAdapter::close() const {
+    return model_.stage().placement == Placement::close;
+}
+
+void ModelAdapter::setClose(bool close) {
+    StageSpec stage = model_.stage();
+    stage.placement = close ? Placement::close : Placement::desk;
+    model_.setStage(stage);
+}
+
+QVariantList ModelAdapter::feels() {
+    return qmlOptions<Feel>();
+}
+
+QString ModelAdapter::feel() const {
+    const auto feel = model_.tweaks().feel;
+    return feel ? qmlText(rawString(*feel)) : QString();
+}
+
+void ModelAdapter::setFeel(const QString& feel) {
+    SimpleTweaks tweaks = model_.tweaks();
+    tweaks.feel = caseFromRawString<Feel>(feel.toStdString());
+    model_.setTweaks(tweaks);
+}
+
+void ModelAdapter::setDeeper(double value) {
+    SimpleTweaks tweaks = model_.tweaks();
+    tweaks.deeper = value;
+    model_.setTweaks(tweaks);
+}
+
+void ModelAdapter::setCrisper(double value) {
+    SimpleTweaks tweaks = model_.tweaks();
+    tweaks.crisper = value;
+    model_.setTweaks(tweaks);
+}
+
+QString ModelAdapter::outputKind() const {
+    return qmlText(rawString(model_.outputKind()));
+}
+
+void ModelAdapter::setOutputKind(const QString& kind) {
+    if (const auto wanted = caseFromRawString<OutputKind>(kind.toStdString())) {
+        model_.setOutputKind(*wanted);
+    }
+}
+
+QString ModelAdapter::outputName() const {
+    const std::string& name = model_.outputName();
+    return name.empty() ? tr("No sound output") : QString::fromStdString(name);
+}
+
+QString ModelAdapter::credits() const {
+    QStringList lines;
+    for (const Board& board : model_.boards()) {
+        for (const std::string& credit : board.credits) {
+            lines.append(QString::fromStdString(board.name + ": " + credit));
+        }
+    }
+    lines.removeDuplicates();
+    return lines.join("\n");
+}
+
+QVariantList ModelAdapter::diagnostics() const {
+    const Diagnostics& now = model_.diagnostics();
+    const bool heard = now.keys > 0;
+    const auto millis = [&](double value) {
+        return DiagnosticsText::millis(heard ? std::optional(value) : std::nullopt);
+    };
+    return {
+        diagnostic(tr("Key to app"), millis(now.keyToAppMillis)),
+        diagnostic(tr("Key to app, slowest"), millis(now.keyToAppMaxMillis)),
+        diagnostic(tr("Keys measured"), std::to_string(now.keys)),
+        diagnostic(tr("Output device"), DiagnosticsText::millis(now.deviceMillis)),
+        diagnostic(tr("Output buffer"), DiagnosticsText::frames(now.deviceBuffer)),
+        diagnostic(tr("Sound engine"), DiagnosticsText::engine(now.engineRunning)),
+        diagnostic(tr("Last full render"), DiagnosticsText::millis(now.lastRenderMillis)),
+    };
+}
+
+void ModelAdapter::playPhrase() {
+    model_.keys().type(previewPhrase());
+}
+
+void ModelAdapter::resetLatency() {
+    Latency::reset();
+    model_.refreshState();
+}
+
+void ModelAdapter::askForPermission() {
+    if (onAskForPermission) {
+        onAskForPermission();
+    }
+}
+
+} // namespace vornic

@@ -1,0 +1,139 @@
+#pragma once
+
+#include "Vornic/model/AppModel.h"
+#include "Vornic/views/adapters/BoardListModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QColor>
+#include <QObject>
+#include <QString>
+#include <QVariantList>
+#include <functional>
+
+namespace vornic {
+
+/// The model as the views see it: texts, lists and choices ready to show. Decides nothing. Main
+/// thread.
+class ModelAdapter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program makes it.")
+
+    Q_PROPERTY(bool soundsOn READ soundsOn WRITE setSoundsOn NOTIFY changed)
+    Q_PROPERTY(bool typing READ typing NOTIFY changed)
+    Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
+    /// The reason to be silent by its name, or nothing.
+    Q_PROPERTY(QString silence READ silence NOTIFY changed)
+    /// "listening", "needsPermission" or "needsRelaunch".
+    Q_PROPERTY(QString tapState READ tapState NOTIFY changed)
+    Q_PROPERTY(QString permissionHint READ permissionHint NOTIFY changed)
+    Q_PROPERTY(bool canAskForPermission READ canAskForPermission NOTIFY changed)
+    Q_PROPERTY(QString lastError READ lastError NOTIFY changed)
+
+    Q_PROPERTY(QObject* boards READ boards CONSTANT)
+    Q_PROPERTY(QString boardName READ boardName NOTIFY changed)
+    /// Whether the current board is the user's own.
+    Q_PROPERTY(bool mine READ mine NOTIFY changed)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY changed)
+    Q_PROPERTY(bool canRedo READ canRedo NOTIFY changed)
+    Q_PROPERTY(bool comparing READ comparing WRITE setComparing NOTIFY changed)
+    Q_PROPERTY(QString studioTab READ studioTab WRITE setStudioTab NOTIFY changed)
+    Q_PROPERTY(QColor accent READ accent NOTIFY changed)
+    Q_PROPERTY(bool close READ close WRITE setClose NOTIFY changed)
+    Q_PROPERTY(QVariantList feels READ feels CONSTANT)
+    /// The feel chosen, or nothing for the board's own.
+    Q_PROPERTY(QString feel READ feel WRITE setFeel NOTIFY changed)
+    Q_PROPERTY(double deeper READ deeper WRITE setDeeper NOTIFY changed)
+    Q_PROPERTY(double crisper READ crisper WRITE setCrisper NOTIFY changed)
+
+    Q_PROPERTY(double volume READ volume WRITE setVolume NOTIFY changed)
+    Q_PROPERTY(QString outputKind READ outputKind WRITE setOutputKind NOTIFY changed)
+    Q_PROPERTY(QString outputName READ outputName NOTIFY changed)
+    Q_PROPERTY(bool headphones READ headphones NOTIFY changed)
+    Q_PROPERTY(bool onBluetooth READ onBluetooth NOTIFY changed)
+    Q_PROPERTY(bool advanced READ advanced WRITE setAdvanced NOTIFY changed)
+    Q_PROPERTY(bool quietDuringCalls READ quietDuringCalls WRITE setQuietDuringCalls NOTIFY changed)
+    Q_PROPERTY(QString credits READ credits NOTIFY changed)
+    /// A list of { name, value }.
+    Q_PROPERTY(QVariantList diagnostics READ diagnostics NOTIFY changed)
+
+  public:
+    /// `model` outlives it; call `refresh` whenever it says that it has changed.
+    explicit ModelAdapter(AppModel& model, QObject* parent = nullptr);
+
+    /// Tells the views to read everything anew.
+    void refresh();
+
+    /// What to do about keys that cannot be heard, in a sentence.
+    void setPermissionHint(const QString& hint);
+    /// What "Turn on Input Monitoring…" and "Relaunch" do; without the first the button is absent.
+    std::function<void()> onAskForPermission;
+    std::function<void()> onRelaunch = [] {};
+
+    bool soundsOn() const { return model_.soundsOn(); }
+    void setSoundsOn(bool on) { model_.setSoundsOn(on); }
+    bool typing() const { return model_.activity().typing(); }
+    QString subtitle() const;
+    QString silence() const;
+    QString tapState() const;
+    QString permissionHint() const { return permissionHint_; }
+    bool canAskForPermission() const { return static_cast<bool>(onAskForPermission); }
+    QString lastError() const;
+
+    QObject* boards() { return &boards_; }
+    QString boardName() const;
+    bool mine() const { return model_.board() && !model_.board()->builtIn; }
+    bool canUndo() const { return model_.canUndo(); }
+    bool canRedo() const { return model_.canRedo(); }
+    bool comparing() const { return model_.comparing(); }
+    void setComparing(bool on) { model_.setComparing(on); }
+    QString studioTab() const;
+    void setStudioTab(const QString& tab);
+    QColor accent() const;
+    bool close() const;
+    void setClose(bool close);
+    static QVariantList feels();
+    QString feel() const;
+    void setFeel(const QString& feel);
+    double deeper() const { return model_.tweaks().deeper; }
+    void setDeeper(double value);
+    double crisper() const { return model_.tweaks().crisper; }
+    void setCrisper(double value);
+
+    double volume() const { return model_.volume(); }
+    void setVolume(double volume) { model_.setVolume(volume); }
+    QString outputKind() const;
+    void setOutputKind(const QString& kind);
+    QString outputName() const;
+    bool headphones() const { return model_.headphones(); }
+    bool onBluetooth() const { return model_.onBluetooth(); }
+    bool advanced() const { return model_.advanced(); }
+    void setAdvanced(bool on) { model_.setAdvanced(on); }
+    bool quietDuringCalls() const { return model_.quietDuringCalls(); }
+    void setQuietDuringCalls(bool on) { model_.setQuietDuringCalls(on); }
+    QString credits() const;
+    QVariantList diagnostics() const;
+
+    Q_INVOKABLE void selectBoard(const QString& id) { model_.selectBoard(id.toStdString()); }
+    Q_INVOKABLE void undo() { model_.undo(); }
+    Q_INVOKABLE void redo() { model_.redo(); }
+    Q_INVOKABLE void newBoard() { model_.newBoard(); }
+    Q_INVOKABLE void deleteBoard() { model_.deleteBoard(); }
+    Q_INVOKABLE void renameBoard(const QString& name);
+    Q_INVOKABLE void playPhrase();
+    Q_INVOKABLE void dismissError() { model_.dismissError(); }
+    Q_INVOKABLE void resetLatency();
+    Q_INVOKABLE void askForPermission();
+    Q_INVOKABLE void relaunch() { onRelaunch(); }
+
+  Q_SIGNALS:
+    void changed();
+
+  private:
+    AppModel& model_;
+    BoardListModel boards_;
+    QString permissionHint_;
+};
+
+} // namespace vornic

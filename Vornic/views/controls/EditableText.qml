@@ -1,0 +1,31 @@
+// A name that can be typed over.
+import QtQuick
+import QtQuick.Controls.Basic
+import Vornic
+
+TextField {
+    id: field
+
+    property string name: ""
+    signal committed(string value)
+
+    implicitHeight: Theme.control
+    leftPadding: 6
+    rightPadding: 6
+    color: Theme.text
+    selectionColor: Theme.accent
+    selectedTextColor: Theme.accentInk
+    font.pixelSize: Theme.title
+    font.weight: Font.DemiBold
+    hoverEnabled: true
+    maximumLength: 120
+    Accessible.name: name
+    // Typed over, it no longer follows the model: committed or given up, it does again.
+    onEditingFinished: if (text.trim() !== "") committed(text.trim())
+
+    background: Rectangle {
+        radius: Theme.radius - 2
+        color: field.activeFocus ? Theme.surface : "transparent"
+        border.color: field.activeFocus ? Theme.focus : field.hovered ? Theme.line : "transparent"
+    }
+}

@@ -1,0 +1,40 @@
+// What went wrong last, until it is read.
+import QtQuick
+import QtQuick.Layouts
+import Vornic
+
+Rectangle {
+    id: line
+
+    property string text: ""
+    signal dismissed()
+
+    visible: text !== ""
+    implicitHeight: row.implicitHeight + 16
+    radius: Theme.radius
+    color: Theme.surface
+    border.color: Theme.warning
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: text
+
+    RowLayout {
+        id: row
+        anchors.fill: parent
+        anchors.margins: 8
+        spacing: Theme.gap
+        Symbol {
+            symbol: "warning"
+            color: Theme.warning
+        }
+        Label {
+            Layout.fillWidth: true
+            text: line.text
+        }
+        PushButton {
+            symbol: "close"
+            implicitHeight: 24
+            Accessible.name: qsTr("Dismiss")
+            onClicked: line.dismissed()
+        }
+    }
+}

@@ -1,0 +1,47 @@
+// A button with a text, a symbol, or both.
+import QtQuick
+import QtQuick.Controls.Basic
+import Vornic
+
+Button {
+    id: button
+
+    property string symbol: ""
+    property bool prominent: false
+    readonly property color ink: prominent ? Theme.accentInk : Theme.text
+
+    implicitHeight: Theme.control
+    leftPadding: text === "" ? 6 : 12
+    rightPadding: leftPadding
+    spacing: 6
+    font.pixelSize: Theme.body
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
+    Accessible.name: text
+    ToolTip.delay: 600
+    ToolTip.visible: hovered && ToolTip.text !== ""
+
+    contentItem: Row {
+        spacing: button.spacing
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: button.symbol !== ""
+            symbol: button.symbol === "" ? "check" : button.symbol
+            color: button.ink
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: button.text !== ""
+            text: button.text
+            font: button.font
+            color: button.ink
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: button.prominent ? (button.down ? Qt.darker(Theme.accent, 1.15) : Theme.accent)
+             : button.down ? Theme.track : button.hovered ? Theme.hover : Theme.surface
+        border.color: button.prominent ? "transparent" : Theme.line
+        FocusRing { control: button }
+    }
+}

@@ -1,0 +1,40 @@
+// A switch: on or off, at once.
+import QtQuick
+import QtQuick.Controls.Basic
+import Vornic
+
+Switch {
+    id: toggle
+
+    implicitWidth: 44
+    implicitHeight: 26
+    padding: 0
+    hoverEnabled: true
+    ToolTip.delay: 600
+    ToolTip.visible: hovered && ToolTip.text !== ""
+
+    indicator: Rectangle {
+        width: 44
+        height: 26
+        radius: height / 2
+        color: toggle.checked ? Theme.accent : Theme.track
+        border.color: toggle.checked ? Theme.line : Theme.secondary
+        border.width: 1
+        Behavior on color { ColorAnimation { duration: Theme.quick } }
+
+        Rectangle {
+            x: toggle.checked ? parent.width - width - 3 : 3
+            anchors.verticalCenter: parent.verticalCenter
+            width: 20
+            height: 20
+            radius: 10
+            color: toggle.checked ? Theme.accentInk : Theme.secondary
+            Behavior on x { NumberAnimation { duration: Theme.quick } }
+        }
+        FocusRing {
+            control: toggle
+            radius: height / 2
+        }
+    }
+    contentItem: Item {}
+}

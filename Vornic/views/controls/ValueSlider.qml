@@ -1,0 +1,48 @@
+// A value between two ends, by mouse, wheel and arrow keys.
+import QtQuick
+import QtQuick.Controls.Basic
+import Vornic
+
+Slider {
+    id: slider
+
+    // Where the filled part of the groove begins: the lower end, or the middle.
+    property real origin: from
+    readonly property real start: (origin - from) / (to - from)
+
+    implicitHeight: Theme.control
+    implicitWidth: 160
+    stepSize: (to - from) / 20
+    snapMode: Slider.NoSnap
+    wheelEnabled: true
+    hoverEnabled: true
+
+    background: Rectangle {
+        x: slider.leftPadding
+        y: slider.topPadding + slider.availableHeight / 2 - height / 2
+        width: slider.availableWidth
+        height: 4
+        radius: 2
+        color: Theme.track
+        Rectangle {
+            x: Math.min(slider.start, slider.visualPosition) * parent.width
+            width: Math.abs(slider.visualPosition - slider.start) * parent.width
+            height: parent.height
+            radius: 2
+            color: Theme.accent
+        }
+    }
+    handle: Rectangle {
+        x: slider.leftPadding + slider.visualPosition * (slider.availableWidth - width)
+        y: slider.topPadding + slider.availableHeight / 2 - height / 2
+        width: 18
+        height: 18
+        radius: 9
+        color: Theme.raised
+        border.color: slider.hovered || slider.pressed ? Theme.text : Theme.secondary
+        FocusRing {
+            control: slider
+            radius: height / 2
+        }
+    }
+}

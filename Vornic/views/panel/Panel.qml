@@ -1,0 +1,124 @@
+// The everyday choices, one below the other: opened from the tray.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+FocusScope {
+    id: panel
+
+    required property ModelAdapter app
+    signal openVornic()
+    signal openSettings()
+    signal quit()
+
+    focus: true
+    implicitWidth: 340
+    implicitHeight: column.implicitHeight + 2 * Theme.margin
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
+    }
+
+    ColumnLayout {
+        id: column
+        anchors.fill: parent
+        anchors.margins: Theme.margin
+        spacing: 12
+
+        RowLayout {
+            spacing: Theme.gap
+            ColumnLayout {
+                Layout.fillWidth: true
+                spacing: 2
+                RowLayout {
+                    spacing: Theme.gap
+                    Label {
+                        text: "Vornic"
+                        font.pixelSize: Theme.title
+                        font.weight: Font.Bold
+                        Accessible.role: Accessible.Heading
+                    }
+                    Lamp { lit: panel.app.typing }
+                }
+                Label {
+                    Layout.fillWidth: true
+                    text: panel.app.subtitle
+                    secondary: true
+                }
+            }
+            Toggle {
+                checked: panel.app.soundsOn
+                focus: true
+                Accessible.name: ToolTip.text
+                ToolTip.text: qsTr("Sounds on or off (⌥⌘K)")
+                onToggled: panel.app.soundsOn = checked
+            }
+        }
+
+        StatusLine {
+            Layout.fillWidth: true
+            app: panel.app
+        }
+        PermissionBlock {
+            Layout.fillWidth: true
+            app: panel.app
+        }
+        ErrorLine {
+            Layout.fillWidth: true
+            text: panel.app.lastError
+            onDismissed: panel.app.dismissError()
+        }
+
+        SectionTitle { text: qsTr("Keyboard") }
+        BoardList {
+            Layout.fillWidth: true
+            boards: panel.app.boards
+            onPicked: id => panel.app.selectBoard(id)
+        }
+        Label {
+            Layout.fillWidth: true
+            visible: panel.app.boards.count === 0
+            text: qsTr("No sound pack was found. Install the package bucklespring-data, then start Vornic again.")
+            secondary: true
+        }
+
+        SectionTitle { text: qsTr("Where it sits") }
+        PlacementChoice {
+            Layout.fillWidth: true
+            app: panel.app
+        }
+
+        OutputLine {
+            Layout.fillWidth: true
+            app: panel.app
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            implicitHeight: 1
+            color: Theme.line
+        }
+        RowLayout {
+            spacing: Theme.gap
+            PushButton {
+                text: qsTr("Open Vornic…")
+                onClicked: panel.openVornic()
+            }
+            PushButton {
+                text: qsTr("Settings")
+                onClicked: panel.openSettings()
+            }
+            Item { Layout.fillWidth: true }
+            PushButton {
+                text: qsTr("Quit")
+                onClicked: panel.quit()
+            }
+        }
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: panel.quit()
+    }
+}

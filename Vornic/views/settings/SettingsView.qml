@@ -1,0 +1,118 @@
+// Options and diagnostics.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+FocusScope {
+    id: view
+
+    required property ModelAdapter app
+    signal openStudio()
+
+    focus: true
+    implicitWidth: 560
+    implicitHeight: Math.min(column.implicitHeight + 48, 720)
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
+    }
+
+    Flickable {
+        id: flickable
+        anchors.fill: parent
+        contentHeight: column.implicitHeight + 48
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        ScrollBar.vertical: ScrollBar {}
+
+        ColumnLayout {
+            id: column
+            x: 24
+            y: 24
+            width: flickable.width - 48
+            spacing: 16
+
+            Card {
+                Layout.fillWidth: true
+                SettingRow {
+                    Layout.fillWidth: true
+                    title: qsTr("Show the advanced editor")
+                    note: qsTr("Build keyboards part by part, shape every sound and give single keys their own sound. \"Open Vornic…\" opens the Studio instead of the simple window.")
+                    checked: view.app.advanced
+                    onToggled: on => view.app.advanced = on
+                }
+                PushButton {
+                    text: qsTr("Open Studio")
+                    onClicked: view.openStudio()
+                }
+            }
+            Card {
+                Layout.fillWidth: true
+                SettingRow {
+                    Layout.fillWidth: true
+                    title: qsTr("Go quiet when the microphone is on")
+                    note: qsTr("Calls use the microphone. On speakers, key sounds would otherwise go into the call.")
+                    checked: view.app.quietDuringCalls
+                    onToggled: on => view.app.quietDuringCalls = on
+                }
+                RowLayout {
+                    Label {
+                        Layout.fillWidth: true
+                        text: qsTr("Mute or unmute")
+                    }
+                    Label {
+                        text: qsTr("⌥⌘K")
+                        secondary: true
+                    }
+                }
+            }
+            Card {
+                Layout.fillWidth: true
+                Label { text: qsTr("Sound comes out of") }
+                Choice {
+                    Layout.fillWidth: true
+                    name: qsTr("Sound comes out of")
+                    options: [
+                        { value: "auto", text: qsTr("Automatic") },
+                        { value: "headphones", text: qsTr("Headphones") },
+                        { value: "speakers", text: qsTr("Speakers") }
+                    ]
+                    value: view.app.outputKind
+                    onPicked: v => view.app.outputKind = v
+                }
+                Label {
+                    Layout.fillWidth: true
+                    text: qsTr("Vornic places keys outside your head only on earphones. Automatic works it out; choose by hand if a Bluetooth speaker is treated as earphones.")
+                    secondary: true
+                    font.pixelSize: Theme.small
+                }
+            }
+            Card {
+                Layout.fillWidth: true
+                PushButton {
+                    text: credits.visible ? qsTr("Hide sound credits") : qsTr("Sound credits…")
+                    onClicked: credits.visible = !credits.visible
+                }
+                Label {
+                    id: credits
+                    Layout.fillWidth: true
+                    visible: false
+                    text: view.app.credits
+                    secondary: true
+                }
+                PushButton {
+                    visible: view.app.canAskForPermission
+                    text: qsTr("Turn on Input Monitoring…")
+                    onClicked: view.app.askForPermission()
+                }
+            }
+            SectionTitle { text: qsTr("Diagnostics") }
+            DiagnosticsCard {
+                Layout.fillWidth: true
+                app: view.app
+            }
+        }
+    }
+}

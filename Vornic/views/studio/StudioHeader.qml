@@ -1,0 +1,82 @@
+// The board's name and whose it is, and what applies to the whole board.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+RowLayout {
+    id: header
+
+    required property ModelAdapter app
+    signal exportBoard()
+    signal importBoard()
+
+    spacing: Theme.gap
+    ColumnLayout {
+        spacing: 2
+        RowLayout {
+            spacing: Theme.gap
+            EditableText {
+                Layout.maximumWidth: 320
+                text: header.app.boardName
+                name: qsTr("Name of the board")
+                onCommitted: value => header.app.renameBoard(value)
+            }
+            YoursTag { visible: header.app.mine }
+        }
+        Label {
+            visible: !header.app.mine && header.app.boardName !== ""
+            text: qsTr("Built in · editing makes your own copy")
+            secondary: true
+            font.pixelSize: Theme.small
+        }
+    }
+    Item { Layout.fillWidth: true }
+    PushButton {
+        symbol: "undo"
+        enabled: header.app.canUndo
+        Accessible.name: qsTr("Undo")
+        ToolTip.text: qsTr("Undo")
+        onClicked: header.app.undo()
+    }
+    PushButton {
+        symbol: "redo"
+        enabled: header.app.canRedo
+        Accessible.name: qsTr("Redo")
+        ToolTip.text: qsTr("Redo")
+        onClicked: header.app.redo()
+    }
+    PushButton {
+        text: qsTr("A / B")
+        checkable: true
+        checked: header.app.comparing
+        prominent: checked
+        ToolTip.text: qsTr("Hold the version you started with up against your changes")
+        Accessible.description: ToolTip.text
+        onClicked: header.app.comparing = checked
+    }
+    PushButton {
+        symbol: "plus"
+        Accessible.name: qsTr("New board")
+        ToolTip.text: qsTr("New board")
+        onClicked: header.app.newBoard()
+    }
+    PushButton {
+        symbol: "trash"
+        enabled: header.app.mine
+        Accessible.name: qsTr("Delete board")
+        ToolTip.text: qsTr("Delete board")
+        onClicked: header.app.deleteBoard()
+    }
+    PushButton {
+        text: qsTr("Import…")
+        onClicked: header.importBoard()
+    }
+    PushButton {
+        symbol: "export"
+        text: qsTr("Export…")
+        ToolTip.text: qsTr("Save this board as a .vornic file you can send to someone")
+        Accessible.description: ToolTip.text
+        onClicked: header.exportBoard()
+    }
+}

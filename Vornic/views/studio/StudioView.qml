@@ -1,0 +1,70 @@
+// Builds boards part by part: which key plays what, and how each sound is made.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+FocusScope {
+    id: view
+
+    required property ModelAdapter app
+    required property StudioKeysAdapter keysEditor
+    required property StudioSoundsAdapter soundsEditor
+    signal exportBoard()
+    signal importBoard()
+
+    focus: true
+    implicitWidth: 820
+    implicitHeight: 800
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 20
+        spacing: 14
+
+        StudioHeader {
+            Layout.fillWidth: true
+            app: view.app
+            onExportBoard: view.exportBoard()
+            onImportBoard: view.importBoard()
+        }
+        ErrorLine {
+            Layout.fillWidth: true
+            text: view.app.lastError
+            onDismissed: view.app.dismissError()
+        }
+        Choice {
+            Layout.alignment: Qt.AlignHCenter
+            implicitWidth: 260
+            name: qsTr("Studio")
+            options: [{ value: "keys", text: qsTr("Keys") }, { value: "sounds", text: qsTr("Sounds") }]
+            value: view.app.studioTab
+            onPicked: v => view.app.studioTab = v
+        }
+        KeysTab {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            visible: view.app.studioTab === "keys"
+            keysEditor: view.keysEditor
+        }
+        SoundsTab {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            visible: view.app.studioTab === "sounds"
+            soundsEditor: view.soundsEditor
+        }
+    }
+    Shortcut {
+        sequences: [StandardKey.Undo]
+        onActivated: view.app.undo()
+    }
+    Shortcut {
+        sequences: [StandardKey.Redo]
+        onActivated: view.app.redo()
+    }
+}

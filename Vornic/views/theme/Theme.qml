@@ -1,0 +1,45 @@
+// Sizes, colours and type, named once. The accent is the current board's colour.
+pragma Singleton
+import QtQuick
+
+QtObject {
+    property bool dark: false
+    property color accent: "#5E5CE6"
+
+    readonly property color window: dark ? "#1C1C1F" : "#F4F4F6"
+    readonly property color surface: dark ? "#28282C" : "#FFFFFF"
+    readonly property color raised: dark ? "#505058" : "#FFFFFF"
+    readonly property color track: dark ? "#333338" : "#DEDEE3"
+    readonly property color hover: dark ? "#323237" : "#ECECF0"
+    readonly property color line: dark ? "#3C3C42" : "#DCDCE1"
+    readonly property color text: dark ? "#F4F4F6" : "#1B1B1F"
+    readonly property color secondary: dark ? "#B0B0B8" : "#5F5F68"
+    readonly property color warning: dark ? "#FFB84D" : "#8F4E00"
+    readonly property color focus: dark ? "#8AB4FF" : "#1A5FD0"
+
+    // Accents come in any brightness: what stands on one is black or white, whichever reads better.
+    readonly property color accentInk: luminance(accent) > 0.18 ? "#000000" : "#FFFFFF"
+
+    readonly property int small: 12
+    readonly property int body: 14
+    readonly property int title: 16
+    readonly property int heading: 22
+
+    readonly property int gap: 8
+    readonly property int margin: 16
+    readonly property int radius: 8
+    readonly property int control: 30
+
+    readonly property int quick: 120
+
+    // Sounds of a board tell themselves apart by these, in turn.
+    function soundColour(index) {
+        return ["#5E8BFF", "#FF9F40", "#3CC58B", "#C77DFF", "#FF6B8B", "#2BB7C9", "#D0B000", "#9A8C7C"][index % 8];
+    }
+
+    // Relative luminance, 0 to 1 (WCAG 2.1).
+    function luminance(c) {
+        const linear = v => v <= 0.04045 ? v / 12.92 : Math.pow((v + 0.055) / 1.055, 2.4);
+        return 0.2126 * linear(c.r) + 0.7152 * linear(c.g) + 0.0722 * linear(c.b);
+    }
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QObject>
+#include <QQmlEngine>
+
+namespace vornic {
+
+/// The theme that all views of `engine` share, from Theme.qml; lives as long as the engine. Makes
+/// the views' types known to the engine.
+QObject* themeOf(QQmlEngine& engine);
+
+} // namespace vornic

@@ -1,0 +1,90 @@
+#include "Vornic/views/Presence.h"
+
+#include "Vornic/views/TrayPicture.h"
+#include "tests/Vornic/views/ViewsFixture.h"
+
+#include <algorithm>
+
+namespace vornic {
+namespace {
+
+class FakeTray final : public TrayIcon {
+  public:
+    bool visible() const override { return shown; }
+    void show(const Picture& picture, const std::string& line) override {
+        now = picture;
+        text = line;
+    }
+
+    bool shown = true;
+    Picture now;
+    std::string text;
+};
+
+class PresenceTest : public ViewsFixture {
+  protected:
+    void SetUp() override {
+        ViewsFixture::SetUp();
+        views.reset();
+    }
+    FakeTray tray;
+};
+
+TEST_F(PresenceTest, theIconShowsListeningQuietAndCannotHear) {
+    Presence presence(*model, tray, true);
+    settle();
+    EXPECT_EQ(tray.now, trayPicture("keyboard"));
+    EXPECT_EQ(tray.text, "Vornic: Buckling Spring · On the desk");
+    model->setSoundsOn(false);
+    settle();
+    EXPECT_EQ(tray.now, trayPicture("keyboard-off"));
+    EXPECT_EQ(tray.text, "Vornic: Off · keys are silent");
+    tap.allowed = false;
+    scheduler.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(eventually([&] {
+        settle();
+        return tray.now == trayPicture("warning");
+    }));
+}
+
+TEST_F(PresenceTest, everyStateLooksDifferent) {
+    const std::vector pictures{trayPicture("keyboard"), trayPicture("keyboard-off"),
+                               trayPicture("warning"), trayPicture("mic"), trayPicture("lock")};
+    for (std::size_t one = 0; one < pictures.size(); ++one) {
+        EXPECT_TRUE(std::ranges::any_of(pictures[one].argb, [](auto byte) { return byte > 0; }));
+        for (std::size_t other = one + 1; other < pictures.size(); ++other) {
+            EXPECT_NE(pictures[one], pictures[other]) << one << " " << other;
+        }
+    }
+}
+
+TEST_F(PresenceTest, aClickOnTheIconOpensThePanelAndAnotherClosesIt) {
+    Presence presence(*model, tray, true);
+    tray.onActivate(300, 20);
+    ASSERT_NE(presence.views().panel(), nullptr);
+    EXPECT_TRUE(presence.views().panel()->isVisible());
+    tray.onActivate(300, 20);
+    EXPECT_FALSE(presence.views().panel()->isVisible());
+}
+
+TEST_F(PresenceTest, withoutATrayThePanelIsAWindow) {
+    tray.shown = false;
+    Presence presence(*model, tray, false);
+    EXPECT_TRUE(waitFor([&] {
+        settle();
+        return presence.views().panel() != nullptr && presence.views().panel()->isVisible();
+    }));
+}
+
+TEST_F(PresenceTest, hiddenItOpensNothingUntilItIsStartedAgain) {
+    tray.shown = false;
+    Presence presence(*model, tray, true);
+    settle();
+    EXPECT_EQ(presence.views().panel(), nullptr);
+    presence.comeForward();
+    ASSERT_NE(presence.views().panel(), nullptr);
+    EXPECT_TRUE(presence.views().panel()->isVisible());
+}
+
+} // namespace
+} // namespace vornic

@@ -1,0 +1,96 @@
+#include "tests/Vornic/views/ViewsFixture.h"
+
+#include <QImage>
+#include <string>
+
+namespace vornic {
+namespace {
+
+using ViewsTest = ViewsFixture;
+
+TEST_F(ViewsTest, picturesEveryViewLightAndDark) {
+    const auto folder = scratch / "a" / "pictures";
+    views->snapshot(folder);
+    for (const char* const view : {"menu-", "simple-", "studio-keys-", "studio-sounds-"}) {
+        QImage pictures[2];
+        for (const bool dark : {false, true}) {
+            const auto file = folder / (std::string(view) + (dark ? "dark" : "light") + ".png");
+            ASSERT_TRUE(pictures[dark].load(QString::fromStdString(file.string()))) << file;
+            const bool brightGround = pictures[dark].pixelColor(2, 2).lightness() > 128;
+            EXPECT_NE(brightGround, dark) << file;
+        }
+        EXPECT_EQ(pictures[0].size(), pictures[1].size());
+    }
+    const auto width = [&](const char* name) {
+        return QImage(QString::fromStdString((folder / name).string())).width();
+    };
+    EXPECT_EQ(width("simple-light.png"), 640);
+    EXPECT_EQ(width("studio-keys-light.png"), 820);
+    EXPECT_EQ(width("studio-sounds-light.png"), 820);
+}
+
+TEST_F(ViewsTest, theSwitchOfThePanelTurnsTheSoundsOff) {
+    const auto panel = views->make("panel/Panel.qml", "");
+    showActive(*panel);
+    ASSERT_TRUE(model->soundsOn());
+    // The switch has the keyboard when the panel opens.
+    QTest::keyClick(panel.get(), Qt::Key_Space);
+    EXPECT_FALSE(model->soundsOn());
+    settle();
+    EXPECT_NE(find(panel->rootObject(), "Off · keys are silent"), nullptr);
+}
+
+TEST_F(ViewsTest, thePanelTellsWhereTheKeyboardSitsAndChangesIt) {
+    const auto panel = views->make("panel/Panel.qml", "");
+    panel->show();
+    settle();
+    EXPECT_NE(find(panel->rootObject(), "Buckling Spring · On the desk"), nullptr);
+    click(find(panel->rootObject(), "Close"));
+    settle();
+    EXPECT_EQ(model->stage().placement, Placement::close);
+    EXPECT_NE(find(panel->rootObject(), "Buckling Spring · Close"), nullptr);
+}
+
+TEST_F(ViewsTest, thePanelSaysWhenKeysCannotBeHeard) {
+    const auto panel = views->make("panel/Panel.qml", "");
+    panel->show();
+    settle();
+    EXPECT_NE(find(panel->rootObject(), "Listening"), nullptr);
+    tap.allowed = false;
+    scheduler.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(eventually([&] {
+        settle();
+        return find(panel->rootObject(), "Can't hear your keys") != nullptr;
+    }));
+    EXPECT_EQ(find(panel->rootObject(), "Listening"), nullptr);
+}
+
+TEST_F(ViewsTest, wordsWhatOnlyAnotherSystemHasForThisOne) {
+    const auto settings = views->make("settings/SettingsView.qml", "");
+    EXPECT_NE(find(settings->rootObject(), "Alt+Super+K"), nullptr);
+    EXPECT_EQ(find(settings->rootObject(), "⌥⌘K"), nullptr);
+}
+
+TEST_F(ViewsTest, theAdvancedEditorDecidesWhatOpens) {
+    views->openVornic();
+    EXPECT_NE(views->simple(), nullptr);
+    EXPECT_EQ(views->studio(), nullptr);
+    model->setAdvanced(true);
+    views->openVornic();
+    EXPECT_NE(views->studio(), nullptr);
+}
+
+TEST_F(ViewsTest, theStudioSaysWhoseTheBoardIs) {
+    const auto studio = views->make("studio/StudioView.qml", "");
+    studio->show();
+    settle();
+    EXPECT_NE(find(studio->rootObject(), "Built in · editing makes your own copy"), nullptr);
+    EXPECT_EQ(find(studio->rootObject(), "Yours"), nullptr);
+    model->edit([](Board& board) { board.stabs.rattle = 0.5; });
+    settle();
+    EXPECT_EQ(find(studio->rootObject(), "Built in · editing makes your own copy"), nullptr);
+    EXPECT_NE(find(studio->rootObject(), "Yours"), nullptr);
+}
+
+} // namespace
+} // namespace vornic
