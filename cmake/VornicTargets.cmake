@@ -9,11 +9,11 @@ function(vornic_library name)
                           PRIVATE vornic_warnings ${ARG_PRIVATE_LIBRARIES})
 endfunction()
 
-# vornic_test(NAME SOURCES ... LIBRARIES ... [LIVE] [THREADS] [ENVIRONMENT]): one test program per folder, every
-# test of it known to ctest by name. LIVE tests need a sound server and a display, which ./dev test
-# gives them (tests/support/private-desktop); they run alone, since they share both. THREADS marks
-# tests of what threads share, for ThreadSanitizer. ENVIRONMENT is one VARIABLE=value that the tests
-# run with.
+# vornic_test(NAME SOURCES ... LIBRARIES ... [LIVE] [THREADS] [ENVIRONMENT VARIABLE=value]): one test
+# program per folder, every test of it known to ctest by name. LIVE tests need a sound server and a
+# display, which ./dev test gives them (tests/support/private-desktop); they run alone, since they
+# share both. THREADS marks tests of what threads share, for ThreadSanitizer. The tests run with
+# ENVIRONMENT's variable.
 function(vornic_test name)
     cmake_parse_arguments(ARG "LIVE;THREADS" "ENVIRONMENT" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})

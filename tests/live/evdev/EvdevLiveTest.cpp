@@ -1,26 +1,21 @@
-// Keyboards of the kernel as libevdev, libudev and the whole program see them.
+// Keyboards of the kernel as libevdev and libudev see them.
 
 #include "Vornic/platform/linux/evdev/EvdevKeyTap.h"
 #include "Vornic/platform/linux/evdev/UdevInputDevices.h"
 #include "Vornic/platform/linux/system/MonotonicClock.h"
-#include "tests/live/ChildProcess.h"
 #include "tests/live/evdev/MockKeyboards.h"
-#include "tests/support/ClickPack.h"
-#include "tests/support/ScratchFolder.h"
 #include "tests/support/WaitFor.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 
-#include <csignal>
 #include <vector>
 
 namespace vornic {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 /// A tap that reads emulated keyboards on the test's own thread.
@@ -134,31 +129,6 @@ TEST_F(EvdevLiveTest, hearsNothingOnceStopped) {
     type(5, KEY_A);
     tap.dispatch();
     EXPECT_THAT(pressed, IsEmpty());
-}
-
-TEST_F(EvdevLiveTest, theWholeProgramHearsAWaylandSession) {
-    const ScratchFolder scratch;
-    const std::string log = scratch / "vornic.log";
-    writeClickPack(scratch / "packs");
-    keyboards.plug(5);
-    ChildProcess program({VORNIC_PROGRAM, "--packs", scratch / "packs"},
-                         {{"WAYLAND_DISPLAY", "wayland-9"}, {"DISPLAY", ""}}, log);
-    const auto says = [&log](const std::string& text) {
-        return waitFor([&] { return readBytes(log).find(text) != std::string::npos; });
-    };
-    ASSERT_TRUE(says("1 of 1 keyboard")) << readBytes(log);
-    for (const auto& [code, value] : {std::pair{KEY_LEFTALT, 1},
-                                      {KEY_LEFTMETA, 1},
-                                      {KEY_K, 1},
-                                      {KEY_K, 0},
-                                      {KEY_LEFTMETA, 0},
-                                      {KEY_LEFTALT, 0}}) {
-        keyboards.send(5, static_cast<std::uint16_t>(code), value, clock.nanos());
-    }
-    EXPECT_TRUE(says("keys are silent")) << readBytes(log);
-    program.end(SIGTERM);
-    // The combination itself sounds: the third key switches the sounds off after it was played.
-    EXPECT_THAT(readBytes(log), HasSubstr("Voices started: 3,"));
 }
 
 } // namespace
