@@ -19,7 +19,7 @@ class AutostartCommandLine {
 
   private:
     CLI::App* command_;
-    std::string state_;
+    std::string change_;
 };
 
 } // namespace vornic

@@ -74,9 +74,9 @@ TEST_F(RunningCopyTest, theSelfTestLooksAtItsOwnProcessWhateverElseRuns) {
 TEST_F(RunningCopyTest, startsWithTheSessionOnceTheUserSaysSo) {
     const auto entry = scratch / "config/autostart/vornic.desktop";
     EXPECT_EQ(run({"autostart"}).output, "off\n");
-    EXPECT_EQ(run({"autostart", "on"}).output, "on\n");
+    EXPECT_EQ(run({"autostart", "enable"}).output, "on\n");
     EXPECT_THAT(readBytes(entry), HasSubstr(std::string("Exec=\"") + VORNIC_PROGRAM + "\""));
-    EXPECT_EQ(run({"autostart", "off"}).output, "off\n");
+    EXPECT_EQ(run({"autostart", "disable"}).output, "off\n");
     EXPECT_FALSE(std::filesystem::exists(entry));
 }
 
