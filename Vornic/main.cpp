@@ -245,6 +245,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const 
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) {
         qputenv("QT_QUICK_BACKEND", "software");
     }
+    // The toolkit's threads start with it.
+    QuitSignals::block();
     auto application = std::make_unique<QGuiApplication>(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     return application;

@@ -8,15 +8,27 @@
 
 namespace vornic {
 
-QuitSignals::QuitSignals(std::function<void()> quit) {
+namespace {
+
+sigset_t quitSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         sigaddset(&signals, signal);
     }
-    // Blocked before any other thread starts, so that every thread inherits the mask and the
-    // signals only ever arrive through the descriptor.
+    return signals;
+}
+
+} // namespace
+
+void QuitSignals::block() {
+    const sigset_t signals = quitSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+QuitSignals::QuitSignals(std::function<void()> quit) {
+    block();
+    const sigset_t signals = quitSignals();
     descriptor_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
     if (descriptor_ < 0) {
         return;

@@ -11,6 +11,10 @@ namespace vornic {
 /// thread, so that the program ends in order. One per process.
 class QuitSignals {
   public:
+    /// Keeps the signals from ending the program. To be called before any thread starts, so that
+    /// every thread inherits it and the signals only ever arrive here.
+    static void block();
+
     explicit QuitSignals(std::function<void()> quit);
     QuitSignals(const QuitSignals&) = delete;
     QuitSignals& operator=(const QuitSignals&) = delete;
