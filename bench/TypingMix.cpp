@@ -66,6 +66,7 @@ TypingMix mixTyping(const std::vector<std::vector<float>>& presses,
                     const TypingConditions& conditions) {
     SplitMix64 random(conditions.seed);
     std::vector<double> loudness;
+    loudness.reserve(presses.size());
     for (const auto& press : presses) {
         loudness.push_back(rmsOf(press, strike));
     }

@@ -37,6 +37,7 @@ struct Detector {
 
 std::vector<double> startsOf(const std::vector<Stroke>& strokes) {
     std::vector<double> starts;
+    starts.reserve(strokes.size());
     for (const Stroke& stroke : strokes) {
         starts.push_back(stroke.start);
     }

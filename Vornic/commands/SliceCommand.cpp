@@ -34,15 +34,16 @@ void makeFolder(const std::filesystem::path& folder) {
     }
 }
 
-std::vector<std::filesystem::path>
-writeStrokes(const SliceRequest& request, std::vector<Stroke> strokes, const SliceReport& report) {
-    makeFolder(*request.out);
+std::vector<std::filesystem::path> writeStrokes(const std::filesystem::path& folder, bool all,
+                                                std::vector<Stroke> strokes,
+                                                const SliceReport& report) {
+    makeFolder(folder);
     std::vector<std::filesystem::path> files;
     for (std::size_t i = 0; i < strokes.size(); ++i) {
-        if (!request.all && !report.strokes[i].rank) {
+        if (!all && !report.strokes[i].rank) {
             continue;
         }
-        const std::filesystem::path file = *request.out / fileName(i + 1, strokes.size());
+        const std::filesystem::path file = folder / fileName(i + 1, strokes.size());
         if (!writeWAV(Slicer::finish(std::move(strokes[i].samples)), file)) {
             throw std::runtime_error("cannot write " + file.string());
         }
@@ -79,7 +80,7 @@ SliceReport sliceFile(const SliceRequest& request) {
         report.remarks.push_back(messageWithoutStrokes(strokes.size()));
     }
     if (request.out) {
-        report.files = writeStrokes(request, std::move(strokes), report);
+        report.files = writeStrokes(*request.out, request.all, std::move(strokes), report);
     }
     return report;
 }

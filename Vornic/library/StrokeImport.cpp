@@ -38,12 +38,8 @@ void StrokeImport::startSession(ImportSession session, StrokeCuts cuts) {
     keepsReleases_ = false;
 }
 
-bool StrokeImport::has(std::size_t stroke) const {
-    return session_ && cuts_ && stroke < session_->strokes.size() && stroke < cuts_->count();
-}
-
 void StrokeImport::select(std::size_t stroke, bool selected) {
-    if (!has(stroke)) {
+    if (!session_ || stroke >= session_->strokes.size()) {
         return;
     }
     if (selected) {
@@ -54,35 +50,30 @@ void StrokeImport::select(std::size_t stroke, bool selected) {
 }
 
 void StrokeImport::moveBegin(std::size_t stroke, std::int64_t place) {
-    if (has(stroke)) {
-        cuts_->moveBegin(stroke, place);
-        takeCut(stroke);
-    }
+    changeCut(stroke, [&](StrokeCuts& cuts) { cuts.moveBegin(stroke, place); });
 }
 
 void StrokeImport::moveEnd(std::size_t stroke, std::int64_t place) {
-    if (has(stroke)) {
-        cuts_->moveEnd(stroke, place);
-        takeCut(stroke);
-    }
+    changeCut(stroke, [&](StrokeCuts& cuts) { cuts.moveEnd(stroke, place); });
 }
 
 void StrokeImport::resetCut(std::size_t stroke) {
-    if (has(stroke)) {
-        cuts_->reset(stroke);
-        takeCut(stroke);
-    }
+    changeCut(stroke, [&](StrokeCuts& cuts) { cuts.reset(stroke); });
 }
 
-void StrokeImport::takeCut(std::size_t stroke) {
-    session_->strokes[stroke].samples = cuts_->samples(stroke);
+void StrokeImport::changeCut(std::size_t stroke, const std::function<void(StrokeCuts&)>& change) {
+    if (session_ && cuts_ && stroke < session_->strokes.size() && stroke < cuts_->count()) {
+        change(*cuts_);
+        session_->strokes[stroke].samples = cuts_->samples(stroke);
+    }
 }
 
 std::optional<FinishedImport> StrokeImport::finishImport() {
     if (!session_) {
         return std::nullopt;
     }
-    const ImportSession session = *std::exchange(session_, std::nullopt);
+    const ImportSession session = *std::move(session_);
+    session_.reset();
     const std::optional<StrokeCuts> cuts = std::exchange(cuts_, std::nullopt);
     FinishedImport finished;
     finished.name = session.name;

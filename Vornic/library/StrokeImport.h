@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -67,8 +68,7 @@ class StrokeImport {
     void cancelImport();
 
   private:
-    [[nodiscard]] bool has(std::size_t stroke) const;
-    void takeCut(std::size_t stroke);
+    void changeCut(std::size_t stroke, const std::function<void(StrokeCuts&)>& change);
     [[nodiscard]] std::vector<SampleInfo> keep(std::vector<SampleLibrary::NewSample> samples,
                                                FinishedImport& finished);
 

@@ -43,7 +43,7 @@ void FileImport::start(const std::filesystem::path& file, std::function<void(dou
                             calls = std::weak_ptr(running_)](std::stop_token stop) {
         ReadOptions options;
         options.decoder = decoder;
-        options.stop = stop;
+        options.stop = std::move(stop);
         options.progress = byHundredths([&](double share) {
             scheduler.post([calls, share] {
                 if (const auto call = calls.lock(); call && call->progress) {
