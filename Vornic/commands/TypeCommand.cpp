@@ -1,12 +1,11 @@
 #include "Vornic/commands/TypeCommand.h"
 
+#include "Vornic/commands/BoardCommands.h"
 #include "Vornic/commands/KeyFile.h"
 #include "Vornic/commands/TypedText.h"
 #include "Vornic/library/BoardChoice.h"
-#include "Vornic/library/SampleLibrary.h"
 #include "Vornic/library/TextFile.h"
 #include "Vornic/rendering/RenderService.h"
-#include "VornicCore/recordings/SoundPack.h"
 
 #include <nlohmann/json.hpp>
 
@@ -60,14 +59,14 @@ TypeOutcome typeIntoFile(const TypeRequest& request) {
 }
 
 TypeOutcome playIntoFile(const TypeRequest& request, const std::vector<KeyEvent>& events) {
-    const auto packs = SoundPack::all(request.packs);
-    const SampleLibrary library(packs);
+    BoardShelf shelf(request.packs);
 
     auto settings = std::make_shared<PlaySettings>();
-    settings->board = std::make_shared<const Board>(chooseBoard(request.board, packs));
+    settings->board =
+        std::make_shared<const Board>(chooseBoard(request.board, shelf.store, shelf.library));
     settings->stage = request.stage;
     settings->binaural = wantsBinaural(request.stage.placement, request.outputKind, false);
-    RenderedBoard rendered = RenderService::build(*settings->board, library);
+    RenderedBoard rendered = RenderService::build(*settings->board, shelf.library);
 
     TypeOutcome outcome;
     outcome.remarks = std::move(rendered.messages);

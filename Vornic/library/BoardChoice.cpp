@@ -6,7 +6,6 @@
 #include "VornicCore/board/json/BoardJson.h"
 #include "VornicCore/board/json/JsonError.h"
 #include "VornicCore/recordings/BoardFile.h"
-#include "VornicCore/recordings/BuiltInBoards.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -63,22 +62,6 @@ bool isFile(const std::string& wanted) {
 }
 
 } // namespace
-
-Board chooseBoard(const std::optional<std::string>& wanted, const std::vector<SoundPack>& packs) {
-    const auto boards = BuiltInBoards::make(packs);
-    const auto found =
-        std::ranges::find(boards, wanted.value_or(std::string(SoundPack::defaultID)), &Board::id);
-    if (found != boards.end()) {
-        return *found;
-    }
-    if (wanted && isFile(*wanted)) {
-        return boardIn(*wanted).board;
-    }
-    if (wanted || boards.empty()) {
-        throw absence(wanted, boards);
-    }
-    return boards.front();
-}
 
 Board chooseBoard(const std::optional<std::string>& wanted, const BoardStore& store,
                   SampleLibrary& library) {

@@ -3,22 +3,16 @@
 #include "Vornic/library/BoardStore.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "VornicCore/board/Board.h"
-#include "VornicCore/recordings/SoundPack.h"
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace vornic {
 
-/// The board that `wanted` names: the id of a board made from `packs`, else the path of a board's
-/// JSON file. Without a wish it is the default board or, where its pack is missing, the first there
-/// is. Throws std::runtime_error with a sentence for the user.
-Board chooseBoard(const std::optional<std::string>& wanted, const std::vector<SoundPack>& packs);
-
 /// The board that `wanted` names: the id of a board in `store`, else the path of a board file or of
 /// a board's JSON file. The recordings in a board file join `library` for this run. Without a wish
-/// it is the default board, as above. Throws std::runtime_error with a sentence for the user.
+/// it is the default board or, where its pack is missing, the first there is. Throws
+/// std::runtime_error with a sentence for the user.
 Board chooseBoard(const std::optional<std::string>& wanted, const BoardStore& store,
                   SampleLibrary& library);
 
