@@ -66,9 +66,9 @@ struct DoctorRequest {
     bool json = false;
 };
 
-using CommandRequest = std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest,
-                                    BoardRequest, ControlRequest, DoctorRequest, AutostartRequest,
-                                    PrintRequest>;
+using CommandRequest =
+    std::variant<RunRequest, TypeCommandRequest, SliceCommandRequest, BoardRequest, ControlRequest,
+                 DoctorRequest, AutostartRequest, PrintRequest>;
 
 /// Reads the program's arguments (without its name). `defaultPacks` is where packs are when no
 /// folder is named.
