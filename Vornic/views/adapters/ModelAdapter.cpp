@@ -160,6 +160,14 @@ QVariantList ModelAdapter::diagnostics() const {
     };
 }
 
+void ModelAdapter::exportBoard(const QUrl& file) {
+    model_.exportBoard(file.toLocalFile().toStdString());
+}
+
+void ModelAdapter::importBoard(const QUrl& file) {
+    model_.importBoard(file.toLocalFile().toStdString());
+}
+
 void ModelAdapter::playPhrase() {
     model_.keys().type(previewPhrase());
 }

@@ -8,6 +8,7 @@
 #include <QColor>
 #include <QObject>
 #include <QString>
+#include <QUrl>
 #include <QVariantList>
 #include <functional>
 
@@ -121,6 +122,8 @@ class ModelAdapter : public QObject {
     Q_INVOKABLE void newBoard() { model_.newBoard(); }
     Q_INVOKABLE void deleteBoard() { model_.deleteBoard(); }
     Q_INVOKABLE void renameBoard(const QString& name);
+    Q_INVOKABLE void exportBoard(const QUrl& file);
+    Q_INVOKABLE void importBoard(const QUrl& file);
     Q_INVOKABLE void playPhrase();
     Q_INVOKABLE void dismissError() { model_.dismissError(); }
     Q_INVOKABLE void resetLatency();

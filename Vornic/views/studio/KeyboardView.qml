@@ -9,7 +9,6 @@ FocusScope {
     required property StudioKeysAdapter keysEditor
     readonly property real unit: width / Math.max(1, keysEditor.layoutWidth)
 
-    implicitHeight: keysEditor.layoutHeight * unit
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
     Accessible.name: qsTr("Keyboard")

@@ -7,6 +7,8 @@ ColumnLayout {
     id: tab
 
     required property StudioKeysAdapter keysEditor
+    // From outside: a height that follows from a width that the layout gives comes too late for it.
+    required property real keyboardWidth
 
     spacing: 12
     RowLayout {
@@ -32,6 +34,7 @@ ColumnLayout {
     }
     KeyboardView {
         Layout.fillWidth: true
+        Layout.preferredHeight: keysEditor.layoutHeight * tab.keyboardWidth / Math.max(1, keysEditor.layoutWidth)
         keysEditor: tab.keysEditor
     }
     SoundLegend {

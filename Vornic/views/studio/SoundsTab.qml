@@ -69,6 +69,7 @@ Flickable {
             spacing: 12
             PartsCard {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 215
                 Layout.fillHeight: true
                 title: qsTr("Switch")
                 rows: tab.soundsEditor.switchParts
@@ -76,6 +77,7 @@ Flickable {
             }
             PartsCard {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 215
                 Layout.fillHeight: true
                 title: qsTr("Build")
                 rows: tab.soundsEditor.buildParts
@@ -83,6 +85,7 @@ Flickable {
             }
             ColumnLayout {
                 Layout.fillWidth: true
+                Layout.preferredWidth: 300
                 spacing: 12
                 SlidersCard {
                     Layout.fillWidth: true

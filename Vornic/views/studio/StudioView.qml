@@ -10,8 +10,6 @@ FocusScope {
     required property ModelAdapter app
     required property StudioKeysAdapter keysEditor
     required property StudioSoundsAdapter soundsEditor
-    signal exportBoard()
-    signal importBoard()
 
     focus: true
     implicitWidth: 820
@@ -30,8 +28,8 @@ FocusScope {
         StudioHeader {
             Layout.fillWidth: true
             app: view.app
-            onExportBoard: view.exportBoard()
-            onImportBoard: view.importBoard()
+            onExportBoard: files.ask(true)
+            onImportBoard: files.ask(false)
         }
         ErrorLine {
             Layout.fillWidth: true
@@ -51,12 +49,38 @@ FocusScope {
             Layout.fillHeight: true
             visible: view.app.studioTab === "keys"
             keysEditor: view.keysEditor
+            keyboardWidth: view.width - 40
         }
         SoundsTab {
             Layout.fillWidth: true
             Layout.fillHeight: true
             visible: view.app.studioTab === "sounds"
             soundsEditor: view.soundsEditor
+        }
+    }
+    Loader {
+        id: files
+        objectName: "files"
+
+        property bool saving: false
+
+        function ask(save) {
+            saving = save;
+            active = true;
+            item.saving = save;
+            item.open();
+        }
+
+        active: false
+        source: "BoardFileDialog.qml"
+        Connections {
+            target: files.item
+            function onPicked(file) {
+                if (files.saving)
+                    view.app.exportBoard(file);
+                else
+                    view.app.importBoard(file);
+            }
         }
     }
     Shortcut {

@@ -65,6 +65,29 @@ TEST_F(ViewsTest, thePanelSaysWhenKeysCannotBeHeard) {
     EXPECT_EQ(find(panel->rootObject(), "Listening"), nullptr);
 }
 
+TEST_F(ViewsTest, theStudioWritesAndReadsBoardFiles) {
+    const auto file = QUrl::fromLocalFile(QString::fromStdString((scratch / "my.vornic").string()));
+    views->adapter().exportBoard(file);
+    ASSERT_TRUE(std::filesystem::exists(scratch / "my.vornic"));
+    const std::size_t before = model->boards().size();
+    views->adapter().importBoard(file);
+    EXPECT_EQ(model->boards().size(), before + 1);
+    EXPECT_TRUE(views->adapter().mine());
+}
+
+TEST_F(ViewsTest, theStudiosButtonsOpenTheFileDialog) {
+    const auto studio = views->make("studio/StudioView.qml", "");
+    studio->show();
+    settle();
+    click(find(studio->rootObject(), "Export…"));
+    settle();
+    auto* const loader = studio->rootObject()->findChild<QObject*>("files");
+    ASSERT_NE(loader, nullptr);
+    auto* const dialog = loader->property("item").value<QObject*>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(dialog->property("visible").toBool());
+}
+
 TEST_F(ViewsTest, wordsWhatOnlyAnotherSystemHasForThisOne) {
     const auto settings = views->make("settings/SettingsView.qml", "");
     EXPECT_NE(find(settings->rootObject(), "Alt+Super+K"), nullptr);
