@@ -129,6 +129,8 @@ int run(const RunRequest& request, QCoreApplication& application) {
     }
     StatusNotifierTray tray;
     Presence presence(model, tray, request.hidden || request.selfTest || request.snapshot);
+    presence.views().adapter().setPermissionHint(
+        QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().onQuit = [&application] { application.quit(); };
     copy.answer([&model, &presence, &log](const RunningCopy::Words& words) {
         return control(model, words, [&presence, &log] {
