@@ -148,7 +148,8 @@ Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLi
     board.id = store.freshId();
     board.builtIn = false;
     if (const std::error_code error = store.save(board)) {
-        static_cast<void>(store.remove(board.id)); // What failed is told below.
+        // What failed is told below.
+        [[maybe_unused]] const std::error_code ignored = store.remove(board.id);
         for (const SampleInfo& info : added) {
             library.removeUser(info.id);
         }

@@ -84,7 +84,7 @@ bool BoardEditor::edit(const std::function<void(Board&)>& change) {
 void BoardEditor::copyForUser(const std::optional<std::string>& name) {
     keepTweaks();
     std::error_code error;
-    board_ = store_.copy(*board_, name, &error);
+    board_ = store_.copy(board_.value(), name, &error);
     if (error) {
         say("Couldn't save the board", error);
     }
@@ -156,7 +156,7 @@ void BoardEditor::deleteBoard() {
 /// The board behind the current one in the list, or else the one before it.
 std::optional<std::string> BoardEditor::neighbour() const {
     const std::vector<Board> all = store_.all();
-    const auto current = std::ranges::find(all, board_->id, &Board::id);
+    const auto current = std::ranges::find(all, board_.value().id, &Board::id);
     if (current == all.end() || all.size() < 2) {
         return std::nullopt;
     }
@@ -164,7 +164,7 @@ std::optional<std::string> BoardEditor::neighbour() const {
 }
 
 void BoardEditor::save() {
-    if (const std::error_code error = store_.save(*board_)) {
+    if (const std::error_code error = store_.save(board_.value())) {
         say("Couldn't save the board", error);
     }
 }

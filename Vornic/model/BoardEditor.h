@@ -49,7 +49,7 @@ class BoardEditor {
     TweaksByBoard allTweaks() const;
 
     /// The board that is rendered: the current one, adjusted. Only while there is one.
-    Board heardBoard() const { return tweaked(*board_, tweaks_); }
+    Board heardBoard() const { return tweaked(board_.value(), tweaks_); }
 
     /// Makes the board with this id current; false when there is none.
     bool select(const std::string& id);

@@ -42,7 +42,7 @@ fs::path freeName(const fs::path& path) {
     const std::string ending = path.extension().string();
     fs::path name = stem + ending;
     for (int number = 2; isTaken(name); ++number) {
-        name = stem + "-" + std::to_string(number) + ending;
+        name = std::string(stem).append("-").append(std::to_string(number)).append(ending);
     }
     return name;
 }

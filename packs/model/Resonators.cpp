@@ -33,7 +33,7 @@ void Drive::pulse(double ms, double amplitude) {
     const std::complex<double> windowStep = std::polar(1.0, windowTurn);
     const std::complex<double> sineStep = std::polar(1.0, turn_);
     std::complex<double> window = std::polar(1.0, windowTurn * start);
-    std::complex<double> sine = std::polar(amplitude / norm_, turn_ * start);
+    std::complex<double> sine = amplitude / norm_ * std::polar(1.0, turn_ * start);
     const auto last = static_cast<std::ptrdiff_t>(std::ceil(halfLength_ - start));
     const auto end = std::min(from + last, std::ssize(force_));
     for (std::ptrdiff_t frame = from; frame < end; ++frame) {
