@@ -117,7 +117,7 @@ const StrokeSpec* StudioSoundsAdapter::stroke() const {
     if (!sound) {
         return nullptr;
     }
-    return editingRelease() ? &*sound->release : &sound->press;
+    return editingRelease() ? &sound->release.value() : &sound->press;
 }
 
 void StudioSoundsAdapter::changeSound(const std::function<void(SoundSpec&)>& what) {
