@@ -10,6 +10,7 @@
 #include "Vornic/library/PackFolders.h"
 #include "Vornic/model/AppModel.h"
 #include "Vornic/model/Control.h"
+#include "Vornic/platform/FallbackTray.h"
 #include "Vornic/platform/KeySource.h"
 #include "Vornic/platform/linux/dbus/LinuxSecureInput.h"
 #include "Vornic/platform/linux/dbus/StatusNotifierTray.h"
@@ -20,6 +21,7 @@
 #include "Vornic/platform/linux/system/JournalLog.h"
 #include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "Vornic/platform/linux/system/ProgramPath.h"
+#include "Vornic/platform/linux/tray/XEmbedTray.h"
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
 #include "Vornic/recorder/DecoderProcess.h"
@@ -86,7 +88,9 @@ bool isTheOnlyCopy(RunningCopy& copy, const RunRequest& request) {
     if (copy.claim() != RunningCopy::Claim::taken || request.selfTest || request.snapshot) {
         return true;
     }
-    const ControlAnswer answer = copy.ask({"activate"});
+    const ControlAnswer answer =
+        copy.ask(request.open ? RunningCopy::Words{"open", request.open->string()}
+                              : RunningCopy::Words{"activate"});
     std::fprintf(stderr, "vornic: Vornic is running already. %s\n", answer.text.c_str());
     return false;
 }
@@ -127,17 +131,29 @@ int run(const RunRequest& request, QCoreApplication& application) {
     if (const std::string problem = output.problem(); !problem.empty()) {
         return playDemo(request, problem, log);
     }
-    StatusNotifierTray tray;
+    StatusNotifierTray statusNotifier;
+    XEmbedTray olderTray;
+    FallbackTray tray(statusNotifier, olderTray,
+                      [&olderTray](bool wanted) { olderTray.setWanted(wanted); });
     Presence presence(model, tray, request.hidden || request.selfTest || request.snapshot);
     presence.views().adapter().setPermissionHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().onQuit = [&application] { application.quit(); };
+    AutostartEntry autostart(AppFolders::autostartEntry(), programPath());
+    presence.views().adapter().setAutostart(&autostart);
     copy.answer([&model, &presence, &log](const RunningCopy::Words& words) {
         return control(model, words, [&presence, &log] {
             log.info("Another start was sent here");
             presence.comeForward();
         });
     });
+    if (request.open) {
+        model.previewBoard(*request.open);
+        presence.comeForward();
+    }
+    if (request.gallery) {
+        presence.views().openGallery();
+    }
     std::optional<RunningSelfTest> selfTest;
     if (request.selfTest) {
         selfTest.emplace(model, platform, request.selfTestMicrophone);

@@ -91,8 +91,12 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     app.add_flag("--selftest", run.selfTest, "Say in the log how well everything works");
     app.add_flag("--selftest-mic", run.selfTestMicrophone,
                  "With --selftest: try the microphone too");
+    std::filesystem::path boardFile;
+    app.add_option("FILE", boardFile, "Board file to look at and hear before it is kept")
+        ->check(CLI::ExistingFile);
     std::string snapshot;
     app.add_flag("--hidden", run.hidden, "Open no window; a second start opens the panel");
+    app.add_flag("--gallery", run.gallery, "Show every control of the views in every state");
     app.add_option("--snapshot", snapshot, "Write pictures of the windows into a folder and end")
         ->expected(0, 1);
 
@@ -174,6 +178,10 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     run.packs = live.packs;
     if (!snapshot.empty()) {
         run.snapshot = snapshot;
+    }
+    if (!boardFile.empty()) {
+        // Another process may be the one that opens it.
+        run.open = std::filesystem::absolute(boardFile);
     }
     return run;
 }

@@ -40,6 +40,10 @@ struct RunRequest {
     std::optional<std::filesystem::path> snapshot;
     /// No window opens by itself.
     bool hidden = false;
+    /// Show every control in every state.
+    bool gallery = false;
+    /// A board file to look at.
+    std::optional<std::filesystem::path> open;
 };
 
 /// Print `text` and end with `status`: help, version, or what was wrong with the command line.

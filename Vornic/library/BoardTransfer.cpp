@@ -77,6 +77,10 @@ void rename(Board& board, const std::map<std::string, std::string>& newIds) {
     });
 }
 
+BoardTransferError notABoard(const std::filesystem::path& file, const std::exception& error) {
+    return {"That isn't a Vornic board file.", file.string() + ", " + error.what()};
+}
+
 BoardFile::Contents contentsOf(const std::filesystem::path& file) {
     std::string text;
     try {
@@ -87,8 +91,7 @@ BoardFile::Contents contentsOf(const std::filesystem::path& file) {
     try {
         return BoardFile::decode(text);
     } catch (const DecodeError& error) {
-        throw BoardTransferError("That isn't a Vornic board file.",
-                                 file.string() + ", " + error.what());
+        throw notABoard(file, error);
     }
 }
 
@@ -132,8 +135,7 @@ Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLi
     try {
         luggage = unpacked(contents);
     } catch (const std::runtime_error& error) {
-        throw BoardTransferError("That isn't a Vornic board file.",
-                                 file.string() + ", " + error.what());
+        throw notABoard(file, error);
     }
     const std::vector<SampleInfo> added = library.addUsers(std::move(luggage.samples));
     if (added.size() != luggage.ids.size()) {
@@ -158,15 +160,27 @@ Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLi
     return board;
 }
 
-Board openBoard(BoardFile::Contents contents, SampleLibrary& library) {
+OpenedBoard openBoard(BoardFile::Contents contents, SampleLibrary& library) {
     Luggage luggage = unpacked(contents);
     std::map<std::string, std::string> newIds;
+    OpenedBoard opened;
     for (std::size_t index = 0; index < luggage.ids.size(); ++index) {
-        newIds[luggage.ids[index]] = library.addForThisRun(std::move(luggage.samples[index])).id;
+        const std::string id = library.addForThisRun(std::move(luggage.samples[index])).id;
+        newIds[luggage.ids[index]] = id;
+        opened.samples.push_back(id);
     }
-    Board board = std::move(contents.board);
-    rename(board, newIds);
-    return board;
+    opened.board = std::move(contents.board);
+    rename(opened.board, newIds);
+    return opened;
+}
+
+OpenedBoard openBoardFile(const std::filesystem::path& file, SampleLibrary& library) {
+    BoardFile::Contents contents = contentsOf(file);
+    try {
+        return openBoard(std::move(contents), library);
+    } catch (const std::runtime_error& error) {
+        throw notABoard(file, error);
+    }
 }
 
 } // namespace vornic

@@ -45,8 +45,18 @@ inline constexpr std::size_t mostImportedSamples = 2000;
 /// there. Throws BoardTransferError; then nothing was added.
 Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library);
 
-/// The board of a file for this run only: its samples join `library` under fresh ids and are never
-/// written. Throws std::runtime_error if there are more than `mostImportedSamples`.
-Board openBoard(BoardFile::Contents contents, SampleLibrary& library);
+/// A board of a file that is there for this run only.
+struct OpenedBoard {
+    Board board;
+    /// The ids of what it brought into the library.
+    std::vector<std::string> samples;
+};
+
+/// Opens the board of a file for this run only: its samples join `library` under fresh ids and are
+/// never written. Throws std::runtime_error if there are more than `mostImportedSamples`.
+OpenedBoard openBoard(BoardFile::Contents contents, SampleLibrary& library);
+
+/// The same of a file on disk. Throws BoardTransferError; then nothing was added.
+OpenedBoard openBoardFile(const std::filesystem::path& file, SampleLibrary& library);
 
 } // namespace vornic

@@ -43,6 +43,7 @@ void AppModel::start() {
 void AppModel::loadFiles() {
     settingsFile_ = std::make_unique<SettingsFile>(options_.settingsFile);
     settings_ = settingsFile_->settings();
+    firstStart_ = settingsFile_->fresh();
     settings_.volume = options_.volume.value_or(settings_.volume);
     settings_.outputKind = options_.outputKind.value_or(settings_.outputKind);
     options_.stage(settings_.stage);
@@ -143,22 +144,48 @@ bool AppModel::selectNeighbour(int places) {
 }
 
 bool AppModel::exportBoard(const std::filesystem::path& to) {
-    if (board() == nullptr) {
-        return false;
-    }
-    try {
-        vornic::exportBoard(*board(), *library_, to);
-        return true;
-    } catch (const BoardTransferError& problem) {
-        platform_.log.warning(problem.whole());
-        showError(problem.what());
-        return false;
-    }
+    return board() != nullptr && transfer([&] { vornic::exportBoard(*board(), *library_, to); });
 }
 
 bool AppModel::importBoard(const std::filesystem::path& from) {
+    return transfer([&] { selectBoard(vornic::importBoard(from, *store_, *library_).id); });
+}
+
+bool AppModel::previewBoard(const std::filesystem::path& from) {
+    return transfer([&] {
+        Preview fresh{from, openBoardFile(from, *library_)};
+        dropPreview();
+        preview_ = std::move(fresh);
+        ++previews_;
+        player_->tryOut(preview_->opened.board);
+        onChange();
+    });
+}
+
+bool AppModel::keepPreview() {
+    if (!preview_ || !importBoard(preview_->file)) {
+        return false;
+    }
+    dropPreview();
+    return true;
+}
+
+void AppModel::dropPreview() {
+    if (preview_) {
+        player_->endTrial();
+        for (const std::string& id : preview_->opened.samples) {
+            library_->removeUser(id);
+        }
+        preview_.reset();
+        ++previews_;
+        onChange();
+    }
+}
+
+bool AppModel::transfer(const std::function<void()>& work) {
     try {
-        return selectBoard(vornic::importBoard(from, *store_, *library_).id);
+        work();
+        return true;
     } catch (const BoardTransferError& problem) {
         platform_.log.warning(problem.whole());
         showError(problem.what());
@@ -237,6 +264,11 @@ void AppModel::setAdvanced(bool on) {
     if (advanced() != on) {
         change([on](Settings& settings) { settings.advanced = on; });
     }
+}
+
+void AppModel::setWelcomed() {
+    firstStart_ = false;
+    change([](Settings& settings) { settings.welcomed = true; });
 }
 
 void AppModel::setVolume(double volume) {

@@ -5,6 +5,7 @@
 #include "Vornic/keystroke/Silence.h"
 #include "Vornic/keystroke/TypingActivity.h"
 #include "Vornic/library/BoardStore.h"
+#include "Vornic/library/BoardTransfer.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "Vornic/model/BoardEditor.h"
 #include "Vornic/model/BoardPlayer.h"
@@ -69,6 +70,22 @@ class AppModel {
     /// when nothing was added.
     bool importBoard(const std::filesystem::path& from);
 
+    /// Looks at the board of a board file: from then on keys play it, while nothing of it is kept,
+    /// until `keepPreview` or `dropPreview`. False, with `lastError`, when it cannot be read.
+    bool previewBoard(const std::filesystem::path& from);
+    /// The board that is looked at; null when there is none.
+    const Board* preview() const { return preview_ ? &preview_->opened.board : nullptr; }
+    /// How many recordings the file brings along.
+    std::size_t previewRecordings() const { return preview_ ? preview_->opened.samples.size() : 0; }
+    /// Counts the changes from one such board to another, or to none.
+    std::size_t previews() const { return previews_; }
+    /// Imports the board that is looked at; false, with `lastError`, when that failed.
+    bool keepPreview();
+    void dropPreview();
+
+    /// The board that keys play, as rendered; null before the first render.
+    const std::shared_ptr<const Board>& playing() const { return playing_; }
+
     const SimpleTweaks& tweaks() const { return editor_->tweaks(); }
     void setTweaks(const SimpleTweaks& tweaks) { editor_->setTweaks(tweaks); }
 
@@ -125,6 +142,12 @@ class AppModel {
     /// What went wrong last, for the user; until it is dismissed.
     const std::optional<std::string>& lastError() const { return lastError_; }
     void dismissError();
+    /// Tells the user what went wrong elsewhere.
+    void tell(const std::string& problem) { fail(problem); }
+    /// Nobody has chosen anything yet: the program runs for the first time.
+    bool firstStart() const { return firstStart_; }
+    /// The user was welcomed, which is enough to do once.
+    void setWelcomed();
 
     // Services.
 
@@ -141,6 +164,7 @@ class AppModel {
     void connect();
     void change(const std::function<void(Settings&)>& what);
     void boardChanged(BoardEditor::Change change);
+    bool transfer(const std::function<void()>& work);
     void rememberBoard();
     void refreshQuiet();
     void refreshDevice();
@@ -160,11 +184,18 @@ class AppModel {
     std::vector<SoundPack> packs_;
     std::shared_ptr<SampleLibrary> library_;
     std::unique_ptr<BoardStore> store_;
+    struct Preview {
+        std::filesystem::path file;
+        OpenedBoard opened;
+    };
+    std::optional<Preview> preview_;
+    std::size_t previews_ = 0;
     std::unique_ptr<BoardEditor> editor_;
     std::vector<Board> boards_;
     StudioState studio_;
     std::optional<std::vector<float>> editorWave_; // absent when it has to be made again
     bool chosenByUser_ = false;
+    bool firstStart_ = false;
 
     std::shared_ptr<const Board> playing_;
     std::optional<Silence> lastSilence_;

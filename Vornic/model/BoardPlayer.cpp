@@ -7,8 +7,8 @@ namespace vornic {
 BoardPlayer::BoardPlayer(const Clock& clock, Scheduler& scheduler,
                          std::shared_ptr<const SampleSource> library, RenderService::Build builder)
     : clock_(clock), builder_(builder), library_(std::move(library)),
-      renderer_(clock, scheduler, builder),
-      referenceRenderer_(clock, scheduler, std::move(builder)) {}
+      renderer_(clock, scheduler, builder), referenceRenderer_(clock, scheduler, builder),
+      trialRenderer_(clock, scheduler, std::move(builder)) {}
 
 void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
     const auto wanted = std::make_shared<const Board>(board);
@@ -73,8 +73,30 @@ void BoardPlayer::compare(bool on) {
     play();
 }
 
+void BoardPlayer::tryOut(const Board& board) {
+    trial_ = {std::make_shared<const Board>(board), nullptr};
+    trialRenderer_.render(
+        board, library_, std::chrono::milliseconds(0),
+        [this, tried = trial_->board](const RenderedBoard& result, double /*seconds*/) {
+            if (trial_ && trial_->board == tried) {
+                report(result);
+                trial_->bank = result.bank;
+                play();
+            }
+        });
+}
+
+void BoardPlayer::endTrial() {
+    if (trial_) {
+        trial_.reset();
+        play();
+    }
+}
+
 void BoardPlayer::play() {
-    const Version& version = comparing_ && reference_.bank ? reference_ : current_;
+    const Version& version = trial_ && trial_->bank          ? *trial_
+                             : comparing_ && reference_.bank ? reference_
+                                                             : current_;
     if (version.bank) {
         onPlay(version.board, version.bank);
     }

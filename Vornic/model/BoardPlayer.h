@@ -16,8 +16,9 @@
 
 namespace vornic {
 
-/// Renders boards in the background and says what is to play: the current board as last rendered,
-/// or, while two versions are compared, the reference, which stays rendered for that. Main thread.
+/// Renders boards in the background and says what is to play: the current board as last rendered;
+/// while two versions are compared, the reference, which stays rendered for that; while a board is
+/// tried out, that one. Main thread.
 class BoardPlayer {
   public:
     /// All outlive it; `library` is shared with renders under way.
@@ -52,6 +53,10 @@ class BoardPlayer {
     void compare(bool on);
     bool comparing() const { return comparing_; }
 
+    /// Lets `board` play instead of both, as soon as it is rendered, until the trial ends.
+    void tryOut(const Board& board);
+    void endTrial();
+
     /// How long the last render of the current board took; absent before the first has ended.
     std::optional<double> lastRenderSeconds() const { return lastRenderSeconds_; }
 
@@ -71,11 +76,13 @@ class BoardPlayer {
     std::shared_ptr<const SampleSource> library_;
     Version current_;
     Version reference_;
+    std::optional<Version> trial_;
     bool comparing_ = false;
     std::optional<double> lastRenderSeconds_;
     // One each: a request for the one must not overtake the other's.
     RenderService renderer_;
     RenderService referenceRenderer_;
+    RenderService trialRenderer_;
 };
 
 } // namespace vornic

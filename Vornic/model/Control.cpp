@@ -149,6 +149,11 @@ ControlAnswer control(AppModel& model, const Words& words, const std::function<v
         activate();
         return {};
     }
+    if (words.size() == 2 && command == "open") {
+        const bool opened = model.previewBoard(words[1]);
+        activate();
+        return opened ? ControlAnswer{} : ControlAnswer{1, model.lastError().value_or("")};
+    }
     return {1, "The running Vornic does not know that command."};
 }
 

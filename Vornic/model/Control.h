@@ -9,8 +9,8 @@
 namespace vornic {
 
 /// Does what others ask of the running copy: "on", "off", "toggle", "board" [next|previous|ID],
-/// "volume" [0 to 1], "status" [--json], and "activate", which a second start of the program says.
-/// `activate` is called for that one. Main thread.
+/// "volume" [0 to 1], "status" [--json], and what a second start of the program says: "activate",
+/// and "open" with the path of a board file. `activate` is called for these two. Main thread.
 ControlAnswer control(AppModel& model, const RunningCopy::Words& words,
                       const std::function<void()>& activate);
 

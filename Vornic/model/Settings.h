@@ -23,6 +23,8 @@ struct Settings {
     std::string board = std::string(SoundPack::defaultID);
     StageSpec stage;
     TweaksByBoard tweaks;
+    /// Whether the user has seen what a first start shows.
+    bool welcomed = false;
 
     bool operator==(const Settings&) const = default;
 };

@@ -29,6 +29,7 @@ void forEachSetting(Visit&& visit) {
     visit("board", &Settings::board);
     visit("stage", &Settings::stage);
     visit("tweaks", &Settings::tweaks);
+    visit("welcomed", &Settings::welcomed);
 }
 
 bool isTaken(const fs::path& path) {
@@ -56,6 +57,7 @@ SettingsFile::SettingsFile(fs::path path) : path_(std::move(path)) {
         path_ = real;
     }
     if (isTaken(path_)) {
+        fresh_ = false;
         read();
     }
 }

@@ -12,9 +12,9 @@
 namespace vornic {
 
 /// The settings as a file of keys and values, a JSON object: "hearMyself", "quietDuringCalls",
-/// "advanced", "volume", "outputKind", "board", "stage" and "tweaks". A setting that was never
-/// changed has no entry, and an entry that is no setting of this version is kept. The file is
-/// written whole or not at all. Main thread.
+/// "advanced", "volume", "outputKind", "board", "stage", "tweaks" and "welcomed". A setting that
+/// was never changed has no entry, and an entry that is no setting of this version is kept. The
+/// file is written whole or not at all. Main thread.
 class SettingsFile {
   public:
     /// Reads `path`; without such a file everything has its default. A file that is no such object
@@ -23,6 +23,9 @@ class SettingsFile {
     explicit SettingsFile(std::filesystem::path path);
 
     const Settings& settings() const { return settings_; }
+
+    /// There was no file.
+    bool fresh() const { return fresh_; }
 
     /// Makes `settings` the current ones and writes those that have changed. On an error they count
     /// for as long as the program runs, and what was in the file is still there. Harmless and free
@@ -41,6 +44,7 @@ class SettingsFile {
     nlohmann::json document_ = nlohmann::json::object();
     Settings settings_;
     std::vector<std::string> problems_;
+    bool fresh_ = true;
     bool writable_ = true; // a damaged file that could not be put aside is never overwritten
 };
 

@@ -40,13 +40,22 @@ Presence::Presence(AppModel& model, TrayIcon& tray, bool hidden)
     if (!hidden) {
         waitForTray_.setSingleShot(true);
         connect(&waitForTray_, &QTimer::timeout, this, [this] { showWithoutTray(); });
-        waitForTray_.start(trayMillis);
+        if (model.firstStart()) {
+            connect(&views_, &Views::welcomed, this, [this] { showWithoutTray(); });
+            views_.openWelcome();
+        } else {
+            waitForTray_.start(trayMillis);
+        }
     }
 }
 
 void Presence::comeForward() {
     waitForTray_.stop();
-    views_.showPanelAsWindow();
+    if (model_.preview() != nullptr) {
+        views_.openPreview();
+    } else {
+        views_.showPanelAsWindow();
+    }
 }
 
 void Presence::showWithoutTray() {

@@ -19,7 +19,8 @@ class Presence : public QObject {
 
     Views& views() { return views_; }
 
-    /// Shows the panel: somebody started the program again.
+    /// Shows the board file that is looked at, or else the panel: somebody started the program
+    /// again.
     void comeForward();
 
   private:

@@ -4,8 +4,9 @@
 
 #include <QColor>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFont>
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPalette>
@@ -37,12 +38,22 @@ bool desktopIsDark() {
 
 } // namespace
 
-Views::Views(AppModel& model) : model_(model), adapter_(model), keys_(model), sounds_(model) {
+Views::Views(AppModel& model)
+    : model_(model), adapter_(model), keys_(model), sounds_(model), preview_(model) {
     if (words_.load(":/i18n/vornic_en.qm")) {
         QCoreApplication::installTranslator(&words_);
     }
+    // Made for screens, with digits of one width; the desktop's own where it is not installed.
+    if (QFontDatabase::families().contains("Inter")) {
+        QGuiApplication::setFont(QFont("Inter"));
+    }
     theme_ = themeOf(engine_);
     setTheme(desktopIsDark());
+    boardDrop_.onDrop = [this](const std::filesystem::path& file) {
+        if (model_.previewBoard(file)) {
+            openPreview();
+        }
+    };
     // One refresh for all changes of one turn of the event loop.
     model_.onChange = [this] {
         if (!refreshing_) {
@@ -66,6 +77,7 @@ void Views::refresh() {
     adapter_.refresh();
     keys_.refresh();
     sounds_.refresh();
+    preview_.refresh();
     theme_->setProperty("accent", adapter_.accent());
     Q_EMIT refreshed();
 }
@@ -78,10 +90,16 @@ void Views::setTheme(bool dark) {
 std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& title) {
     refresh();
     auto view = std::make_unique<QQuickView>(&engine_, nullptr);
-    QVariantMap properties{{"app", QVariant::fromValue(&adapter_)}};
+    QVariantMap properties;
+    if (!file.startsWith("gallery/")) {
+        properties["app"] = QVariant::fromValue(&adapter_);
+    }
     if (file.startsWith("studio/")) {
         properties["keysEditor"] = QVariant::fromValue(&keys_);
         properties["soundsEditor"] = QVariant::fromValue(&sounds_);
+    }
+    if (file.startsWith("preview/")) {
+        properties["preview"] = QVariant::fromValue(&preview_);
     }
     view->setInitialProperties(properties);
     view->setTitle(title);
@@ -100,6 +118,10 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     listen(SIGNAL(openVornic()), SLOT(openVornic()));
     listen(SIGNAL(openSettings()), SLOT(openSettings()));
     listen(SIGNAL(openStudio()), SLOT(openStudio()));
+    if (root->metaObject()->indexOfSignal("closed()") >= 0) {
+        connect(root, SIGNAL(closed()), view.get(), SLOT(hide()));
+    }
+    view->installEventFilter(&boardDrop_);
     listen(SIGNAL(quit()), SLOT(quit()));
     return view;
 }
@@ -132,6 +154,35 @@ void Views::openSettings() {
 
 void Views::openStudio() {
     open(studio_, "studio/StudioView.qml", tr("Studio"));
+}
+
+void Views::openPreview() {
+    const bool fresh = previewView_ == nullptr;
+    open(previewView_, "preview/PreviewView.qml", tr("Board"));
+    if (fresh) {
+        connect(previewView_.get(), &QWindow::visibleChanged, this, [this](bool visible) {
+            if (!visible) {
+                model_.dropPreview();
+            }
+        });
+    }
+}
+
+void Views::openGallery() {
+    open(gallery_, "gallery/GalleryView.qml", tr("Gallery"));
+}
+
+void Views::openWelcome() {
+    const bool fresh = welcome_ == nullptr;
+    open(welcome_, "welcome/WelcomeView.qml", tr("Welcome"));
+    if (fresh) {
+        connect(welcome_.get(), &QWindow::visibleChanged, this, [this](bool visible) {
+            if (!visible) {
+                model_.setWelcomed();
+                Q_EMIT welcomed();
+            }
+        });
+    }
 }
 
 void Views::makePanel() {

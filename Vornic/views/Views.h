@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Vornic/model/AppModel.h"
+#include "Vornic/views/BoardDrop.h"
 #include "Vornic/views/adapters/ModelAdapter.h"
+#include "Vornic/views/adapters/PreviewAdapter.h"
 #include "Vornic/views/adapters/StudioKeysAdapter.h"
 #include "Vornic/views/adapters/StudioSoundsAdapter.h"
 
@@ -26,12 +28,19 @@ class Views : public QObject {
     ~Views() override;
 
     ModelAdapter& adapter() { return adapter_; }
+    QQmlEngine& engine() { return engine_; }
 
   public Q_SLOTS:
     /// The Studio where the advanced editor is on, otherwise the simple window.
     void openVornic();
     void openSettings();
     void openStudio();
+    /// Every control in every state, for who works on them.
+    void openGallery();
+    /// What a first start shows.
+    void openWelcome();
+    /// The board file that the model looks at. Closing the window drops it.
+    void openPreview();
     void quit();
 
   public:
@@ -48,10 +57,14 @@ class Views : public QObject {
     const QQuickView* panel() const { return panel_.get(); }
     const QQuickView* simple() const { return simple_.get(); }
     const QQuickView* studio() const { return studio_.get(); }
+    const QQuickView* preview() const { return previewView_.get(); }
+    const QQuickView* welcome() const { return welcome_.get(); }
 
   Q_SIGNALS:
     /// The views have read the model anew.
     void refreshed();
+    /// The user has seen what a first start shows.
+    void welcomed();
 
   public:
     std::function<void()> onQuit = [] {};
@@ -70,10 +83,13 @@ class Views : public QObject {
     ModelAdapter adapter_;
     StudioKeysAdapter keys_;
     StudioSoundsAdapter sounds_;
+    PreviewAdapter preview_;
     QTranslator words_;
     QQmlEngine engine_;
     QObject* theme_ = nullptr; // the engine's
-    std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_;
+    BoardDrop boardDrop_;
+    std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_, previewView_, welcome_,
+        gallery_;
     bool refreshing_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "VornicCore/realtime/LatencyMeter.h"
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 
 namespace vornic {
@@ -10,6 +12,7 @@ namespace {
 constinit std::atomic<std::uint32_t> latencyLast{0};
 constinit std::atomic<std::uint32_t> latencyMax{0};
 constinit std::atomic<std::uint32_t> latencyCount{0};
+constinit std::array<std::atomic<std::uint32_t>, vornic_latency_kept> latencyRecent{};
 
 constexpr auto relaxed = std::memory_order_relaxed;
 
@@ -21,7 +24,7 @@ void vornic_latency_record(std::uint32_t micros) VORNIC_REALTIME {
     while (micros > largest && !latencyMax.compare_exchange_weak(largest, micros, relaxed)) {
         // A failed exchange has read the new value into `largest`.
     }
-    latencyCount.fetch_add(1, relaxed);
+    latencyRecent[latencyCount.fetch_add(1, relaxed) % vornic_latency_kept].store(micros, relaxed);
 }
 
 std::uint32_t vornic_latency_last() VORNIC_REALTIME {
@@ -34,6 +37,15 @@ std::uint32_t vornic_latency_max() VORNIC_REALTIME {
 
 std::uint32_t vornic_latency_count() VORNIC_REALTIME {
     return latencyCount.load(relaxed);
+}
+
+std::size_t
+vornic_latency_recent(std::span<std::uint32_t, vornic_latency_kept> into) VORNIC_REALTIME {
+    const std::size_t kept = std::min<std::size_t>(latencyCount.load(relaxed), into.size());
+    for (std::size_t place = 0; place < kept; ++place) {
+        into[place] = latencyRecent[place].load(relaxed);
+    }
+    return kept;
 }
 
 void vornic_latency_reset() VORNIC_REALTIME {

@@ -2,7 +2,9 @@
 
 #include "VornicCore/realtime/RealTime.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace vornic {
 
@@ -22,7 +24,15 @@ void vornic_latency_record(std::uint32_t micros) VORNIC_REALTIME;
 /// Latencies recorded since the last reset.
 [[nodiscard]] std::uint32_t vornic_latency_count() VORNIC_REALTIME;
 
-/// Sets all three to zero.
+/// How many of the last latencies are kept one by one.
+inline constexpr std::size_t vornic_latency_kept = 100;
+
+/// Copies the last latencies since the last reset, at most `vornic_latency_kept`, in no order; how
+/// many there are.
+std::size_t
+vornic_latency_recent(std::span<std::uint32_t, vornic_latency_kept> into) VORNIC_REALTIME;
+
+/// Forgets everything: last, largest and count become zero.
 void vornic_latency_reset() VORNIC_REALTIME;
 
 } // namespace vornic

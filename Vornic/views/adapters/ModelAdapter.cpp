@@ -1,6 +1,7 @@
 #include "Vornic/views/adapters/ModelAdapter.h"
 
 #include "Vornic/diagnostics/Diagnostics.h"
+#include "Vornic/diagnostics/LatencyHistogram.h"
 #include "Vornic/keystroke/PreviewPhrase.h"
 #include "Vornic/views/adapters/QmlText.h"
 #include "VornicCore/realtime/Latency.h"
@@ -158,6 +159,43 @@ QVariantList ModelAdapter::diagnostics() const {
         diagnostic(tr("Sound engine"), DiagnosticsText::engine(now.engineRunning)),
         diagnostic(tr("Last full render"), DiagnosticsText::millis(now.lastRenderMillis)),
     };
+}
+
+QVariantList ModelAdapter::latencyBins() const {
+    QVariantList bins;
+    for (const std::size_t keys : LatencyHistogram::of(Latency::recentMillis()).bins) {
+        bins.append(static_cast<int>(keys));
+    }
+    return bins;
+}
+
+double ModelAdapter::latencyBinMillis() {
+    return LatencyHistogram::binMillis;
+}
+
+QString ModelAdapter::latencySummary() const {
+    const LatencyHistogram spread = LatencyHistogram::of(Latency::recentMillis());
+    if (spread.keys == 0) {
+        return tr("Type, and see here how fast your keys sound.");
+    }
+    return tr("Last %1 keys: half within %2, 95 of 100 within %3")
+        .arg(spread.keys)
+        .arg(qmlText(DiagnosticsText::millis(spread.medianMillis)),
+             qmlText(DiagnosticsText::millis(spread.p95Millis)));
+}
+
+QString ModelAdapter::lastLatency() const {
+    return qmlText(DiagnosticsText::millis(model_.diagnostics().keyToAppMillis));
+}
+
+void ModelAdapter::setStartsWithSession(bool on) {
+    if (autostart_ == nullptr) {
+        return;
+    }
+    if (const std::error_code error = autostart_->setEnabled(on)) {
+        model_.tell("Couldn't change how Vornic starts: " + error.message());
+    }
+    Q_EMIT changed();
 }
 
 void ModelAdapter::exportBoard(const QUrl& file) {

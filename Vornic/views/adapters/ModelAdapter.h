@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/model/AppModel.h"
+#include "Vornic/platform/Autostart.h"
 #include "Vornic/views/adapters/BoardListModel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -23,6 +24,8 @@ class ModelAdapter : public QObject {
 
     Q_PROPERTY(bool soundsOn READ soundsOn WRITE setSoundsOn NOTIFY changed)
     Q_PROPERTY(bool typing READ typing NOTIFY changed)
+    /// Whether any key went down since the start.
+    Q_PROPERTY(bool keyHeard READ keyHeard NOTIFY changed)
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
     /// The reason to be silent by its name, or nothing.
     Q_PROPERTY(QString silence READ silence NOTIFY changed)
@@ -58,6 +61,17 @@ class ModelAdapter : public QObject {
     Q_PROPERTY(QString credits READ credits NOTIFY changed)
     /// A list of { name, value }.
     Q_PROPERTY(QVariantList diagnostics READ diagnostics NOTIFY changed)
+    /// How the latencies of the last hundred keys spread: keys in each bin, the bins' width in
+    /// milliseconds, and the same in a line.
+    Q_PROPERTY(QVariantList latencyBins READ latencyBins NOTIFY changed)
+    Q_PROPERTY(double latencyBinMillis READ latencyBinMillis CONSTANT)
+    Q_PROPERTY(QString latencySummary READ latencySummary NOTIFY changed)
+    /// Keys measured, and how long the last one took: "4.1 ms".
+    Q_PROPERTY(int latencyKeys READ latencyKeys NOTIFY changed)
+    Q_PROPERTY(QString lastLatency READ lastLatency NOTIFY changed)
+    Q_PROPERTY(bool canStartWithSession READ canStartWithSession CONSTANT)
+    Q_PROPERTY(
+        bool startsWithSession READ startsWithSession WRITE setStartsWithSession NOTIFY changed)
 
   public:
     /// `model` outlives it; call `refresh` whenever it says that it has changed.
@@ -72,9 +86,13 @@ class ModelAdapter : public QObject {
     std::function<void()> onAskForPermission;
     std::function<void()> onRelaunch = [] {};
 
+    /// What starts the program with the session; it outlives this. Without it the choice is absent.
+    void setAutostart(Autostart* autostart) { autostart_ = autostart; }
+
     bool soundsOn() const { return model_.soundsOn(); }
     void setSoundsOn(bool on) { model_.setSoundsOn(on); }
     bool typing() const { return model_.activity().typing(); }
+    bool keyHeard() const { return model_.activity().lastKey().has_value(); }
     QString subtitle() const;
     QString silence() const;
     QString tapState() const;
@@ -115,6 +133,14 @@ class ModelAdapter : public QObject {
     void setQuietDuringCalls(bool on) { model_.setQuietDuringCalls(on); }
     QString credits() const;
     QVariantList diagnostics() const;
+    QVariantList latencyBins() const;
+    static double latencyBinMillis();
+    QString latencySummary() const;
+    int latencyKeys() const { return static_cast<int>(model_.diagnostics().keys); }
+    QString lastLatency() const;
+    bool canStartWithSession() const { return autostart_ != nullptr; }
+    bool startsWithSession() const { return autostart_ != nullptr && autostart_->enabled(); }
+    void setStartsWithSession(bool on);
 
     Q_INVOKABLE void selectBoard(const QString& id) { model_.selectBoard(id.toStdString()); }
     Q_INVOKABLE void undo() { model_.undo(); }
@@ -137,6 +163,7 @@ class ModelAdapter : public QObject {
     AppModel& model_;
     BoardListModel boards_;
     QString permissionHint_;
+    Autostart* autostart_ = nullptr;
 };
 
 } // namespace vornic

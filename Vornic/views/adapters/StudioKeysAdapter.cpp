@@ -1,5 +1,6 @@
 #include "Vornic/views/adapters/StudioKeysAdapter.h"
 
+#include "Vornic/views/adapters/DrawnKey.h"
 #include "Vornic/views/adapters/QmlText.h"
 #include "VornicCore/keys/KeySet.h"
 #include "VornicCore/keys/KeyboardLayout.h"
@@ -59,29 +60,10 @@ QVariantList StudioKeysAdapter::keys() const {
     const bool all = std::holds_alternative<KeySelection::All>(model_.studio().selection);
     QVariantList keys;
     for (const LayoutKey& key : drawn(model_).keys) {
-        QVariantMap drawnKey{{"code", key.code ? static_cast<int>(*key.code) : -1},
-                             {"label", QString::fromStdString(key.label)},
-                             {"x", key.x},
-                             {"y", key.y},
-                             {"w", key.w},
-                             {"h", key.h},
-                             {"colour", ""},
-                             {"soundName", ""},
-                             {"selected", false},
-                             {"own", false}};
-        if (const Board* const board = model_.board(); board && key.code) {
-            if (const auto resolved = board->resolve(*key.code)) {
-                const auto place =
-                    std::ranges::find(board->sounds, resolved->sound->id, &SoundSpec::id) -
-                    board->sounds.begin();
-                drawnKey["sound"] = static_cast<int>(place);
-                drawnKey["soundName"] = QString::fromStdString(resolved->sound->name);
-            }
-            // All selected looks like none: outlines on every key would say nothing.
-            drawnKey["selected"] = !all && selected.contains(*key.code);
-            drawnKey["own"] = board->keys.contains(std::to_string(*key.code));
-        }
-        keys.append(drawnKey);
+        QVariantMap shownKey = drawnKey(key, model_.board());
+        // All selected looks like none: outlines on every key would say nothing.
+        shownKey["selected"] = !all && key.code && selected.contains(*key.code);
+        keys.append(shownKey);
     }
     return keys;
 }

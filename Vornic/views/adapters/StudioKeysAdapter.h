@@ -19,8 +19,7 @@ class StudioKeysAdapter : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it.")
 
-    /// The drawn keys: a list of { code, label, x, y, w, h, colour, soundName, selected, own }.
-    /// Lengths in key units; `own` says that the key overrides its group.
+    /// The keys, as drawnKey makes them.
     Q_PROPERTY(QVariantList keys READ keys NOTIFY changed)
     Q_PROPERTY(double layoutWidth READ layoutWidth NOTIFY changed)
     Q_PROPERTY(double layoutHeight READ layoutHeight NOTIFY changed)

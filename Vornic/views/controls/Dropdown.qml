@@ -19,6 +19,7 @@ ComboBox {
     currentIndex: options.findIndex(option => option.value === value)
     font.pixelSize: Theme.body
     hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
     Accessible.name: name
     onActivated: index => {
         const wanted = options[index].value;

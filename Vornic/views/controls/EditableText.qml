@@ -21,6 +21,10 @@ TextField {
     maximumLength: 120
     Accessible.name: name
     // Typed over, it no longer follows the model: committed or given up, it does again.
+    // A name that is too long is read from its beginning.
+    onTextChanged: if (!activeFocus) cursorPosition = 0
+    onActiveFocusChanged: if (!activeFocus) cursorPosition = 0
+    clip: true
     onEditingFinished: if (text.trim() !== "") committed(text.trim())
 
     background: Rectangle {

@@ -10,6 +10,7 @@ Switch {
     implicitHeight: 26
     padding: 0
     hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
     ToolTip.delay: 600
     ToolTip.visible: hovered && ToolTip.text !== ""
 

@@ -16,6 +16,7 @@ Slider {
     snapMode: Slider.NoSnap
     wheelEnabled: true
     hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
 
     background: Rectangle {
         x: slider.leftPadding

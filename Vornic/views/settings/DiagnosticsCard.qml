@@ -24,6 +24,12 @@ Card {
             }
         }
     }
+    LatencyChart {
+        Layout.fillWidth: true
+        bins: card.app.latencyBins
+        binMillis: card.app.latencyBinMillis
+        summary: card.app.latencySummary
+    }
     PushButton {
         text: qsTr("Reset")
         onClicked: card.app.resetLatency()

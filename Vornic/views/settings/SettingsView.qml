@@ -57,6 +57,13 @@ FocusScope {
                     checked: view.app.quietDuringCalls
                     onToggled: on => view.app.quietDuringCalls = on
                 }
+                SettingRow {
+                    Layout.fillWidth: true
+                    visible: view.app.canStartWithSession
+                    title: qsTr("Start with the session")
+                    checked: view.app.startsWithSession
+                    onToggled: on => view.app.startsWithSession = on
+                }
                 RowLayout {
                     Label {
                         Layout.fillWidth: true

@@ -13,16 +13,22 @@ RowLayout {
 
     spacing: Theme.gap
     ColumnLayout {
+        Layout.fillWidth: true
+        Layout.minimumWidth: 120
         spacing: 2
         RowLayout {
             spacing: Theme.gap
             EditableText {
-                Layout.maximumWidth: 320
+                Layout.fillWidth: true
+                Layout.minimumWidth: 60
+                Layout.preferredWidth: implicitWidth
+                Layout.maximumWidth: implicitWidth
                 text: header.app.boardName
                 name: qsTr("Name of the board")
                 onCommitted: value => header.app.renameBoard(value)
             }
             YoursTag { visible: header.app.mine }
+            Item { Layout.fillWidth: true }
         }
         Label {
             visible: !header.app.mine && header.app.boardName !== ""
@@ -31,7 +37,6 @@ RowLayout {
             font.pixelSize: Theme.small
         }
     }
-    Item { Layout.fillWidth: true }
     PushButton {
         symbol: "undo"
         enabled: header.app.canUndo

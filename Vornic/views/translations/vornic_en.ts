@@ -16,6 +16,13 @@
     </message>
 </context>
 <context>
+    <name>WelcomeView</name>
+    <message>
+        <source>⌥⌘K</source>
+        <translation>Alt+Super+K</translation>
+    </message>
+</context>
+<context>
     <name>OutputLine</name>
     <message>
         <source>Bluetooth earphones add their own delay (about 0.2 s) that no app can remove. Wired earphones or the Mac's speakers play instantly.</source>

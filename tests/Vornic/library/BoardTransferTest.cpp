@@ -283,7 +283,7 @@ TEST(BoardTransfer, anOpenedBoardLeavesNoTrace) {
     BoardFile::Contents contents;
     contents.board = mixedBoard({"user/aaaaaaaa"});
     contents.samples["user/aaaaaaaa"] = sound;
-    const Board board = openBoard(std::move(contents), library);
+    const Board board = openBoard(std::move(contents), library).board;
     EXPECT_EQ(board.id, "mine-1");
     EXPECT_EQ(library.samples(board.sounds[0].press.layers[0].samples[0]), sound);
     EXPECT_THAT(user.files(), IsEmpty());

@@ -87,6 +87,35 @@ TEST_F(BoardPlayerTest, theReferenceComesBackAtOnceWithoutARender) {
     EXPECT_EQ(builds, 2);
 }
 
+TEST_F(BoardPlayerTest, aBoardThatIsTriedOutPlaysUntilTheTrialEnds) {
+    player.setReference(named("start"));
+    player.render(named("start"), 0ms);
+    ASSERT_TRUE(comesToPlay("start"));
+    player.tryOut(named("guest"));
+    EXPECT_EQ(playing, "start") << "until it is rendered";
+    ASSERT_TRUE(comesToPlay("guest"));
+    player.compare(true);
+    EXPECT_EQ(playing, "guest");
+    player.render(named("edited"), 0ms);
+    scheduler.advance(0ms);
+    ASSERT_TRUE(eventually([&] { return builds == 3; }));
+    player.compare(false);
+    EXPECT_EQ(playing, "guest");
+    player.endTrial();
+    EXPECT_TRUE(comesToPlay("edited"));
+}
+
+TEST_F(BoardPlayerTest, aTrialThatEndsBeforeItIsRenderedNeverPlays) {
+    player.render(named("start"), 0ms);
+    ASSERT_TRUE(comesToPlay("start"));
+    player.tryOut(named("guest"));
+    player.endTrial();
+    scheduler.advance(1000ms);
+    player.render(named("next"), 0ms);
+    EXPECT_TRUE(comesToPlay("next"));
+    EXPECT_EQ(playing, "next");
+}
+
 TEST_F(BoardPlayerTest, anEditThatOvertakesTheFirstRenderDoesNotCostTheReference) {
     player.setReference(named("start"));
     player.render(named("start"), 0ms);

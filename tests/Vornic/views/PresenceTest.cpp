@@ -1,25 +1,13 @@
 #include "Vornic/views/Presence.h"
 
 #include "Vornic/views/TrayPicture.h"
+#include "tests/Vornic/views/FakeTray.h"
 #include "tests/Vornic/views/ViewsFixture.h"
 
 #include <algorithm>
 
 namespace vornic {
 namespace {
-
-class FakeTray final : public TrayIcon {
-  public:
-    bool visible() const override { return shown; }
-    void show(const Picture& picture, const std::string& line) override {
-        now = picture;
-        text = line;
-    }
-
-    bool shown = true;
-    Picture now;
-    std::string text;
-};
 
 class PresenceTest : public ViewsFixture {
   protected:
@@ -69,6 +57,7 @@ TEST_F(PresenceTest, aClickOnTheIconOpensThePanelAndAnotherClosesIt) {
 
 TEST_F(PresenceTest, withoutATrayThePanelIsAWindow) {
     tray.shown = false;
+    model->setWelcomed();
     Presence presence(*model, tray, false);
     EXPECT_TRUE(waitFor([&] {
         settle();

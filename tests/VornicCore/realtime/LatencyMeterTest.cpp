@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
+#include <vector>
 
 namespace vornic {
 namespace {
@@ -25,6 +27,20 @@ TEST_F(LatencyMeter, keepsTheLastTheLargestAndTheCount) {
     EXPECT_EQ(vornic_latency_last(), 0U);
     EXPECT_EQ(vornic_latency_max(), 0U);
     EXPECT_EQ(vornic_latency_count(), 0U);
+}
+
+TEST_F(LatencyMeter, keepsTheLastHundredOneByOne) {
+    EXPECT_TRUE(Latency::recentMillis().empty());
+    for (std::uint32_t millis = 1; millis <= 103; ++millis) {
+        vornic_latency_record(millis * 1000);
+    }
+    std::vector<double> kept = Latency::recentMillis();
+    ASSERT_EQ(kept.size(), 100U);
+    std::sort(kept.begin(), kept.end());
+    EXPECT_EQ(kept.front(), 4);
+    EXPECT_EQ(kept.back(), 103);
+    vornic_latency_reset();
+    EXPECT_TRUE(Latency::recentMillis().empty());
 }
 
 TEST_F(LatencyMeter, holdsTheLargestValueOfItsType) {

@@ -1,0 +1,94 @@
+// The first start: hear a key within a minute.
+import QtQuick
+import QtQuick.Layouts
+import Vornic
+
+FocusScope {
+    id: view
+
+    required property ModelAdapter app
+    signal closed()
+
+    focus: true
+    implicitWidth: 520
+    implicitHeight: column.implicitHeight + 56
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
+    }
+    ColumnLayout {
+        id: column
+        anchors.fill: parent
+        anchors.margins: 28
+        spacing: 14
+
+        Label {
+            text: qsTr("Welcome to Vornic")
+            font.pixelSize: Theme.heading
+            font.weight: Font.Bold
+            Accessible.role: Accessible.Heading
+        }
+        Label {
+            Layout.fillWidth: true
+            text: qsTr("Every key you press sounds like a mechanical keyboard, in whatever window you type. No keystroke is kept or sent anywhere.")
+        }
+        PermissionBlock {
+            Layout.fillWidth: true
+            app: view.app
+        }
+        ErrorLine {
+            Layout.fillWidth: true
+            text: view.app.lastError
+            onDismissed: view.app.dismissError()
+        }
+        FirstKey {
+            Layout.fillWidth: true
+            visible: view.app.tapState === "listening"
+            app: view.app
+        }
+        SectionTitle { text: qsTr("Keyboard") }
+        Card {
+            Layout.fillWidth: true
+            padding: 6
+            BoardList {
+                Layout.fillWidth: true
+                boards: view.app.boards
+                details: true
+                most: 4
+                onPicked: id => view.app.selectBoard(id)
+            }
+        }
+        RowLayout {
+            spacing: Theme.margin
+            Label { text: qsTr("Volume") }
+            ValueSlider {
+                Layout.fillWidth: true
+                value: view.app.volume
+                Accessible.name: qsTr("Volume")
+                onMoved: view.app.volume = value
+            }
+        }
+        SettingRow {
+            Layout.fillWidth: true
+            visible: view.app.canStartWithSession
+            title: qsTr("Start with the session")
+            checked: view.app.startsWithSession
+            onToggled: on => view.app.startsWithSession = on
+        }
+        RowLayout {
+            spacing: Theme.gap
+            Label {
+                Layout.fillWidth: true
+                text: qsTr("%1 switches the sounds off and on.").arg(qsTr("⌥⌘K"))
+                secondary: true
+            }
+            PushButton {
+                text: qsTr("Done")
+                prominent: true
+                onClicked: view.closed()
+            }
+        }
+    }
+    Keys.onEscapePressed: view.closed()
+}
