@@ -15,6 +15,7 @@
 #include "Vornic/platform/linux/dbus/LinuxSecureInput.h"
 #include "Vornic/platform/linux/dbus/StatusNotifierTray.h"
 #include "Vornic/platform/linux/dbus/control/DBusRunningCopy.h"
+#include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
 #include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
 #include "Vornic/platform/linux/system/AutostartEntry.h"
@@ -75,6 +76,7 @@ AppModel::Options modelOptions(const RunRequest& request) {
     options.settingsFile = AppFolders::settingsFile();
     options.boards = AppFolders::folder("Boards");
     options.samples = AppFolders::folder("Samples");
+    options.decoder = findDecoder(programPath());
     options.board = request.board;
     options.volume = request.volume;
     options.outputKind = request.outputKind;
@@ -123,8 +125,9 @@ int run(const RunRequest& request, QCoreApplication& application) {
     PipeWireOutput output(scheduler);
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
     PipeWireMicrophoneUse microphone(scheduler);
+    PipeWireMicrophone microphoneInput(scheduler);
     LinuxSecureInput secureInput;
-    const Platform platform{output,      *keys.tap, *keys.hotKey, microphone,
+    const Platform platform{output,      *keys.tap, *keys.hotKey, microphone, microphoneInput,
                             secureInput, clock,     scheduler,    log};
     AppModel model(platform, modelOptions(request));
     model.start();

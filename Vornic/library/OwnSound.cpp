@@ -2,6 +2,7 @@
 
 #include "VornicCore/board/Uuid.h"
 
+#include <map>
 #include <utility>
 
 namespace vornic {
@@ -31,6 +32,19 @@ SoundSpec soundOf(const FinishedImport& finished) {
         sound.release = strokeOf(finished.releases, LayerPart::topOut);
     }
     return sound;
+}
+
+void playEverywhere(Board& board, const std::string& sound) {
+    if (board.sound(sound) == nullptr) {
+        return;
+    }
+    for (const auto group : allCases<KeyGroup>()) {
+        board.groups[group].sound = sound;
+    }
+    for (auto& [code, assignment] : board.keys) {
+        assignment.sound.reset();
+    }
+    std::erase_if(board.keys, [](const auto& key) { return key.second == Assignment(); });
 }
 
 } // namespace vornic

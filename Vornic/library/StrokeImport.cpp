@@ -38,6 +38,12 @@ void StrokeImport::startSession(ImportSession session, StrokeCuts cuts) {
     keepsReleases_ = false;
 }
 
+void StrokeImport::rename(const std::string& name) {
+    if (session_) {
+        session_->name = name;
+    }
+}
+
 void StrokeImport::select(std::size_t stroke, bool selected) {
     if (!session_ || stroke >= session_->strokes.size()) {
         return;

@@ -45,6 +45,9 @@ class StrokeImport {
     /// What the user chooses from; absent when there is no session.
     [[nodiscard]] const std::optional<ImportSession>& session() const { return session_; }
 
+    /// Names the sound that is to be made; nothing without a session.
+    void rename(const std::string& name);
+
     /// Ticks or unticks a stroke of the session; others are passed over.
     void select(std::size_t stroke, bool selected);
 

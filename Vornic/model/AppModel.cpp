@@ -34,6 +34,7 @@ void AppModel::start() {
     sound_->setVolume(settings_.volume);
     player_ = std::make_unique<BoardPlayer>(platform_.clock, platform_.scheduler, library_,
                                             options_.builder);
+    makeRecorder();
     connect();
     refreshState();
     applyStage();

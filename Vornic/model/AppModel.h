@@ -14,6 +14,7 @@
 #include "Vornic/model/Platform.h"
 #include "Vornic/model/SettingsFile.h"
 #include "Vornic/model/StudioState.h"
+#include "Vornic/recorder/SoundMaker.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -21,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -98,6 +100,25 @@ class AppModel {
     /// One stroke of the sound that is edited, as it is heard; empty where there is none.
     const std::vector<float>& editorWave();
 
+    // Sounds of the user's own keyboard. A recording silences the keys; what goes wrong shows in
+    // `lastError`.
+
+    /// Records, reads files, and holds the strokes that the user chooses from.
+    SoundMaker& recorder() { return *recorder_; }
+    const SoundMaker& recorder() const { return *recorder_; }
+    /// What the user chooses strokes from; absent most of the time.
+    const std::optional<ImportSession>& importSession() const { return recorder_->session(); }
+    /// Cuts `samples` (48 kHz mono) and opens a session, or says why there is nothing to choose.
+    void startSession(std::span<const float> samples, const std::string& name);
+    /// Keeps the ticked strokes and adds a sound made of them to the current board, as one edit;
+    /// its id. None, and no edit, when nothing was ticked or there is no session. Without a board
+    /// the session stays.
+    std::optional<std::string> finishImport();
+    /// Ends the session and keeps nothing.
+    void cancelImport();
+    /// Makes every key of the current board play one of its sounds, as one edit.
+    void useForAllKeys(const std::string& sound);
+
     // Settings. Each is kept at once.
 
     bool soundsOn() const { return settings_.hearMyself; }
@@ -169,6 +190,7 @@ class AppModel {
     void refreshQuiet();
     void refreshDevice();
     void refreshDiagnostics();
+    void makeRecorder();
     void setTapState(TapState state, const std::string& source);
     void applyStage();
     void announce();
@@ -215,6 +237,7 @@ class AppModel {
     std::unique_ptr<SoundEngine> sound_;
     std::unique_ptr<LiveKeys> keys_;
     std::unique_ptr<BoardPlayer> player_;
+    std::unique_ptr<SoundMaker> recorder_;
     std::vector<std::unique_ptr<Scheduler::Timer>> timers_;
 };
 

@@ -20,6 +20,9 @@ struct ModelOptions {
     std::filesystem::path boards;
     std::filesystem::path samples;
 
+    /// The helper for audio formats such as M4A, as in ReadOptions; empty: there is none.
+    std::filesystem::path decoder{};
+
     /// A board's id, or the path of a board's file.
     std::optional<std::string> board;
     /// 0 to 1.

@@ -5,6 +5,7 @@
 #include "Vornic/platform/HotKey.h"
 #include "Vornic/platform/KeyTap.h"
 #include "Vornic/platform/Log.h"
+#include "Vornic/platform/MicrophoneInput.h"
 #include "Vornic/platform/MicrophoneUse.h"
 #include "Vornic/platform/Scheduler.h"
 #include "Vornic/platform/SecureInput.h"
@@ -17,6 +18,7 @@ struct Platform {
     KeyTap& tap;
     HotKey& hotKey;
     MicrophoneUse& microphone;
+    MicrophoneInput& microphoneInput;
     SecureInput& secureInput;
     Clock& clock;
     Scheduler& scheduler;

@@ -29,7 +29,8 @@ class MicrophoneInput {
     MicrophoneInput& operator=(const MicrophoneInput&) = delete;
     virtual ~MicrophoneInput() = default;
 
-    /// Asks for permission to listen; the answer comes later, on the main thread.
+    /// Asks for permission to listen and gets the default microphone ready; the answer comes later,
+    /// on the main thread. Until `stop`, the microphone may be in use from then on.
     virtual void requestAccess(std::function<void(bool granted)> completion) = 0;
 
     /// What can be captured from.
@@ -39,8 +40,9 @@ class MicrophoneInput {
         std::int64_t channels = 0;
     };
 
-    /// Opens the default microphone, which takes a second at most. What it sounds in, or none when
-    /// there is no microphone; the output's own sound is none. Nothing is handed over yet.
+    /// Opens the default microphone: at once when `requestAccess` has got it ready, otherwise that
+    /// takes two seconds at most. What it sounds in, or none when there is no microphone; the
+    /// output's own sound is none. Nothing is handed over yet.
     virtual std::optional<Format> open() = 0;
 
     /// Hands what is captured to `taker` from now on. False when the microphone, which has been

@@ -59,10 +59,10 @@ bool Recorder::start(double seconds) {
 }
 
 std::vector<float> Recorder::stop() {
+    input_.stop();
     if (!isRecording_) {
         return {};
     }
-    input_.stop();
     isRecording_ = false;
     level_ = 0.0F;
     std::vector<float> captured = std::exchange(captured_, {});

@@ -27,7 +27,8 @@ class Recorder final : private MicrophoneInput::Taker {
     /// microphone that can be used; `problem` says why. True and nothing else while recording.
     bool start(double seconds);
 
-    /// Ends the recording: what was captured, as 48 kHz mono. Empty when not recording.
+    /// Ends the recording: what was captured, as 48 kHz mono. Empty when not recording; then it
+    /// only lets go of a microphone that was asked for.
     std::vector<float> stop();
 
     /// Between a successful `start` and `stop`, also when full or the microphone is gone.

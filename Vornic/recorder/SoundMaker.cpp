@@ -21,25 +21,35 @@ SoundMaker::SoundMaker(const Services& services, Events events)
       recorder_(services.microphone), files_(services.scheduler, services.decoder),
       import_(services.library) {
     recorder_.onLost = [this](const std::string& message) {
+        const std::string before = session() ? session()->id.text() : std::string();
         stopRecording(true);
-        events_.failed(message);
+        // Otherwise the user has been told that there were no keystrokes in what was heard.
+        if (session() && session()->id.text() != before) {
+            events_.failed(message);
+        } else {
+            events_.noted(message);
+        }
     };
 }
 
 void SoundMaker::startRecording() {
-    if (recorder_.isRecording()) {
+    if (recorder_.isRecording() || isStarting_) {
         return;
     }
     endRound();
+    isStarting_ = true;
+    changed();
     recorder_.requestAccess([this, round = std::weak_ptr(round_)](bool granted) {
         if (round.expired()) {
             return;
         }
         endRound();
+        isStarting_ = false;
         if (granted) {
             begin();
         } else {
             events_.failed(ImportMessages::accessDenied);
+            changed();
         }
     });
 }
@@ -48,8 +58,10 @@ void SoundMaker::begin() {
     if (!recorder_.start(static_cast<double>(longestSeconds))) {
         events_.failed(ImportMessages::noMicrophone);
         events_.noted(recorder_.problem());
+        changed();
         return;
     }
+    timeWasUp_ = false;
     startNanos_ = clock_.nanos();
     lookedNanos_ = startNanos_;
     level_ = 0.0F;
@@ -76,6 +88,7 @@ void SoundMaker::tick() {
         // Not here: stopping destroys the timer that calls.
         scheduler_.post([this, round = std::weak_ptr(round_)] {
             if (!round.expired()) {
+                timeWasUp_ = true;
                 stopRecording(true);
             }
         });
@@ -84,6 +97,11 @@ void SoundMaker::tick() {
 
 void SoundMaker::stopRecording(bool keep) {
     endRound();
+    if (isStarting_) {
+        isStarting_ = false;
+        recorder_.stop();
+        changed();
+    }
     if (!recorder_.isRecording()) {
         return;
     }
@@ -100,6 +118,8 @@ void SoundMaker::stopRecording(bool keep) {
 }
 
 void SoundMaker::importRecording(const std::filesystem::path& file) {
+    stopRecording(false);
+    timeWasUp_ = false;
     importProgress_ = 0.0;
     files_.start(
         file,
@@ -132,6 +152,11 @@ void SoundMaker::startSession(std::span<const float> samples, const std::string&
     if (const std::string error = import_.startSession(samples, name); !error.empty()) {
         events_.failed(error);
     }
+    changed();
+}
+
+void SoundMaker::rename(const std::string& name) {
+    import_.rename(name);
     changed();
 }
 

@@ -58,6 +58,12 @@ class SoundMaker {
     /// Ends the recording. With `keep`, cuts it and opens a session named "My keyboard".
     void stopRecording(bool keep);
     [[nodiscard]] bool isRecording() const { return recorder_.isRecording(); }
+    /// Asked for the microphone and not answered yet.
+    [[nodiscard]] bool isStarting() const { return isStarting_; }
+    /// The last recording went on until its time was up.
+    [[nodiscard]] bool timeWasUp() const { return timeWasUp_; }
+    /// Why the last recording did not start and what to do about it; empty when it did.
+    [[nodiscard]] std::string problem() const { return recorder_.problem(); }
     /// For the meter, 0 to 1 and above; brought up to date ten times a second.
     [[nodiscard]] float level() const { return level_; }
     /// What is left of the 20 seconds, rounded up.
@@ -65,7 +71,7 @@ class SoundMaker {
     /// What the recording has brought so far, twice a second.
     [[nodiscard]] const LiveStrokes& live() const { return live_; }
 
-    /// Reads and cuts a file, then opens a session named after it.
+    /// Reads and cuts a file, then opens a session named after it. Ends a recording and drops it.
     void importRecording(const std::filesystem::path& file);
     /// How much of the file has been read, 0 to 1; absent when none is being read.
     [[nodiscard]] std::optional<double> importProgress() const { return importProgress_; }
@@ -74,6 +80,8 @@ class SoundMaker {
     /// The message to show when there is nothing to choose from goes to `failed`.
     void startSession(std::span<const float> samples, const std::string& name);
     [[nodiscard]] const std::optional<ImportSession>& session() const { return import_.session(); }
+    /// Names the sound to be made; nothing without a session.
+    void rename(const std::string& name);
     void select(std::size_t stroke, bool selected);
     /// Where the session's strokes are cut, to be drawn; absent without a session.
     [[nodiscard]] const std::optional<StrokeCuts>& cuts() const { return import_.cuts(); }
@@ -101,6 +109,8 @@ class SoundMaker {
     StrokeImport import_;
 
     std::unique_ptr<Scheduler::Timer> timer_;
+    bool isStarting_ = false;
+    bool timeWasUp_ = false;
     std::uint64_t startNanos_ = 0;
     std::uint64_t lookedNanos_ = 0; // when the strokes were last counted
     float level_ = 0.0F;

@@ -83,8 +83,10 @@ TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
                       [&](const std::string& note) { failures.push_back(note); }});
 
     maker.startRecording();
-    scheduler_.run(); // the system grants the microphone
-    ASSERT_TRUE(maker.isRecording()) << testing::PrintToString(failures);
+    ASSERT_TRUE(waitFor([&] {
+        scheduler_.run(); // the microphone answers
+        return maker.isRecording();
+    })) << testing::PrintToString(failures);
     ASSERT_EQ(playAloud(folder_ / "typing.wav"), 0);
     maker.stopRecording(true);
     EXPECT_TRUE(failures.empty()) << testing::PrintToString(failures);

@@ -3,10 +3,12 @@
 #include "Vornic/recorder/Recorder.h"
 
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
+#include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "VornicCore/recordings/Slicer.h"
 #include "VornicCore/recordings/WriteWav.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/PrivateSoundServer.h"
+#include "tests/support/ManualScheduler.h"
 #include "tests/support/QueueScheduler.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/TypingNoise.h"
@@ -14,6 +16,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -115,6 +120,47 @@ TEST_F(RecorderLiveTest, refusesWithoutASoundServer) {
     Recorder recorder(microphone);
     EXPECT_FALSE(recorder.start(20));
     EXPECT_NE(recorder.problem(), "");
+}
+
+TEST_F(RecorderLiveTest, opensAtOnceTheMicrophoneThatWasAskedFor) {
+    ManualScheduler scheduler;
+    PipeWireMicrophone microphone(scheduler);
+    Recorder recorder(microphone);
+    bool started = false;
+    recorder.requestAccess([&](bool) { started = recorder.start(20); });
+    EXPECT_TRUE(waitFor([&] {
+        scheduler.run();
+        return started;
+    })) << recorder.problem();
+    EXPECT_TRUE(hears(recorder, 1));
+}
+
+TEST_F(RecorderLiveTest, neverHoldsUpTheMainThreadForAServerThatDoesNotAnswer) {
+    PrivateSoundServer server;
+    server.start();
+    server.addSource("mic");
+    server.freeze();
+    ManualScheduler scheduler;
+    PipeWireMicrophone microphone(scheduler, server.remote());
+    Recorder recorder(microphone);
+    const MonotonicClock clock;
+    std::optional<bool> started;
+    std::uint64_t nanos = 0;
+    const auto spent = [&](const auto& work) {
+        const std::uint64_t before = clock.nanos();
+        work();
+        nanos += clock.nanos() - before;
+    };
+    spent([&] { recorder.requestAccess([&](bool) { started = recorder.start(20); }); });
+    scheduler.run();
+    EXPECT_EQ(started, std::nullopt);
+    spent([&] { scheduler.advance(std::chrono::seconds(2)); });
+    spent([&] { scheduler.run(); });
+    EXPECT_EQ(started, false);
+    EXPECT_EQ(recorder.problem().substr(0, 37), "The sound server does not answer: res");
+    // A wait for the server would take two seconds.
+    EXPECT_LT(nanos, 1'000'000'000U);
+    server.thaw();
 }
 
 TEST_F(RecorderLiveTest, keepsWhatItHeardWhenTheMicrophoneIsPulledOut) {

@@ -2,6 +2,7 @@
 
 #include "Vornic/platform/MicrophoneInput.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,12 +17,19 @@ class FakeMicrophone final : public MicrophoneInput {
     std::optional<Format> format = Format{48000, 1};
     /// What `start` answers.
     bool starts = true;
-    /// What `requestAccess` answers, at once.
+    /// What `requestAccess` answers: at once, or else when `answer` is called.
     bool granted = true;
+    bool answersAtOnce = true;
     int opened = 0;
     bool isOpen = false;
 
-    void requestAccess(std::function<void(bool)> completion) override { completion(granted); }
+    void requestAccess(std::function<void(bool)> completion) override {
+        isOpen = granted;
+        asked_ = std::move(completion);
+        if (answersAtOnce) {
+            answer();
+        }
+    }
     std::optional<Format> open() override {
         ++opened;
         isOpen = format.has_value();
@@ -34,6 +42,12 @@ class FakeMicrophone final : public MicrophoneInput {
     void stop() override {
         taker_ = nullptr;
         isOpen = false;
+        asked_ = nullptr;
+    }
+    void answer() {
+        if (const auto asked = std::exchange(asked_, nullptr)) {
+            asked(granted);
+        }
     }
     [[nodiscard]] std::string problem() const override {
         return format && starts ? "" : "No microphone.";
@@ -56,6 +70,7 @@ class FakeMicrophone final : public MicrophoneInput {
     }
 
   private:
+    std::function<void(bool)> asked_;
     Taker* taker_ = nullptr;
 };
 

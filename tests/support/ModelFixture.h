@@ -2,6 +2,7 @@
 
 #include "Vornic/model/AppModel.h"
 #include "tests/support/ClickPack.h"
+#include "tests/support/FakeMicrophone.h"
 #include "tests/support/FakeOutput.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/ManualScheduler.h"
@@ -82,8 +83,8 @@ class CollectingLog final : public Log {
     std::string text_;
 };
 
-/// A microphone that the test takes into use.
-class FakeMicrophone final : public MicrophoneUse {
+/// A microphone that another program takes into use when the test says so.
+class FakeMicrophoneUse final : public MicrophoneUse {
   public:
     void start() override { ++starts; }
     bool inUse() const override { return used; }
@@ -120,7 +121,8 @@ class ModelFixture : public ::testing::Test {
         return options;
     }
     Platform platform() {
-        return {output, tap, hotKey, microphone, secureInput, clock, scheduler, log};
+        return {output,      tap,   hotKey,    microphone, microphoneInput,
+                secureInput, clock, scheduler, log};
     }
 
     void start() { model->start(); }
@@ -159,7 +161,8 @@ class ModelFixture : public ::testing::Test {
     ManualClock clock;
     FakeTap tap{clock};
     FakeHotKey hotKey;
-    FakeMicrophone microphone;
+    FakeMicrophoneUse microphone;
+    FakeMicrophone microphoneInput;
     FakeSecureInput secureInput;
     ManualScheduler scheduler;
     CollectingLog log;

@@ -156,6 +156,73 @@ TEST_F(SoundMakerTest, keepsWhatItHeardWhenTheMicrophoneGoes) {
               Messages{"The microphone is gone. What it heard until then has been kept."});
 }
 
+TEST_F(SoundMakerTest, saysThatNothingWasHeardBeforeTheMicrophoneWent) {
+    maker_->startRecording();
+    microphone_.hear(std::vector<float>(48000));
+    microphone_.lose();
+    EXPECT_FALSE(maker_->isRecording());
+    EXPECT_EQ(failures_,
+              Messages{"No keystrokes found. Press keys one at a time, a little apart."});
+}
+
+TEST_F(SoundMakerTest, waitsForTheMicrophoneWithoutHoldingUpAnything) {
+    microphone_.answersAtOnce = false;
+    maker_->startRecording();
+    EXPECT_TRUE(maker_->isStarting());
+    EXPECT_FALSE(maker_->isRecording());
+    maker_->startRecording();
+    microphone_.answer();
+    EXPECT_FALSE(maker_->isStarting());
+    EXPECT_TRUE(maker_->isRecording());
+}
+
+TEST_F(SoundMakerTest, letsGoOfTheMicrophoneThatItHasNotGotYet) {
+    microphone_.answersAtOnce = false;
+    maker_->startRecording();
+    maker_->stopRecording(false);
+    EXPECT_FALSE(maker_->isStarting());
+    EXPECT_FALSE(microphone_.isOpen);
+    microphone_.answer();
+    EXPECT_FALSE(maker_->isRecording());
+    EXPECT_TRUE(quiet_.empty());
+    EXPECT_TRUE(failures_.empty());
+}
+
+TEST_F(SoundMakerTest, knowsWhetherTheTimeWasUp) {
+    maker_->startRecording();
+    microphone_.hear(typing());
+    pass(201);
+    ASSERT_TRUE(maker_->session());
+    EXPECT_TRUE(maker_->timeWasUp());
+    maker_->startRecording();
+    EXPECT_FALSE(maker_->timeWasUp());
+    microphone_.hear(typing());
+    maker_->stopRecording(true);
+    EXPECT_FALSE(maker_->timeWasUp());
+}
+
+TEST_F(SoundMakerTest, namesTheSoundAndItsSamplesAsTheUserDoes) {
+    maker_->rename("nothing to name");
+    maker_->startSession(typing(), "My keyboard");
+    maker_->rename("Old one");
+    const FinishedImport finished = required(maker_->finishImport());
+    EXPECT_EQ(finished.name, "Old one");
+    EXPECT_EQ(finished.samples.front().name, "Old one 1");
+}
+
+TEST_F(SoundMakerTest, aFileTakesThePlaceOfARecording) {
+    writeWAV(typing(), folder_ / "Old.wav");
+    maker_->startRecording();
+    microphone_.hear(typing());
+    maker_->importRecording(folder_ / "Old.wav");
+    EXPECT_FALSE(maker_->isRecording());
+    EXPECT_TRUE(waitFor([&] {
+        scheduler_.run();
+        return maker_->session().has_value();
+    }));
+    EXPECT_EQ(required(maker_->session()).name, "Old");
+}
+
 TEST_F(SoundMakerTest, importsAFile) {
     writeWAV(typing(), folder_ / "Old.wav");
     maker_->importRecording(folder_ / "Old.wav");

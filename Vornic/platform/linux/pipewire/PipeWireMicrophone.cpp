@@ -73,9 +73,12 @@ class PipeWireMicrophone::Capture {
     }
 
     void note(const Format& format) {
-        const std::scoped_lock lock(owner_.mutex_);
-        owner_.progress_.format = format;
+        {
+            const std::scoped_lock lock(owner_.mutex_);
+            owner_.progress_.format = format;
+        }
         owner_.changed_.notify_all();
+        owner_.settled();
     }
 
     pw_core* core_;
@@ -96,11 +99,30 @@ PipeWireMicrophone::~PipeWireMicrophone() {
 }
 
 void PipeWireMicrophone::requestAccess(std::function<void(bool granted)> completion) {
-    // The sound server lets its user's programs record; whom it does not let, `open` tells.
-    scheduler_.post([completion = std::move(completion)] { completion(true); });
+    connect();
+    isPrepared_ = true;
+    completion_ = std::move(completion);
+    // What is called destroys the timer: not from inside it.
+    deadline_ = scheduler_.after(longestWait, [this] { settled(); });
 }
 
-std::optional<MicrophoneInput::Format> PipeWireMicrophone::open() {
+void PipeWireMicrophone::settled() {
+    scheduler_.post([this, session = std::weak_ptr<int>(session_)] {
+        if (!session.expired()) {
+            answer();
+        }
+    });
+}
+
+void PipeWireMicrophone::answer() {
+    deadline_.reset();
+    if (const auto completion = std::exchange(completion_, nullptr)) {
+        // The sound server lets its user's programs record; whom it does not let, `open` tells.
+        completion(true);
+    }
+}
+
+void PipeWireMicrophone::connect() {
     stop();
     progress_ = {};
     session_ = std::make_shared<int>();
@@ -118,9 +140,18 @@ std::optional<MicrophoneInput::Format> PipeWireMicrophone::open() {
                                         capture_.reset();
                                         fail(gone);
                                     }});
+}
+
+std::optional<MicrophoneInput::Format> PipeWireMicrophone::open() {
+    const bool waited = std::exchange(isPrepared_, false);
+    if (!waited) {
+        connect();
+    }
     std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, longestWait,
-                      [this] { return progress_.format || !progress_.problem.empty(); });
+    const auto isSettled = [this] { return progress_.format || !progress_.problem.empty(); };
+    if (!waited) {
+        changed_.wait_for(lock, longestWait, isSettled);
+    }
     if (progress_.format && progress_.problem.empty()) {
         problem_.clear();
         return progress_.format;
@@ -142,6 +173,9 @@ bool PipeWireMicrophone::start(Taker& taker) {
 void PipeWireMicrophone::stop() {
     connection_.reset();
     session_.reset();
+    completion_ = nullptr;
+    deadline_.reset();
+    isPrepared_ = false;
     taker_.store(nullptr, std::memory_order_release);
 }
 
@@ -159,6 +193,7 @@ void PipeWireMicrophone::fail(const char* problem) {
         progress_.problem = problem;
     }
     changed_.notify_all();
+    settled();
     // What comes from now on is not from the microphone.
     if (taker_.exchange(nullptr) != nullptr) {
         scheduler_.post([this, session = std::weak_ptr<int>(session_)] {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -14,8 +15,9 @@ namespace vornic {
 
 class ServerConnection;
 
-/// The default microphone of the PipeWire server, over a connection that lasts from `open` to
-/// `stop`.
+/// The default microphone of the PipeWire server, over a connection that lasts from `requestAccess`
+/// or `open` to `stop`. After `requestAccess`, `open` does not wait: the answer comes when the
+/// microphone is open, or cannot be.
 class PipeWireMicrophone final : public MicrophoneInput {
   public:
     /// `scheduler` runs what is told later; `remote` is the server's name or the path of its
@@ -38,6 +40,9 @@ class PipeWireMicrophone final : public MicrophoneInput {
         std::string problem;
     };
 
+    void connect();
+    void settled();
+    void answer();
     void fail(const char* problem);
     bool hasFailed();
 
@@ -48,8 +53,12 @@ class PipeWireMicrophone final : public MicrophoneInput {
     std::mutex mutex_; // guards progress_
     std::condition_variable changed_;
     Progress progress_;
-    // Lives from open to stop; work that waits in the scheduler holds it weakly.
+    // Lives as long as the connection; work that waits in the scheduler holds it weakly.
     std::shared_ptr<int> session_;
+    // Of `requestAccess`, until it is answered.
+    std::function<void(bool)> completion_;
+    std::unique_ptr<Scheduler::Timer> deadline_;
+    bool isPrepared_ = false; // the connection was made for `requestAccess`, and is not used yet
     std::unique_ptr<Capture> capture_; // the connection's thread
     std::unique_ptr<ServerConnection> connection_;
 };
