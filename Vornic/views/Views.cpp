@@ -39,7 +39,8 @@ bool desktopIsDark() {
 } // namespace
 
 Views::Views(AppModel& model)
-    : model_(model), adapter_(model), keys_(model), sounds_(model), preview_(model) {
+    : model_(model), adapter_(model), keys_(model), sounds_(model), preview_(model),
+      recorder_(model) {
     if (words_.load(":/i18n/vornic_en.qm")) {
         QCoreApplication::installTranslator(&words_);
     }
@@ -78,6 +79,7 @@ void Views::refresh() {
     keys_.refresh();
     sounds_.refresh();
     preview_.refresh();
+    recorder_.refresh();
     theme_->setProperty("accent", adapter_.accent());
     Q_EMIT refreshed();
 }
@@ -97,6 +99,7 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     if (file.startsWith("studio/")) {
         properties["keysEditor"] = QVariant::fromValue(&keys_);
         properties["soundsEditor"] = QVariant::fromValue(&sounds_);
+        properties["recorder"] = QVariant::fromValue(&recorder_);
     }
     if (file.startsWith("preview/")) {
         properties["preview"] = QVariant::fromValue(&preview_);

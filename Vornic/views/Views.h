@@ -4,6 +4,7 @@
 #include "Vornic/views/BoardDrop.h"
 #include "Vornic/views/adapters/ModelAdapter.h"
 #include "Vornic/views/adapters/PreviewAdapter.h"
+#include "Vornic/views/adapters/RecordingAdapter.h"
 #include "Vornic/views/adapters/StudioKeysAdapter.h"
 #include "Vornic/views/adapters/StudioSoundsAdapter.h"
 
@@ -29,6 +30,7 @@ class Views : public QObject {
 
     ModelAdapter& adapter() { return adapter_; }
     QQmlEngine& engine() { return engine_; }
+    RecordingAdapter& recorder() { return recorder_; }
 
   public Q_SLOTS:
     /// The Studio where the advanced editor is on, otherwise the simple window.
@@ -84,6 +86,7 @@ class Views : public QObject {
     StudioKeysAdapter keys_;
     StudioSoundsAdapter sounds_;
     PreviewAdapter preview_;
+    RecordingAdapter recorder_;
     QTranslator words_;
     QQmlEngine engine_;
     QObject* theme_ = nullptr; // the engine's

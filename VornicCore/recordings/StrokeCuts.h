@@ -42,6 +42,8 @@ class StrokeCuts {
     [[nodiscard]] std::size_t count() const { return cuts_.size(); }
     /// Where stroke `stroke`, one of `count`, is cut now.
     [[nodiscard]] Range cut(std::size_t stroke) const { return cuts_[stroke]; }
+    /// Where the slicer has cut it.
+    [[nodiscard]] Range originalCut(std::size_t stroke) const { return original_[stroke]; }
     /// Where the key was hit.
     [[nodiscard]] std::int64_t onset(std::size_t stroke) const { return onsets_[stroke]; }
 

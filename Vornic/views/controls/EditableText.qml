@@ -7,6 +7,8 @@ TextField {
     id: field
 
     property string name: ""
+    // Whether its frame shows although nobody points at it.
+    property bool framed: false
     signal committed(string value)
 
     implicitHeight: Theme.control
@@ -30,6 +32,6 @@ TextField {
     background: Rectangle {
         radius: Theme.radius - 2
         color: field.activeFocus ? Theme.surface : "transparent"
-        border.color: field.activeFocus ? Theme.focus : field.hovered ? Theme.line : "transparent"
+        border.color: field.activeFocus ? Theme.focus : field.hovered || field.framed ? Theme.line : "transparent"
     }
 }

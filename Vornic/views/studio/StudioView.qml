@@ -10,6 +10,7 @@ FocusScope {
     required property ModelAdapter app
     required property StudioKeysAdapter keysEditor
     required property StudioSoundsAdapter soundsEditor
+    required property RecordingAdapter recorder
 
     focus: true
     implicitWidth: 820
@@ -36,13 +37,19 @@ FocusScope {
             text: view.app.lastError
             onDismissed: view.app.dismissError()
         }
-        Choice {
-            Layout.alignment: Qt.AlignHCenter
-            implicitWidth: 260
-            name: qsTr("Studio")
-            options: [{ value: "keys", text: qsTr("Keys") }, { value: "sounds", text: qsTr("Sounds") }]
-            value: view.app.studioTab
-            onPicked: v => view.app.studioTab = v
+        RowLayout {
+            Choice {
+                implicitWidth: 260
+                name: qsTr("Studio")
+                options: [{ value: "keys", text: qsTr("Keys") }, { value: "sounds", text: qsTr("Sounds") }]
+                value: view.app.studioTab
+                onPicked: v => view.app.studioTab = v
+            }
+            Item { Layout.fillWidth: true }
+            RecordingEntries {
+                onRecord: recordings.record()
+                onImportRecording: recordings.askForFile()
+            }
         }
         KeysTab {
             Layout.fillWidth: true
@@ -57,6 +64,11 @@ FocusScope {
             visible: view.app.studioTab === "sounds"
             soundsEditor: view.soundsEditor
         }
+    }
+    RecordingLayer {
+        id: recordings
+        anchors.fill: parent
+        recorder: view.recorder
     }
     Loader {
         id: files
