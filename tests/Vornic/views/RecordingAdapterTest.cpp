@@ -176,7 +176,7 @@ TEST_F(RecordingAdapterTest, keepsWhatIsTickedAndOffersItForAllKeys) {
     adapter->keep();
     EXPECT_EQ(adapter->phase(), "idle");
     EXPECT_EQ(adapter->justMade(), "Old one");
-    const SoundSpec& sound = model->board()->sounds.back();
+    const SoundSpec sound = model->board()->sounds.back();
     EXPECT_EQ(sound.name, "Old one");
     EXPECT_EQ(sound.press.layers.front().samples.size(), 2U);
     EXPECT_EQ(sound.release->layers.front().samples.size(), 1U);
