@@ -1,9 +1,7 @@
 // Wires the program: reads the command line, makes this platform's services and hands them to the
 // model.
 
-#include "Vornic/commands/BoardCommands.h"
 #include "Vornic/commands/CommandLine.h"
-#include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "Vornic/keystroke/PreviewPhrase.h"
 #include "Vornic/library/AppFolders.h"
@@ -15,6 +13,8 @@
 #include "Vornic/platform/linux/dbus/LinuxSecureInput.h"
 #include "Vornic/platform/linux/dbus/StatusNotifierTray.h"
 #include "Vornic/platform/linux/dbus/control/DBusRunningCopy.h"
+#include "Vornic/platform/linux/evdev/KeyGrant.h"
+#include "Vornic/platform/linux/permission/InputMonitoringRequest.h"
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
 #include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
 #include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
@@ -22,11 +22,12 @@
 #include "Vornic/platform/linux/system/JournalLog.h"
 #include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "Vornic/platform/linux/system/ProgramPath.h"
+#include "Vornic/platform/linux/system/Relaunch.h"
 #include "Vornic/platform/linux/tray/XEmbedTray.h"
+#include "Vornic/platform/qt/QtProgram.h"
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
-#include "Vornic/recorder/DecoderProcess.h"
-#include "Vornic/runDoctor.h"
+#include "Vornic/runCommand.h"
 #include "Vornic/runKeys.h"
 #include "Vornic/runSelfTest.h"
 #include "Vornic/views/Presence.h"
@@ -108,7 +109,23 @@ void takePictures(Views& views, const std::filesystem::path& folder, Log& log,
     });
 }
 
-int run(const RunRequest& request, QCoreApplication& application) {
+/// How a run has ended.
+struct RunEnd {
+    int status = EXIT_SUCCESS;
+    /// The program is to take its own place.
+    bool relaunch = false;
+};
+
+/// The arguments of a relaunch: a board file has been looked at already.
+std::vector<std::string> withoutBoardFile(std::vector<std::string> arguments,
+                                          const RunRequest& request) {
+    std::erase_if(arguments, [&](const std::string& argument) {
+        return request.open && std::filesystem::absolute(argument) == *request.open;
+    });
+    return arguments;
+}
+
+RunEnd run(const RunRequest& request, QCoreApplication& application) {
     JournalLog log;
     QuitSignals quit([&application] { application.quit(); });
     MonotonicClock clock;
@@ -116,11 +133,11 @@ int run(const RunRequest& request, QCoreApplication& application) {
 
     const KeySource source = chooseKeySource(sessionEnvironment());
     if (!source.problem.empty()) {
-        return playDemo(request, source.problem, log);
+        return {playDemo(request, source.problem, log)};
     }
     DBusRunningCopy copy;
     if (!isTheOnlyCopy(copy, request)) {
-        return EXIT_SUCCESS;
+        return {};
     }
     PipeWireOutput output(scheduler);
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
@@ -132,8 +149,10 @@ int run(const RunRequest& request, QCoreApplication& application) {
     AppModel model(platform, modelOptions(request));
     model.start();
     if (const std::string problem = output.problem(); !problem.empty()) {
-        return playDemo(request, problem, log);
+        return {playDemo(request, problem, log)};
     }
+    InputMonitoringRequest permission(InputMonitoringRequest::helperOf(programPath()),
+                                      startProgram);
     StatusNotifierTray statusNotifier;
     XEmbedTray olderTray;
     FallbackTray tray(statusNotifier, olderTray,
@@ -141,17 +160,30 @@ int run(const RunRequest& request, QCoreApplication& application) {
     Presence presence(model, tray, request.hidden || request.selfTest || request.snapshot);
     presence.views().adapter().setPermissionHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
+    presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
     presence.views().onQuit = [&application] { application.quit(); };
     AutostartEntry autostart(AppFolders::autostartEntry(), programPath());
     presence.views().adapter().setAutostart(&autostart);
-    copy.answer([&model, &presence, &log](const RunningCopy::Words& words) {
+    bool again = false;
+    const auto relaunch = [&again, &application] {
+        again = true;
+        application.quit();
+    };
+    presence.views().adapter().onRelaunch = relaunch;
+    copy.answer([&model, &presence, &log, relaunch](const RunningCopy::Words& words) {
+        if (words == RunningCopy::Words{"relaunch"}) {
+            relaunch();
+            return ControlAnswer{0, "Vornic starts again."};
+        }
         return control(model, words, [&presence, &log] {
             log.info("Another start was sent here");
             presence.comeForward();
         });
     });
     if (request.open) {
-        model.previewBoard(*request.open);
+        if (model.previewBoard(*request.open)) {
+            log.info("Looking at the board " + model.preview()->name);
+        }
         presence.comeForward();
     }
     if (request.gallery) {
@@ -167,83 +199,14 @@ int run(const RunRequest& request, QCoreApplication& application) {
     const int status = QCoreApplication::exec();
     copy.answer([](const RunningCopy::Words&) { return ControlAnswer{1, "Vornic is ending."}; });
     log.info(model.voiceReport());
-    return status;
+    return {status, again};
 }
 
-int type(const TypeCommandRequest& request) {
-    try {
-        const TypeOutcome outcome = typeIntoFile(request.type);
-        for (const std::string& remark : outcome.remarks) {
-            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
-        }
-        if (request.json) {
-            std::puts(reportAsJson(outcome.report).c_str());
-        }
-        return EXIT_SUCCESS;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "vornic: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
-}
-
-int slice(const SliceCommandRequest& request) {
-    try {
-        SliceRequest asked = request.slice;
-        asked.decoder = findDecoder(programPath());
-        const SliceReport report = sliceFile(asked);
-        for (const std::string& remark : report.remarks) {
-            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
-        }
-        if (request.json) {
-            std::puts(reportAsJson(report).c_str());
-        } else {
-            std::fputs(reportAsText(report).c_str(), stdout);
-        }
-        return EXIT_SUCCESS;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "vornic: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
-}
-
-int runBoards(const BoardRequest& request) {
-    try {
-        const CommandOutcome outcome = runBoardCommand(request);
-        for (const std::string& remark : outcome.remarks) {
-            std::fprintf(stderr, "vornic: %s\n", remark.c_str());
-        }
-        std::fputs(outcome.text.c_str(), stdout);
-        return EXIT_SUCCESS;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "vornic: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
-}
-
-int askRunningCopy(const ControlRequest& request) {
-    const ControlAnswer answer = DBusRunningCopy().ask(request.words);
-    if (!answer.text.empty()) {
-        std::fprintf(answer.status == 0 ? stdout : stderr, "%s\n", answer.text.c_str());
-    }
-    return answer.status;
-}
-
-int autostart(const AutostartRequest& request) {
-    AutostartEntry entry(AppFolders::autostartEntry(), programPath());
-    if (request.on) {
-        if (const std::error_code error = entry.setEnabled(*request.on)) {
-            std::fprintf(stderr, "vornic: Couldn't change how Vornic starts: %s\n",
-                         error.message().c_str());
-            return EXIT_FAILURE;
-        }
-    }
-    std::puts(entry.enabled() ? "on" : "off");
-    return EXIT_SUCCESS;
-}
-
-int print(const PrintRequest& request) {
-    std::fputs(request.text.c_str(), request.status == 0 ? stdout : stderr);
-    return request.status;
+/// Starts the program anew in its own place; returns when that failed.
+void relaunch(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
+    replaceProcess(
+        relaunchCommand(program, arguments, KeyGrant::lacksGroup() ? KeyGrant::group : ""));
+    std::perror("vornic: Couldn't start again");
 }
 
 /// Windows need a display: without one, and for commands, there are none. Those of the self-test
@@ -269,6 +232,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const 
     // The toolkit's threads start with it.
     QuitSignals::block();
     auto application = std::make_unique<QGuiApplication>(argc, argv);
+    // Desktops find the name and the icon of a window by it.
+    QGuiApplication::setDesktopFileName("org.vornic.Vornic");
     QGuiApplication::setQuitOnLastWindowClosed(false);
     return application;
 }
@@ -281,27 +246,16 @@ int main(int argc, char** argv) {
     const auto request = vornic::readCommandLine(
         arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));
     const auto* const run = std::get_if<vornic::RunRequest>(&request);
-    const auto application = vornic::makeApplication(argc, argv, run);
+    auto application = vornic::makeApplication(argc, argv, run);
     if (run != nullptr) {
-        return vornic::run(*run, *application);
+        // Asked for now: an upgrade may take the file away while the program runs.
+        const std::filesystem::path program = vornic::programPath();
+        const vornic::RunEnd end = vornic::run(*run, *application);
+        if (end.relaunch) {
+            application.reset();
+            vornic::relaunch(program, vornic::withoutBoardFile(arguments, *run));
+        }
+        return end.status;
     }
-    if (const auto* const autostart = std::get_if<vornic::AutostartRequest>(&request)) {
-        return vornic::autostart(*autostart);
-    }
-    if (const auto* const control = std::get_if<vornic::ControlRequest>(&request)) {
-        return vornic::askRunningCopy(*control);
-    }
-    if (const auto* const type = std::get_if<vornic::TypeCommandRequest>(&request)) {
-        return vornic::type(*type);
-    }
-    if (const auto* const slice = std::get_if<vornic::SliceCommandRequest>(&request)) {
-        return vornic::slice(*slice);
-    }
-    if (const auto* const boards = std::get_if<vornic::BoardRequest>(&request)) {
-        return vornic::runBoards(*boards);
-    }
-    if (const auto* const doctor = std::get_if<vornic::DoctorRequest>(&request)) {
-        return vornic::runDoctor(*doctor);
-    }
-    return vornic::print(std::get<vornic::PrintRequest>(request));
+    return vornic::runCommand(request);
 }

@@ -12,6 +12,7 @@ ControlCommandLine::ControlCommandLine(CLI::App& app) {
         ->add_option("VOLUME", volume_, "From 0 to 1");
     add(app, "status", "Says how the running Vornic is doing")
         ->add_flag("--json", json_, "As JSON");
+    add(app, "relaunch", "Starts the running Vornic anew, with the arguments it was started with");
 }
 
 CLI::App* ControlCommandLine::add(CLI::App& app, const std::string& name, const std::string& help) {

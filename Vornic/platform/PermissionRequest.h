@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace vornic {
 
@@ -22,6 +23,12 @@ class PermissionRequest {
     /// What came of it, and a sentence that says what to do, empty when granted.
     using Done = std::function<void(PermissionAnswer, const std::string& message)>;
 
+    /// One point of the explanation, with its heading; the first one has none.
+    struct Point {
+        std::string heading;
+        std::string text;
+    };
+
     PermissionRequest() = default;
     PermissionRequest(const PermissionRequest&) = delete;
     PermissionRequest& operator=(const PermissionRequest&) = delete;
@@ -29,10 +36,13 @@ class PermissionRequest {
 
     /// What is read, what never happens, who else gains access, which file is made and how to take
     /// it back, in plain words: to be shown before `request`.
-    virtual std::string explanation() const = 0;
+    virtual std::vector<Point> explanation() const = 0;
 
     /// Whether there is anything to ask.
     virtual bool possible() const = 0;
+
+    /// Whether the user's agreement is in force, so that it can be taken back.
+    virtual bool granted() const = 0;
 
     /// Asks, and calls `done` once; while an earlier request is not answered yet, its answer counts
     /// for both.

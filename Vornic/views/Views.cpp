@@ -76,6 +76,7 @@ Views::~Views() {
 
 void Views::refresh() {
     adapter_.refresh();
+    permissionAdapter_.refresh();
     keys_.refresh();
     sounds_.refresh();
     preview_.refresh();
@@ -104,6 +105,9 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     if (file.startsWith("preview/")) {
         properties["preview"] = QVariant::fromValue(&preview_);
     }
+    if (file.startsWith("permission/") || file.startsWith("settings/")) {
+        properties["permission"] = QVariant::fromValue(&permissionAdapter_);
+    }
     view->setInitialProperties(properties);
     view->setTitle(title);
     view->setResizeMode(QQuickView::SizeRootObjectToView);
@@ -121,6 +125,7 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     listen(SIGNAL(openVornic()), SLOT(openVornic()));
     listen(SIGNAL(openSettings()), SLOT(openSettings()));
     listen(SIGNAL(openStudio()), SLOT(openStudio()));
+    listen(SIGNAL(openPermission()), SLOT(openPermission()));
     if (root->metaObject()->indexOfSignal("closed()") >= 0) {
         connect(root, SIGNAL(closed()), view.get(), SLOT(hide()));
     }
@@ -188,6 +193,20 @@ void Views::openWelcome() {
     }
 }
 
+void Views::offerPermission(PermissionRequest& request, bool needed) {
+    permissionAdapter_.offer(request, needed);
+    permissionAdapter_.onAnswer = [this] { model_.refreshState(); };
+    if (needed) {
+        adapter_.onAskForPermission = [this] { openPermission(); };
+    }
+    refresh();
+}
+
+void Views::openPermission() {
+    permissionAdapter_.begin();
+    open(permission_, "permission/PermissionPage.qml", tr("Input Monitoring"));
+}
+
 void Views::makePanel() {
     if (!panel_) {
         panel_ = make("panel/Panel.qml", "Vornic");
@@ -238,6 +257,7 @@ void Views::snapshot(const std::filesystem::path& folder) {
         Picture{"menu-", "panel/Panel.qml", 0, ""},
         Picture{"simple-", "simple/SimpleView.qml", simpleWidth, ""},
         Picture{"settings-", "settings/SettingsView.qml", 0, ""},
+        Picture{"permission-", "permission/PermissionPage.qml", 0, ""},
         Picture{"studio-keys-", "studio/StudioView.qml", studioWidth, "keys"},
         Picture{"studio-sounds-", "studio/StudioView.qml", studioWidth, "sounds"},
     };

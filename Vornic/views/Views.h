@@ -3,6 +3,7 @@
 #include "Vornic/model/AppModel.h"
 #include "Vornic/views/BoardDrop.h"
 #include "Vornic/views/adapters/ModelAdapter.h"
+#include "Vornic/views/adapters/PermissionAdapter.h"
 #include "Vornic/views/adapters/PreviewAdapter.h"
 #include "Vornic/views/adapters/RecordingAdapter.h"
 #include "Vornic/views/adapters/StudioKeysAdapter.h"
@@ -32,11 +33,16 @@ class Views : public QObject {
     QQmlEngine& engine() { return engine_; }
     RecordingAdapter& recorder() { return recorder_; }
 
+    /// Offers "Turn on Input Monitoring…"; `request` outlives this object. `needed`: keys cannot be
+    /// heard without it in this session.
+    void offerPermission(PermissionRequest& request, bool needed);
+
   public Q_SLOTS:
     /// The Studio where the advanced editor is on, otherwise the simple window.
     void openVornic();
     void openSettings();
     void openStudio();
+    void openPermission();
     /// Every control in every state, for who works on them.
     void openGallery();
     /// What a first start shows.
@@ -61,6 +67,7 @@ class Views : public QObject {
     const QQuickView* studio() const { return studio_.get(); }
     const QQuickView* preview() const { return previewView_.get(); }
     const QQuickView* welcome() const { return welcome_.get(); }
+    const QQuickView* permission() const { return permission_.get(); }
 
   Q_SIGNALS:
     /// The views have read the model anew.
@@ -83,6 +90,7 @@ class Views : public QObject {
 
     AppModel& model_;
     ModelAdapter adapter_;
+    PermissionAdapter permissionAdapter_;
     StudioKeysAdapter keys_;
     StudioSoundsAdapter sounds_;
     PreviewAdapter preview_;
@@ -92,7 +100,7 @@ class Views : public QObject {
     QObject* theme_ = nullptr; // the engine's
     BoardDrop boardDrop_;
     std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_, previewView_, welcome_,
-        gallery_;
+        gallery_, permission_;
     bool refreshing_ = false;
 };
 

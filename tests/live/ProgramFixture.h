@@ -58,6 +58,15 @@ class ProgramFixture : public ::testing::Test {
         return waitFor([&] { return readBytes(log()).find(text) != std::string::npos; });
     }
 
+    bool hasSaidTwice(const std::string& text) const {
+        const std::string said = readBytes(log());
+        const std::size_t first = said.find(text);
+        return first != std::string::npos && said.find(text, first + 1) != std::string::npos;
+    }
+    bool saysTwice(const std::string& text) {
+        return waitFor([&] { return hasSaidTwice(text); });
+    }
+
     ScratchFolder scratch;
 };
 

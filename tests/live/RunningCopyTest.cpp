@@ -51,6 +51,30 @@ TEST_F(RunningCopyTest, makesRoomForTheNextWhenItIsKilled) {
     EXPECT_EQ(run({"status"}).status, 0);
 }
 
+TEST_F(RunningCopyTest, aRelaunchTakesItsOwnPlaceAndKeepsArgumentsAndSettings) {
+    const auto program = startListening({"--hidden", "--volume", "0.3"});
+    run({"off"});
+    EXPECT_EQ(run({"relaunch"}).output, "Vornic starts again.\n");
+    ASSERT_TRUE(saysTwice("Vornic is listening")) << readBytes(log());
+    const auto status = nlohmann::json::parse(run({"status", "--json"}).output);
+    EXPECT_EQ(status["volume"], 0.3) << "an argument";
+    EXPECT_EQ(status["soundsOn"], false) << "a setting";
+    // It has the process of the one before, so the same signal still reaches it.
+    program->end(SIGTERM);
+    EXPECT_THAT(run({"status"}).output, HasSubstr("Vornic is not running."));
+}
+
+TEST_F(RunningCopyTest, aBoardFileIsLookedAtOnceAndNotAgainAfterARelaunch) {
+    const std::string file = scratch / "given.vornic";
+    ASSERT_EQ(run({"export", "spring", file, "--packs", packs().string()}).status, 0);
+    const auto program = startListening({file});
+    ASSERT_TRUE(says("Looking at the board Buckling Spring"));
+    EXPECT_EQ(run({"relaunch"}).status, 0);
+    EXPECT_TRUE(saysTwice("Vornic is listening"));
+    EXPECT_FALSE(hasSaidTwice("Looking at the board"));
+    EXPECT_FALSE(std::filesystem::exists(scratch / "data/Vornic/Boards")) << "it is not kept yet";
+}
+
 TEST_F(RunningCopyTest, theSelfTestLooksAtItsOwnProcessWhateverElseRuns) {
     const auto program = startListening();
     const std::filesystem::path output = scratch / "selftest.log";

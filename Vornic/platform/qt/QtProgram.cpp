@@ -25,6 +25,13 @@ void startProgram(const std::vector<std::string>& command,
                              finish(-1);
                          }
                      });
+    // Whoever waits for the answer may be gone by the end of this program: a question that is still
+    // open then is closed, and nobody is told.
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, process,
+                     [process] {
+                         process->disconnect();
+                         process->kill();
+                     });
     QStringList arguments;
     for (std::size_t word = 1; word < command.size(); ++word) {
         arguments.append(QString::fromStdString(command[word]));

@@ -8,7 +8,9 @@ FocusScope {
     id: view
 
     required property ModelAdapter app
+    required property PermissionAdapter permission
     signal openStudio()
+    signal openPermission()
 
     focus: true
     implicitWidth: 560
@@ -110,9 +112,9 @@ FocusScope {
                     secondary: true
                 }
                 PushButton {
-                    visible: view.app.canAskForPermission
-                    text: qsTr("Turn on Input Monitoring…")
-                    onClicked: view.app.askForPermission()
+                    visible: view.permission.offered
+                    text: view.permission.granted ? qsTr("Turn off Input Monitoring…") : qsTr("Turn on Input Monitoring…")
+                    onClicked: view.openPermission()
                 }
             }
             SectionTitle { text: qsTr("Diagnostics") }

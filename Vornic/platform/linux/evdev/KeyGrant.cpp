@@ -35,7 +35,18 @@ std::optional<gid_t> groupNumber(const std::string& name) {
 bool KeyGrant::given() const {
     std::error_code ignored;
     return geteuid() == 0 || std::filesystem::exists(InputMonitoringFiles::agreement, ignored) ||
-           isMember(getuid(), "input");
+           isMember(getuid(), group);
+}
+
+bool KeyGrant::lacksGroup() {
+    const auto wanted = groupNumber(group);
+    if (geteuid() == 0 || !wanted || getegid() == *wanted || !isMember(getuid(), group)) {
+        return false;
+    }
+    std::vector<gid_t> own(static_cast<std::size_t>(std::max(getgroups(0, nullptr), 0)));
+    own.resize(
+        static_cast<std::size_t>(std::max(getgroups(static_cast<int>(own.size()), own.data()), 0)));
+    return std::ranges::find(own, *wanted) == own.end();
 }
 
 bool KeyGrant::isMember(unsigned user, const std::string& group) {

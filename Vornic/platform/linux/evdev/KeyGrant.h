@@ -12,6 +12,13 @@ class KeyGrant {
     /// True when this process's user has a grant.
     bool given() const;
 
+    /// Whether the user was put into the nodes' group after this session began, so that this
+    /// process lacks it.
+    static bool lacksGroup();
+
+    /// The group of the nodes.
+    static constexpr const char* group = "input";
+
     /// Whether the user database counts the user with this number among the members of `group`.
     static bool isMember(unsigned user, const std::string& group);
 };

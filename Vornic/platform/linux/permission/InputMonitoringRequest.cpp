@@ -1,7 +1,5 @@
 #include "Vornic/platform/linux/permission/InputMonitoringRequest.h"
 
-#include "Vornic/platform/linux/permission/InputMonitoringFiles.h"
-
 #include <system_error>
 
 namespace vornic {
@@ -14,31 +12,43 @@ constexpr int notAuthorised = 127;
 
 } // namespace
 
-InputMonitoringRequest::InputMonitoringRequest(std::filesystem::path helper, Runner run)
-    : helper_(std::move(helper)), run_(std::move(run)) {}
+InputMonitoringRequest::InputMonitoringRequest(std::filesystem::path helper, Runner run,
+                                               std::filesystem::path agreement)
+    : helper_(std::move(helper)), run_(std::move(run)), agreement_(std::move(agreement)) {}
 
-std::string InputMonitoringRequest::explanation() const {
-    return std::string(
-               "Vornic plays a sound for every key, so it has to know when a key goes down or up, "
-               "in whatever window.\n\n"
-               "What it reads: which key it is, and when, from the keyboards of this computer.\n"
-               "What never happens: no key is stored and none is sent anywhere; Vornic has no "
-               "network code.\n"
-               "Who else gains access: every program that the user at this computer runs can then "
-               "read every key, including passwords typed into other programs. This holds for "
-               "every user who sits at this computer, while they do.\n"
-               "What is changed: one file, ") +
-           InputMonitoringFiles::agreement +
-           ", which switches on the rule 70-vornic.rules of the device manager. An administrator's "
-           "password is needed for that.\n"
-           "How to take it back: run \"pkexec " +
-           helper_.string() +
-           " disable\", or remove that file and restart the computer. Until then it holds.";
+std::filesystem::path InputMonitoringRequest::helperOf(const std::filesystem::path& executable) {
+    return executable.parent_path().parent_path() / "libexec/vornic-input-monitoring";
+}
+
+std::vector<PermissionRequest::Point> InputMonitoringRequest::explanation() const {
+    return {
+        {"", "Vornic plays a sound for every key, so it has to know when a key goes down or up, in "
+             "whatever window."},
+        {"What it reads", "Which key it is, and when, from the keyboards of this computer."},
+        {"What never happens",
+         "No key is stored and none is sent anywhere; Vornic has no network code."},
+        {"Who else gains access",
+         "Every program that the user at this computer runs can then read every key, including "
+         "passwords typed into other programs. This holds for every user who sits at this "
+         "computer, while they do."},
+        {"What is changed", "One file, " + agreement_.string() +
+                                ". It switches on a rule of the device manager, 70-vornic.rules. "
+                                "An administrator's password is needed for that."},
+        {"How to take it back",
+         "Turn it off here again, or run \"pkexec " + helper_.string() +
+             " disable\". Without Vornic, remove that file and restart the computer. Until then it "
+             "holds."},
+    };
 }
 
 bool InputMonitoringRequest::possible() const {
     std::error_code ignored;
     return std::filesystem::exists(helper_, ignored);
+}
+
+bool InputMonitoringRequest::granted() const {
+    std::error_code ignored;
+    return std::filesystem::exists(agreement_, ignored);
 }
 
 void InputMonitoringRequest::ask(const std::string& word, Done done) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/platform/PermissionRequest.h"
+#include "Vornic/platform/linux/permission/InputMonitoringFiles.h"
 
 #include <filesystem>
 #include <functional>
@@ -21,10 +22,16 @@ class InputMonitoringRequest final : public PermissionRequest {
     using Runner = std::function<void(const std::vector<std::string>& command, Ended ended)>;
 
     /// `helper` is the privileged step's program; nothing can be asked where it is not installed.
-    InputMonitoringRequest(std::filesystem::path helper, Runner run);
+    InputMonitoringRequest(std::filesystem::path helper, Runner run,
+                           std::filesystem::path agreement = InputMonitoringFiles::agreement);
 
-    std::string explanation() const override;
+    /// Where the helper of the program at `executable` is installed; whether it is there is another
+    /// question.
+    static std::filesystem::path helperOf(const std::filesystem::path& executable);
+
+    std::vector<Point> explanation() const override;
     bool possible() const override;
+    bool granted() const override;
     void request(Done done) override { ask("enable", std::move(done)); }
     void revoke(Done done) override { ask("disable", std::move(done)); }
 
@@ -34,6 +41,7 @@ class InputMonitoringRequest final : public PermissionRequest {
 
     std::filesystem::path helper_;
     Runner run_;
+    std::filesystem::path agreement_;
     /// "enable" or "disable" while a request is open, and those who wait for its answer.
     std::string open_;
     std::vector<Done> waiting_;

@@ -23,6 +23,8 @@ struct InputMonitoringRequestTest : ::testing::Test {
 
     std::filesystem::path helper() const { return scratch / "vornic-input-monitoring"; }
 
+    std::filesystem::path agreement() const { return scratch / "input-monitoring"; }
+
     PermissionRequest::Done take() {
         return [this](PermissionAnswer answer, const std::string& message) {
             answers.push_back({answer, message});
@@ -40,11 +42,13 @@ struct InputMonitoringRequestTest : ::testing::Test {
     std::vector<std::vector<std::string>> commands;
     InputMonitoringRequest::Ended ended;
     std::vector<Answer> answers;
-    InputMonitoringRequest request{helper(), [this](const std::vector<std::string>& command,
-                                                    InputMonitoringRequest::Ended whenEnded) {
-                                       commands.push_back(command);
-                                       ended = std::move(whenEnded);
-                                   }};
+    InputMonitoringRequest request{
+        helper(),
+        [this](const std::vector<std::string>& command, InputMonitoringRequest::Ended whenEnded) {
+            commands.push_back(command);
+            ended = std::move(whenEnded);
+        },
+        agreement()};
 };
 
 TEST_F(InputMonitoringRequestTest, asksPolkitToRunTheHelper) {
@@ -116,13 +120,30 @@ TEST_F(InputMonitoringRequestTest, withoutTheHelperThereIsNothingToAsk) {
 }
 
 TEST_F(InputMonitoringRequestTest, saysWhatIsReadWhoElseGainsAndHowToTakeItBack) {
-    const std::string text = request.explanation();
-    EXPECT_THAT(text, HasSubstr("/etc/vornic/input-monitoring"));
-    EXPECT_THAT(text, HasSubstr("What it reads"));
-    EXPECT_THAT(text, HasSubstr("What never happens"));
-    EXPECT_THAT(text, HasSubstr("every program"));
+    std::string text;
+    for (const PermissionRequest::Point& point : request.explanation()) {
+        text.append(point.heading).append("\n").append(point.text).append("\n");
+    }
+    EXPECT_THAT(text, HasSubstr(agreement().string()));
+    EXPECT_THAT(text, HasSubstr("What it reads\n"));
+    EXPECT_THAT(text, HasSubstr("What never happens\n"));
+    EXPECT_THAT(text, HasSubstr("Every program"));
     EXPECT_THAT(text, HasSubstr("passwords"));
+    EXPECT_THAT(text, HasSubstr("How to take it back\n"));
     EXPECT_THAT(text, HasSubstr("pkexec " + helper().string() + " disable"));
+}
+
+TEST_F(InputMonitoringRequestTest, isGrantedWhileTheAgreementIsThere) {
+    EXPECT_FALSE(request.granted());
+    std::ofstream(agreement()) << "agreed";
+    EXPECT_TRUE(request.granted());
+    std::filesystem::remove(agreement());
+    EXPECT_FALSE(request.granted());
+}
+
+TEST(InputMonitoringRequest, theHelperLiesWhereThePackagePutsIt) {
+    EXPECT_EQ(InputMonitoringRequest::helperOf("/usr/bin/vornic"),
+              "/usr/libexec/vornic-input-monitoring");
 }
 
 } // namespace
