@@ -27,6 +27,7 @@
 #include "Vornic/platform/qt/QtProgram.h"
 #include "Vornic/platform/qt/QtScheduler.h"
 #include "Vornic/platform/qt/QuitSignals.h"
+#include "Vornic/recorder/DecoderProcess.h"
 #include "Vornic/runCommand.h"
 #include "Vornic/runKeys.h"
 #include "Vornic/runSelfTest.h"

@@ -17,7 +17,7 @@ InputMonitoringRequest::InputMonitoringRequest(std::filesystem::path helper, Run
     : helper_(std::move(helper)), run_(std::move(run)), agreement_(std::move(agreement)) {}
 
 std::filesystem::path InputMonitoringRequest::helperOf(const std::filesystem::path& executable) {
-    return executable.parent_path().parent_path() / "libexec/vornic-input-monitoring";
+    return executable.parent_path().parent_path() / "lib/vornic/vornic-input-monitoring";
 }
 
 std::vector<PermissionRequest::Point> InputMonitoringRequest::explanation() const {

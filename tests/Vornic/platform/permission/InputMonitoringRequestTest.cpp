@@ -143,7 +143,7 @@ TEST_F(InputMonitoringRequestTest, isGrantedWhileTheAgreementIsThere) {
 
 TEST(InputMonitoringRequest, theHelperLiesWhereThePackagePutsIt) {
     EXPECT_EQ(InputMonitoringRequest::helperOf("/usr/bin/vornic"),
-              "/usr/libexec/vornic-input-monitoring");
+              "/usr/lib/vornic/vornic-input-monitoring");
 }
 
 } // namespace
