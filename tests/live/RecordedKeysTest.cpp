@@ -1,0 +1,176 @@
+// A user's way to a sound of their own, with every part of the program but its windows: a keyboard
+// is heard by the microphone, its strokes are kept, and keys of the X server play them.
+
+#include "Vornic/model/AppModel.h"
+#include "Vornic/platform/NoSecureInput.h"
+#include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
+#include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
+#include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
+#include "Vornic/platform/linux/system/JournalLog.h"
+#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/platform/linux/x11/X11HotKey.h"
+#include "Vornic/platform/linux/x11/X11KeyTap.h"
+#include "Vornic/platform/qt/QtScheduler.h"
+#include "VornicCore/recordings/WriteWav.h"
+#include "tests/live/ChildProcess.h"
+#include "tests/live/KeyTyper.h"
+#include "tests/live/QtLoop.h"
+#include "tests/live/SinkCapture.h"
+#include "tests/support/ClickPack.h"
+#include "tests/support/Required.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TypingNoise.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <cstddef>
+#include <numbers>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vornic {
+namespace {
+
+class RecordedKeysTest : public ::testing::Test {
+  protected:
+    RecordedKeysTest() { writeClickPack(folder / "packs"); }
+
+    ModelOptions options() const {
+        ModelOptions options;
+        options.packs = folder / "packs";
+        options.settingsFile = folder / "settings.json";
+        options.boards = folder / "Boards";
+        options.samples = folder / "Samples";
+        return options;
+    }
+
+    int run(std::vector<std::string> command) const {
+        return ChildProcess(std::move(command), ChildProcess::Environment{}, folder / "log").wait();
+    }
+
+    /// The microphone hears the speakers while `file` is played.
+    int playAloud(const std::filesystem::path& file) const {
+        const std::string speakers = "vornic-test-sink:monitor_FL";
+        const std::string ear = "vornic-test-source:input_MONO";
+        if (run({"pw-link", speakers, ear}) != 0) {
+            return -1;
+        }
+        const int status = run({"pw-play", "--target", "vornic-test-sink", file});
+        run({"pw-link", "-d", speakers, ear});
+        return status;
+    }
+
+    /// Which share of what is heard from `from` on is the tone of 2 kHz that the recorded keyboard
+    /// has; the clicks of the pack have next to nothing there.
+    static double shareOfTone(const SinkCapture& capture, std::size_t from) {
+        constexpr std::size_t frames = 480;
+        std::complex<double> tone;
+        double energy = 0.0;
+        for (std::size_t i = 0; i < frames; ++i) {
+            const auto x = static_cast<double>(capture.left(from + i));
+            const double angle = 2.0 * std::numbers::pi * 2000.0 * static_cast<double>(i) / 48000.0;
+            tone += x * std::polar(1.0, -angle);
+            energy += x * x;
+        }
+        return 2.0 * std::norm(tone) / (energy * static_cast<double>(frames));
+    }
+
+    /// Types until something is heard, since keys are silent until the first board is rendered, and
+    /// waits for enough of it.
+    std::optional<std::size_t> hear(const SinkCapture& capture, int letter) {
+        std::optional<std::size_t> onset;
+        loop.waitFor([&] {
+            const std::size_t from = capture.frames();
+            typer.type(KeyTyper::letter(letter));
+            typer.settle();
+            onset = capture.waitFor(from, 0.02F, std::chrono::milliseconds(300));
+            return onset.has_value();
+        });
+        return onset && waitFor([&] { return capture.frames() > *onset + 960; }) ? onset
+                                                                                 : std::nullopt;
+    }
+    /// Runs the main thread until nothing of the last key is left.
+    bool fallsSilent(const SinkCapture& capture) {
+        std::size_t from = capture.frames();
+        return loop.waitFor([&] {
+            if (const auto sound = capture.find(from, 0.001F)) {
+                from = *sound + 1;
+            }
+            return capture.frames() > from + 4800;
+        });
+    }
+
+    ScratchFolder folder;
+    QtLoop loop;
+    MonotonicClock clock;
+    QtScheduler scheduler;
+    JournalLog log;
+    PipeWireOutput output{scheduler};
+    X11KeyTap tap{clock};
+    X11HotKey hotKey;
+    PipeWireMicrophoneUse microphoneUse{scheduler};
+    PipeWireMicrophone microphone{scheduler};
+    NoSecureInput secureInput;
+    Platform platform{output, tap,       hotKey, microphoneUse, microphone, secureInput,
+                      clock,  scheduler, log};
+    KeyTyper typer;
+};
+
+TEST_F(RecordedKeysTest, playWhatTheMicrophoneHeard) {
+    TypingNoise typing(3, 48000, 1e-4F);
+    typing.hit(0.3, 0.5F).hit(0.9, 0.4F).hit(1.5, 0.3F).hit(2.1, 0.4F);
+    writeWAV(typing.samples(), folder / "typing.wav");
+    std::string sound;
+    {
+        AppModel model(platform, options());
+        model.start();
+        const SinkCapture capture({.remote = {}, .quantum = 128, .seconds = 60.0});
+        ASSERT_TRUE(capture.waitUntilRunning());
+        const auto click = hear(capture, 0);
+        ASSERT_TRUE(click);
+        EXPECT_LT(shareOfTone(capture, *click), 0.2);
+
+        model.recorder().startRecording();
+        ASSERT_TRUE(loop.waitFor([&] { return model.recording(); }))
+            << model.lastError().value_or("");
+        // The keys that are recorded are not heard on top of themselves.
+        const std::int64_t keysBefore = model.keys().keysHeard();
+        const std::int64_t voicesBefore = model.sound().core().keysStarted();
+        typer.type(KeyTyper::letter(1));
+        typer.settle();
+        EXPECT_TRUE(loop.waitFor([&] { return model.keys().keysHeard() > keysBefore; }));
+        EXPECT_EQ(model.sound().core().keysStarted(), voicesBefore);
+        ASSERT_EQ(playAloud(folder / "typing.wav"), 0);
+        ASSERT_TRUE(loop.waitFor([&] { return model.recorder().live().good == 4; }));
+        model.recorder().stopRecording(true);
+        EXPECT_FALSE(model.recording());
+        EXPECT_EQ(required(model.importSession()).strokes.size(), 4U);
+
+        sound = required(model.finishImport());
+        model.useForAllKeys(sound);
+        ASSERT_TRUE(loop.waitFor([&] {
+            const auto bank = model.sound().bank();
+            return bank && !bank->pool(VoiceBank::key(sound, false, Velocity::medium)).empty();
+        }));
+        ASSERT_TRUE(fallsSilent(capture));
+        const auto own = hear(capture, 2);
+        ASSERT_TRUE(own);
+        EXPECT_GT(shareOfTone(capture, *own), 0.5);
+    }
+    // The next start of the program plays it too.
+    AppModel model(platform, options());
+    model.start();
+    ASSERT_NE(required(model.board()->resolve(0)).sound, nullptr);
+    EXPECT_EQ(required(model.board()->resolve(0)).sound->id, sound);
+    const SinkCapture capture({.remote = {}, .quantum = 128, .seconds = 60.0});
+    ASSERT_TRUE(capture.waitUntilRunning());
+    const auto own = hear(capture, 3);
+    ASSERT_TRUE(own);
+    EXPECT_GT(shareOfTone(capture, *own), 0.5);
+}
+
+} // namespace
+} // namespace vornic
