@@ -68,7 +68,7 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
         settings.binaural ? VoiceStage::binaural(voice.pan, sampleRate) : VoiceStage::none;
     const double baseRate = static_cast<double>(
         KeyLayout::rate(keyCode) * std::exp2(static_cast<float>(assignment.pitch) / 12.0f));
-    const double baseGain = std::pow(10.0, assignment.gainDb / 20.0);
+    const double baseGain = std::pow(10.0, assignment.gainDb / 20.0) * settings.gain;
 
     if (!down) {
         if (playsRelease(assignment.release, board)) {

@@ -13,6 +13,8 @@ namespace vornic {
 struct PlaySettings {
     /// The board that is heard; none leaves every key silent.
     std::shared_ptr<const Board> board;
+    /// The gain of every key, besides what the board says.
+    double gain = 1.0;
     /// Where the keyboard stands.
     StageSpec stage;
     /// Whether voices get a binaural stage.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 
 namespace vornic {
@@ -12,7 +13,14 @@ class TypingActivity {
     /// A key went down at `seconds` of the monotonic clock.
     void keyDown(std::int64_t keyCode, double seconds);
 
-    /// Brings `typing` up to date; true when it changed.
+    /// A key was let go.
+    void keyUp(std::int64_t keyCode) { pressed_.erase(keyCode); }
+
+    /// The keys that are down, each with when it went down. One whose way up was never heard (the
+    /// system may keep that to itself) counts as let go after a few seconds.
+    const std::map<std::int64_t, double>& pressed() const { return pressed_; }
+
+    /// Brings `typing` and `pressed` up to date; true when one of them changed.
     bool refresh(double seconds);
 
     /// Whether a key went down less than a quarter of a second ago, as of the last refresh.
@@ -28,6 +36,7 @@ class TypingActivity {
     bool typing_ = false;
     std::optional<std::int64_t> lastCode_;
     std::optional<double> lastKey_;
+    std::map<std::int64_t, double> pressed_;
 };
 
 } // namespace vornic

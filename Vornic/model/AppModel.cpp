@@ -91,8 +91,10 @@ void AppModel::chooseFirstBoard() {
 void AppModel::connect() {
     sound_->onOutputChange = [this] { refreshState(); };
     player_->onPlay = [this](std::shared_ptr<const Board> board,
-                             std::shared_ptr<const VoiceBank> bank) {
+                             std::shared_ptr<const VoiceBank> bank, double gain) {
+        ++renderRevision_;
         playing_ = std::move(board);
+        playingGain_ = gain;
         sound_->setBank(std::move(bank));
         publish();
         onChange();
@@ -100,7 +102,11 @@ void AppModel::connect() {
     player_->onMessage = [this](const std::string& line) { platform_.log.warning(line); };
     keys_->onKeyDown = [this](std::int64_t keyCode) {
         activity_.keyDown(keyCode, platform_.clock.seconds());
-        onChange();
+        onActivity();
+    };
+    keys_->onKeyUp = [this](std::int64_t keyCode) {
+        activity_.keyUp(keyCode);
+        onActivity();
     };
     keys_->onHotKey = [this] { setSoundsOn(!soundsOn()); };
     keys_->onTapState = [this](TapState state, const std::string& source) {
@@ -119,7 +125,7 @@ void AppModel::connect() {
     }));
     timers_.push_back(platform_.scheduler.every(200ms, [this] {
         if (activity_.refresh(platform_.clock.seconds())) {
-            onChange();
+            onActivity();
         }
     }));
 }
@@ -196,7 +202,7 @@ bool AppModel::transfer(const std::function<void()>& work) {
 
 void AppModel::boardChanged(BoardEditor::Change change) {
     boards_ = store_->all();
-    editorWave_.reset();
+    ++boardRevision_;
     rememberBoard();
     if (board() != nullptr) {
         const bool selected = change == BoardEditor::Change::selected;
@@ -304,6 +310,7 @@ void AppModel::applyStage() {
 void AppModel::publish() {
     auto settings = std::make_shared<PlaySettings>();
     settings->board = playing_;
+    settings->gain = playingGain_;
     settings->stage = stage();
     settings->binaural = wantsBinaural(stage().placement, outputKind(), headphones());
     settings->silenced = silence().has_value();

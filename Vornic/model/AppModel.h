@@ -41,6 +41,9 @@ class AppModel {
 
     /// Called whenever something that a view shows may have changed. Set before `start`.
     std::function<void()> onChange = [] {};
+    /// Called, instead of that, when only what shows typing may have changed: it comes with every
+    /// key, and nothing else has to be read anew for one.
+    std::function<void()> onActivity = [] {};
 
     /// Reads what the user has, opens the output, listens, and renders the first board behind.
     void start();
@@ -51,6 +54,10 @@ class AppModel {
     const std::vector<Board>& boards() const { return boards_; }
     /// The current one; null when there is none at all.
     const Board* board() const { return editor_->board(); }
+    /// Another number after each change of the boards offered or of the current one.
+    std::uint64_t boardRevision() const { return boardRevision_; }
+    /// Another number after each render that landed.
+    std::uint64_t renderRevision() const { return renderRevision_; }
     /// Makes the board with this id current; false when there is none. The one before plays on
     /// until the new one is rendered.
     bool selectBoard(const std::string& id);
@@ -97,8 +104,9 @@ class AppModel {
 
     const StudioState& studio() const { return studio_; }
     void setStudio(const StudioState& studio);
-    /// One stroke of the sound that is edited, as it is heard; empty where there is none.
-    const std::vector<float>& editorWave();
+    /// One stroke of the sound that is edited, as last rendered; a release is the same at every
+    /// velocity. Empty where there is none. Valid until the next render lands.
+    std::span<const float> editorWave(Velocity velocity = Velocity::medium) const;
 
     // Sounds of the user's own keyboard. A recording silences the keys; what goes wrong shows in
     // `lastError`.
@@ -176,6 +184,7 @@ class AppModel {
     SoundEngine& sound() { return *sound_; }
     LiveKeys& keys() { return *keys_; }
     std::size_t packs() const { return packs_.size(); }
+    const std::vector<SoundPack>& soundPacks() const { return packs_; }
     /// How keys became voices so far, for the log: "Voices started: 12, stolen: 0, dropped: 0".
     std::string voiceReport() const;
 
@@ -215,11 +224,13 @@ class AppModel {
     std::unique_ptr<BoardEditor> editor_;
     std::vector<Board> boards_;
     StudioState studio_;
-    std::optional<std::vector<float>> editorWave_; // absent when it has to be made again
+    std::uint64_t boardRevision_ = 0;
+    std::uint64_t renderRevision_ = 0;
     bool chosenByUser_ = false;
     bool firstStart_ = false;
 
     std::shared_ptr<const Board> playing_;
+    double playingGain_ = 1.0;
     std::optional<Silence> lastSilence_;
     bool secureInput_ = false;
     bool micInUse_ = false;

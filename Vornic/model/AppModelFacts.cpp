@@ -1,8 +1,8 @@
 // What the model finds out about the system and says about it.
 
 #include "Vornic/model/AppModel.h"
+#include "Vornic/model/EditedSound.h"
 #include "VornicCore/realtime/Latency.h"
-#include "VornicCore/render/Renderer.h"
 
 namespace vornic {
 
@@ -128,23 +128,18 @@ std::optional<BoardPlayer::FullRender> AppModel::renderNow() {
 void AppModel::setStudio(const StudioState& studio) {
     if (!(studio == studio_)) {
         studio_ = studio;
-        editorWave_.reset();
         onChange();
     }
 }
 
-const std::vector<float>& AppModel::editorWave() {
-    if (!editorWave_) {
-        editorWave_.emplace();
-        if (board() != nullptr && !board()->sounds.empty()) {
-            const Board heard = editor_->heardBoard();
-            const SoundSpec* const chosen = heard.sound(studio_.editingSoundID);
-            const RenderJob job(chosen != nullptr ? *chosen : heard.sounds.front(), heard, false,
-                                studio_.editingRelease);
-            *editorWave_ = Renderer::render(job, Velocity::medium, 0, *library_, 1);
-        }
+std::span<const float> AppModel::editorWave(Velocity velocity) const {
+    const SoundSpec* const sound = board() != nullptr ? editedSound(*board(), studio_) : nullptr;
+    if (sound == nullptr) {
+        return {};
     }
-    return *editorWave_;
+    return player_->stroke(editsRelease(*sound, studio_)
+                               ? VoiceBank::releaseKey(sound->id)
+                               : VoiceBank::key(sound->id, false, velocity));
 }
 
 } // namespace vornic

@@ -1,5 +1,7 @@
 #include "Vornic/model/BoardPlayer.h"
 
+#include "Vornic/rendering/BoardLoudness.h"
+
 #include <utility>
 
 namespace vornic {
@@ -35,7 +37,7 @@ void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoa
                            double seconds) {
     report(result);
     lastRenderSeconds_ = seconds;
-    current_ = {std::move(board), result.bank};
+    current_ = {.board = std::move(board), .bank = result.bank};
     if (reference_.board && !reference_.bank && *reference_.board == *current_.board) {
         reference_.bank = current_.bank;
     }
@@ -44,7 +46,7 @@ void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoa
 
 void BoardPlayer::setReference(const Board& board) {
     comparing_ = false;
-    reference_ = {std::make_shared<const Board>(board), nullptr};
+    reference_ = {.board = std::make_shared<const Board>(board), .bank = nullptr};
     if (current_.board && *current_.board == board) {
         reference_.bank = current_.bank;
     }
@@ -74,7 +76,7 @@ void BoardPlayer::compare(bool on) {
 }
 
 void BoardPlayer::tryOut(const Board& board) {
-    trial_ = {std::make_shared<const Board>(board), nullptr};
+    trial_ = {.board = std::make_shared<const Board>(board), .bank = nullptr};
     trialRenderer_.render(
         board, library_, std::chrono::milliseconds(0),
         [this, tried = trial_->board](const RenderedBoard& result, double /*seconds*/) {
@@ -94,12 +96,31 @@ void BoardPlayer::endTrial() {
 }
 
 void BoardPlayer::play() {
-    const Version& version = trial_ && trial_->bank          ? *trial_
-                             : comparing_ && reference_.bank ? reference_
-                                                             : current_;
-    if (version.bank) {
-        onPlay(version.board, version.bank);
+    if (trial_ && trial_->bank) {
+        onPlay(trial_->board, trial_->bank, 1.0);
+    } else if (comparing_ && reference_.bank) {
+        onPlay(reference_.board, reference_.bank,
+               matchingGain(loudness(reference_), loudness(current_)));
+    } else if (current_.bank) {
+        onPlay(current_.board, current_.bank, 1.0);
     }
+}
+
+std::optional<double> BoardPlayer::loudness(Version& version) {
+    if (!version.bank) {
+        return std::nullopt;
+    }
+    if (!version.loudness) {
+        version.loudness = boardLoudness(*version.board, *version.bank);
+    }
+    return *version.loudness;
+}
+
+std::span<const float> BoardPlayer::stroke(std::string_view key) const {
+    const auto pool = current_.bank ? current_.bank->pool(key) : std::span<const Sample>();
+    return pool.empty()
+               ? std::span<const float>()
+               : std::span(pool.front().data, static_cast<std::size_t>(pool.front().length));
 }
 
 void BoardPlayer::report(const RenderedBoard& result) const {

@@ -12,7 +12,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace vornic {
 
@@ -26,10 +28,11 @@ class BoardPlayer {
                 std::shared_ptr<const SampleSource> library,
                 RenderService::Build builder = RenderService::build);
 
-    /// A board and its bank that keys play from now on. They change together: a key of the one
-    /// finds no sound in the other.
-    std::function<void(std::shared_ptr<const Board>, std::shared_ptr<const VoiceBank>)> onPlay =
-        [](auto&&, auto&&) {};
+    /// A board and its bank that keys play from now on, and the gain of every key. They change
+    /// together: a key of the one finds no sound in the other. The gain makes the reference as loud
+    /// as the current board; that plays as it is.
+    std::function<void(std::shared_ptr<const Board>, std::shared_ptr<const VoiceBank>, double gain)>
+        onPlay = [](auto&&, auto&&, double) {};
     /// A value of a board could not be rendered as it stands.
     std::function<void(const std::string&)> onMessage = [](const std::string&) {};
 
@@ -57,6 +60,10 @@ class BoardPlayer {
     void tryOut(const Board& board);
     void endTrial();
 
+    /// The first variation under that key of the bank as the current board was last rendered; empty
+    /// where there is none. Valid until the next render lands.
+    std::span<const float> stroke(std::string_view key) const;
+
     /// How long the last render of the current board took; absent before the first has ended.
     std::optional<double> lastRenderSeconds() const { return lastRenderSeconds_; }
 
@@ -64,11 +71,14 @@ class BoardPlayer {
     struct Version {
         std::shared_ptr<const Board> board;
         std::shared_ptr<const VoiceBank> bank; // null until it is rendered
+        // Measured when it is first compared; none for a silent one.
+        std::optional<std::optional<double>> loudness = std::nullopt;
     };
 
     void rendered(std::shared_ptr<const Board> board, const RenderedBoard& result, double seconds);
     void renderReference();
     void play();
+    static std::optional<double> loudness(Version& version);
     void report(const RenderedBoard& result) const;
 
     const Clock& clock_;

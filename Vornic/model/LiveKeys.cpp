@@ -44,9 +44,7 @@ void LiveKeys::listen(KeyThread& keys) {
     tap_.onKey = [this](std::int64_t keyCode, bool down, std::uint64_t nanos) {
         driver_->key(keyCode, down, nanos);
         keysHeard_.fetch_add(1, std::memory_order_relaxed);
-        if (down) {
-            postToMain([this, keyCode] { onKeyDown(keyCode); });
-        }
+        postToMain([this, keyCode, down] { down ? onKeyDown(keyCode) : onKeyUp(keyCode); });
     };
     hotKey_.onPress = [this] { postToMain([this] { onHotKey(); }); };
     keys.watch(tap_);

@@ -31,6 +31,8 @@ class LiveKeys {
 
     /// A key went down.
     std::function<void(std::int64_t keyCode)> onKeyDown = [](std::int64_t) {};
+    /// A key was let go.
+    std::function<void(std::int64_t keyCode)> onKeyUp = [](std::int64_t) {};
     /// The hot key was pressed.
     std::function<void()> onHotKey = [] {};
     /// The answer to `refresh`.

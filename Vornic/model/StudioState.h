@@ -43,7 +43,7 @@ struct StudioState {
     KeySelection::Any selection;
     /// The sound that is edited; the board's first one where this is absent or gone.
     std::optional<std::string> editingSoundID;
-    /// Its release instead of its press.
+    /// Its release instead of its press, where it has one.
     bool editingRelease = false;
 
     bool operator==(const StudioState&) const = default;

@@ -39,8 +39,7 @@ bool desktopIsDark() {
 } // namespace
 
 Views::Views(AppModel& model)
-    : model_(model), adapter_(model), keys_(model), sounds_(model), preview_(model),
-      recorder_(model) {
+    : model_(model), adapter_(model), studioAdapter_(model), preview_(model), recorder_(model) {
     if (words_.load(":/i18n/vornic_en.qm")) {
         QCoreApplication::installTranslator(&words_);
     }
@@ -56,33 +55,40 @@ Views::Views(AppModel& model)
         }
     };
     // One refresh for all changes of one turn of the event loop.
-    model_.onChange = [this] {
-        if (!refreshing_) {
-            refreshing_ = true;
+    const auto oncePerTurn = [this](bool& pending, void (Views::*work)()) {
+        if (!pending) {
+            pending = true;
             QMetaObject::invokeMethod(
                 this,
-                [this] {
-                    refreshing_ = false;
-                    refresh();
+                [this, &pending, work] {
+                    pending = false;
+                    (this->*work)();
                 },
                 Qt::QueuedConnection);
         }
     };
+    model_.onChange = [=, this] { oncePerTurn(refreshing_, &Views::refresh); };
+    model_.onActivity = [=, this] { oncePerTurn(refreshingActivity_, &Views::refreshActivity); };
 }
 
 Views::~Views() {
     model_.onChange = [] {};
+    model_.onActivity = [] {};
 }
 
 void Views::refresh() {
     adapter_.refresh();
     permissionAdapter_.refresh();
-    keys_.refresh();
-    sounds_.refresh();
+    studioAdapter_.refresh();
     preview_.refresh();
     recorder_.refresh();
     theme_->setProperty("accent", adapter_.accent());
     Q_EMIT refreshed();
+}
+
+void Views::refreshActivity() {
+    adapter_.refreshTyping();
+    studioAdapter_.refreshActivity();
 }
 
 void Views::setTheme(bool dark) {
@@ -98,8 +104,7 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
         properties["app"] = QVariant::fromValue(&adapter_);
     }
     if (file.startsWith("studio/")) {
-        properties["keysEditor"] = QVariant::fromValue(&keys_);
-        properties["soundsEditor"] = QVariant::fromValue(&sounds_);
+        properties["studio"] = QVariant::fromValue(&studioAdapter_);
         properties["recorder"] = QVariant::fromValue(&recorder_);
     }
     if (file.startsWith("preview/")) {

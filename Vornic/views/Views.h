@@ -6,8 +6,7 @@
 #include "Vornic/views/adapters/PermissionAdapter.h"
 #include "Vornic/views/adapters/PreviewAdapter.h"
 #include "Vornic/views/adapters/RecordingAdapter.h"
-#include "Vornic/views/adapters/StudioKeysAdapter.h"
-#include "Vornic/views/adapters/StudioSoundsAdapter.h"
+#include "Vornic/views/adapters/StudioAdapter.h"
 
 #include <QObject>
 #include <QPoint>
@@ -25,13 +24,14 @@ class Views : public QObject {
     Q_OBJECT
 
   public:
-    /// `model` outlives it. Takes over the model's `onChange`.
+    /// `model` outlives it. Takes over the model's `onChange` and `onActivity`.
     explicit Views(AppModel& model);
     ~Views() override;
 
     ModelAdapter& adapter() { return adapter_; }
     QQmlEngine& engine() { return engine_; }
     RecordingAdapter& recorder() { return recorder_; }
+    StudioAdapter& studioAdapter() { return studioAdapter_; }
 
     /// Offers "Turn on Input Monitoring…"; `request` outlives this object. `needed`: keys cannot be
     /// heard without it in this session.
@@ -84,6 +84,7 @@ class Views : public QObject {
 
   private:
     void refresh();
+    void refreshActivity();
     void open(std::unique_ptr<QQuickView>& view, const QString& file, const QString& title);
     void makePanel();
     void setTheme(bool dark);
@@ -91,8 +92,7 @@ class Views : public QObject {
     AppModel& model_;
     ModelAdapter adapter_;
     PermissionAdapter permissionAdapter_;
-    StudioKeysAdapter keys_;
-    StudioSoundsAdapter sounds_;
+    StudioAdapter studioAdapter_;
     PreviewAdapter preview_;
     RecordingAdapter recorder_;
     QTranslator words_;
@@ -102,6 +102,7 @@ class Views : public QObject {
     std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_, previewView_, welcome_,
         gallery_, permission_;
     bool refreshing_ = false;
+    bool refreshingActivity_ = false;
 };
 
 } // namespace vornic

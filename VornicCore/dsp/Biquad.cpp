@@ -77,6 +77,12 @@ Biquad::Biquad(Kind kind, double frequency, double q, double gainDb, double rate
     }
 }
 
+std::complex<double> Biquad::response(double frequency, double rate) const noexcept {
+    // z to the power of -1.
+    const std::complex<double> back = std::polar(1.0, -2.0 * std::numbers::pi * frequency / rate);
+    return (b0 + (b1 + b2 * back) * back) / (1.0 + (a1 + a2 * back) * back);
+}
+
 void Biquad::run(std::vector<float>& samples) noexcept {
     for (float& x : samples) {
         x = static_cast<float>(process(static_cast<double>(x)));

@@ -2,6 +2,7 @@
 
 #include "VornicCore/dsp/SampleRate.h"
 
+#include <complex>
 #include <cstdint>
 #include <vector>
 
@@ -37,6 +38,11 @@ struct Biquad {
 
     /// Filters `samples` in place; the state goes on from call to call.
     void run(std::vector<float>& samples) noexcept;
+
+    /// What the section makes of a steady sine of `frequency` Hz at `rate`: its transfer function
+    /// on the unit circle, whose magnitude is the gain and whose argument is the shift of phase.
+    [[nodiscard]] std::complex<double> response(double frequency,
+                                                double rate = sampleRate) const noexcept;
 
     bool operator==(const Biquad&) const = default;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <complex>
 
 namespace vornic::DSP {
 
@@ -60,6 +62,22 @@ std::optional<Biquad> lowPassSection(double lowPassHz) noexcept {
         return Biquad(Biquad::Kind::lowPass, lowPassHz, cornerQ, 0.0);
     }
     return std::nullopt;
+}
+
+double toneGainDb(const Equalizer& eq, double highPassHz, double lowPassHz,
+                  double frequency) noexcept {
+    double gain = 1.0;
+    const auto pass = [&](std::optional<Biquad> section) {
+        if (section) {
+            gain *= std::abs(section->response(frequency));
+        }
+    };
+    pass(highPassSection(highPassHz));
+    for (const BandFilter& filter : bandFilters) {
+        pass(bandSection(filter.band, eq.gain(filter.band)));
+    }
+    pass(lowPassSection(lowPassHz));
+    return 20.0 * std::log10(gain);
 }
 
 void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz) {

@@ -13,6 +13,10 @@ namespace vornic::DSP {
 /// below 19000). Without any of them nothing changes, to the bit.
 void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz);
 
+/// The gain of that cascade at `frequency` Hz, in dB, at DSP::sampleRate.
+[[nodiscard]] double toneGainDb(const Equalizer& eq, double highPassHz, double lowPassHz,
+                                double frequency) noexcept;
+
 // The sections of that cascade, one by one; none where it would change nothing.
 [[nodiscard]] std::optional<Biquad> highPassSection(double highPassHz) noexcept;
 [[nodiscard]] std::optional<Biquad> bandSection(Equalizer::Band band, float gainDb) noexcept;

@@ -39,21 +39,29 @@ class FakeTap final : public KeyTap {
     }
     int fileDescriptor() const override { return descriptor_; }
     void dispatch() override {
-        eventfd_t presses = 0;
-        if (eventfd_read(descriptor_, &presses) == 0) {
-            onKey(key, true, clock_.nanos());
+        eventfd_t moves = 0;
+        if (eventfd_read(descriptor_, &moves) == 0) {
+            onKey(key, down_, clock_.nanos());
         }
     }
     std::string description() const override { return "the test"; }
 
     /// The key goes down. Test thread.
-    void press() { eventfd_write(descriptor_, 1); }
+    void press() { move(true); }
+    /// It comes up. Wait until the press was heard.
+    void release() { move(false); }
 
     static constexpr std::int64_t key = 49;
     std::atomic<bool> allowed{true};
 
   private:
+    void move(bool down) {
+        down_ = down;
+        eventfd_write(descriptor_, 1);
+    }
+
     const Clock& clock_;
+    std::atomic<bool> down_{true};
     int descriptor_;
 };
 

@@ -13,6 +13,7 @@ QVariantMap drawnKey(const LayoutKey& key, const Board* board) {
                       {"y", key.y},
                       {"w", key.w},
                       {"h", key.h},
+                      {"sound", -1},
                       {"soundName", ""},
                       {"selected", false},
                       {"own", false}};

@@ -9,7 +9,7 @@ namespace vornic {
 
 /// A key as the views draw it: { code, label, x, y, w, h, sound, soundName, selected, own }.
 /// Lengths in key units; `code` is -1 for a key that cannot be heard, `sound` the place of what the
-/// key plays on `board` and absent without that; `own` says that the key overrides its group.
+/// key plays on `board`, -1 without that; `own` says that the key overrides its group.
 /// `board` may be null.
 QVariantMap drawnKey(const LayoutKey& key, const Board* board);
 

@@ -23,6 +23,17 @@ ModelAdapter::ModelAdapter(AppModel& model, QObject* parent) : QObject(parent), 
 void ModelAdapter::refresh() {
     boards_.show(model_.boards(), model_.board() ? model_.board()->id : std::string());
     Q_EMIT changed();
+    refreshTyping();
+}
+
+void ModelAdapter::refreshTyping() {
+    const bool typing = model_.activity().typing();
+    const bool heard = model_.activity().lastKey().has_value();
+    if (typing != typing_ || heard != keyHeard_) {
+        typing_ = typing;
+        keyHeard_ = heard;
+        Q_EMIT typingChanged();
+    }
 }
 
 void ModelAdapter::setPermissionHint(const QString& hint) {

@@ -23,9 +23,9 @@ class ModelAdapter : public QObject {
     QML_UNCREATABLE("The program makes it.")
 
     Q_PROPERTY(bool soundsOn READ soundsOn WRITE setSoundsOn NOTIFY changed)
-    Q_PROPERTY(bool typing READ typing NOTIFY changed)
+    Q_PROPERTY(bool typing READ typing NOTIFY typingChanged)
     /// Whether any key went down since the start.
-    Q_PROPERTY(bool keyHeard READ keyHeard NOTIFY changed)
+    Q_PROPERTY(bool keyHeard READ keyHeard NOTIFY typingChanged)
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
     /// The reason to be silent by its name, or nothing.
     Q_PROPERTY(QString silence READ silence NOTIFY changed)
@@ -79,6 +79,8 @@ class ModelAdapter : public QObject {
 
     /// Tells the views to read everything anew.
     void refresh();
+    /// Tells the views whether somebody types, and nothing else: it comes with every key.
+    void refreshTyping();
 
     /// What to do about keys that cannot be heard, in a sentence.
     void setPermissionHint(const QString& hint);
@@ -91,8 +93,8 @@ class ModelAdapter : public QObject {
 
     bool soundsOn() const { return model_.soundsOn(); }
     void setSoundsOn(bool on) { model_.setSoundsOn(on); }
-    bool typing() const { return model_.activity().typing(); }
-    bool keyHeard() const { return model_.activity().lastKey().has_value(); }
+    bool typing() const { return typing_; }
+    bool keyHeard() const { return keyHeard_; }
     QString subtitle() const;
     QString silence() const;
     QString tapState() const;
@@ -158,9 +160,12 @@ class ModelAdapter : public QObject {
 
   Q_SIGNALS:
     void changed();
+    void typingChanged();
 
   private:
     AppModel& model_;
+    bool typing_ = false;
+    bool keyHeard_ = false;
     BoardListModel boards_;
     QString permissionHint_;
     Autostart* autostart_ = nullptr;

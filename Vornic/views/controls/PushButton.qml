@@ -21,20 +21,36 @@ Button {
     ToolTip.delay: 600
     ToolTip.visible: hovered && ToolTip.text !== ""
 
-    contentItem: Row {
-        spacing: button.spacing
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: button.symbol !== ""
-            symbol: button.symbol === "" ? "check" : button.symbol
-            color: button.ink
-        }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: button.text !== ""
-            text: button.text
-            font: button.font
-            color: button.ink
+    contentItem: Item {
+        id: content
+
+        readonly property real before: picture.visible ? picture.width + (label.visible ? row.spacing : 0) : 0
+
+        implicitWidth: before + (label.visible ? label.implicitWidth : 0)
+        implicitHeight: Math.max(picture.height, label.implicitHeight)
+        Row {
+            id: row
+            anchors.centerIn: parent
+            spacing: button.spacing
+            Symbol {
+                id: picture
+                anchors.verticalCenter: parent.verticalCenter
+                visible: button.symbol !== ""
+                symbol: button.symbol === "" ? "check" : button.symbol
+                color: button.ink
+            }
+            Text {
+                id: label
+                anchors.verticalCenter: parent.verticalCenter
+                // Elides in a button that is narrower than its text.
+                width: Math.max(0, Math.min(implicitWidth, content.width - content.before))
+                visible: button.text !== ""
+                text: button.text
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                font: button.font
+                color: button.ink
+            }
         }
     }
     background: Rectangle {

@@ -8,6 +8,7 @@ RowLayout {
 
     required property string name
     property string unit: ""
+    property int labelWidth: 84
     property int decimals: unit === "Hz" ? 0 : unit === "" ? 2 : 1
     property alias from: slider.from
     property alias to: slider.to
@@ -17,7 +18,7 @@ RowLayout {
 
     spacing: Theme.gap
     Label {
-        Layout.preferredWidth: 84
+        Layout.preferredWidth: row.labelWidth
         text: row.name
         elide: Text.ElideRight
         wrapMode: Text.NoWrap

@@ -1,4 +1,5 @@
-// A value between two ends, by mouse, wheel and arrow keys.
+// A value between two ends, by mouse and arrow keys, and by the wheel once it has the keyboard: a
+// page that scrolls past the pointer must not turn it.
 import QtQuick
 import QtQuick.Controls.Basic
 import Vornic
@@ -14,7 +15,8 @@ Slider {
     implicitWidth: 160
     stepSize: (to - from) / 20
     snapMode: Slider.NoSnap
-    wheelEnabled: true
+    wheelEnabled: activeFocus
+    focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
 

@@ -19,7 +19,7 @@ Item {
         delegate: KeyCap {
             required property var modelData
 
-            key: modelData
+            row: modelData
             Accessible.ignored: true
             x: modelData.x * picture.unit
             y: modelData.y * picture.unit

@@ -1,4 +1,4 @@
-// The five bands of the tone control, with presets.
+// The tone control: presets, and the curve that the five bands are dragged on.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
@@ -6,7 +6,7 @@ import Vornic
 Card {
     id: card
 
-    required property StudioSoundsAdapter soundsEditor
+    required property EqualizerAdapter equalizer
 
     RowLayout {
         Layout.fillWidth: true
@@ -16,26 +16,45 @@ Card {
         }
         Dropdown {
             name: qsTr("Tone preset")
-            options: card.soundsEditor.presets
-            value: card.soundsEditor.preset
+            options: card.equalizer.presets
+            value: card.equalizer.preset
             displayText: currentIndex < 0 ? qsTr("Custom") : currentText
-            onPicked: v => card.soundsEditor.applyPreset(v)
+            onPicked: v => card.equalizer.applyPreset(v)
         }
     }
-    Repeater {
-        model: card.soundsEditor.bands
-        delegate: SliderRow {
-            required property var modelData
+    Item {
+        id: plot
 
-            Layout.fillWidth: true
-            name: modelData.text
-            unit: "dB"
-            from: -12
-            to: 12
-            origin: 0
-            value: modelData.gain
-            onMoved: v => card.soundsEditor.setBand(modelData.value, v)
+        readonly property real range: card.equalizer.range
+        // Beyond the range, so that a band at its end is not on the edge.
+        readonly property real shown: range + 3
+
+        Layout.fillWidth: true
+        implicitHeight: 196
+        ToneCurve {
+            anchors.fill: parent
+            anchors.bottomMargin: 22
+            shown: plot.shown
+            curve: card.equalizer.curve
+            heard: card.equalizer.heardCurve
+        }
+        Repeater {
+            model: card.equalizer.bands
+            delegate: BandHandle {
+                x: row.x * plot.width - width / 2
+                width: plot.width / 8
+                height: plot.height
+                foot: 22
+                range: plot.range
+                shown: plot.shown
+                onMoved: gain => card.equalizer.setBand(row.value, gain)
+            }
         }
     }
-    Item { Layout.fillHeight: true }
+    Label {
+        Layout.fillWidth: true
+        text: qsTr("The dashed line is what is heard, with parts and character.")
+        secondary: true
+        font.pixelSize: Theme.small
+    }
 }

@@ -6,18 +6,27 @@ import Vornic
 Card {
     id: card
 
-    required property StudioSoundsAdapter soundsEditor
+    required property PartsAdapter parts
 
     SectionTitle { text: qsTr("Foam") }
-    Repeater {
-        model: card.soundsEditor.foams
-        delegate: SettingRow {
-            required property var modelData
+    GridLayout {
+        Layout.fillWidth: true
+        columns: 4
+        columnSpacing: 6
+        rowSpacing: 6
+        Repeater {
+            model: card.parts.foams
+            delegate: Tile {
+                required property var row
 
-            Layout.fillWidth: true
-            title: modelData.text
-            checked: modelData.now
-            onToggled: on => card.soundsEditor.setFoam(modelData.value, on)
+                Layout.fillWidth: true
+                Layout.preferredWidth: 100
+                exclusive: false
+                text: row.text
+                note: row.note
+                chosen: row.now
+                onClicked: card.parts.setFoam(row.value, !row.now)
+            }
         }
     }
 }

@@ -1,100 +1,118 @@
-// What the selected keys play, and how.
+// What the selected keys play, and how, with what they inherit.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
 
 Card {
-    id: inspector
+    id: card
 
-    required property StudioKeysAdapter keysEditor
+    required property StudioAdapter studio
+    readonly property InspectorAdapter inspector: studio.inspector
 
     RowLayout {
         Layout.fillWidth: true
         Label {
-            Layout.fillWidth: true
-            text: inspector.keysEditor.selection
+            text: card.studio.keyboard.selection
+            Layout.maximumWidth: 320
             font.weight: Font.DemiBold
+            wrapMode: Text.NoWrap
+            elide: Text.ElideRight
+        }
+        Label {
+            Layout.fillWidth: true
+            visible: card.inspector.mixed
+            text: qsTr("They differ; a change makes them equal.")
+            secondary: true
+            font.pixelSize: Theme.small
+            wrapMode: Text.NoWrap
+            elide: Text.ElideRight
+        }
+        Item {
+            Layout.fillWidth: true
+            visible: !card.inspector.mixed
         }
         PushButton {
             text: qsTr("Reset to the group")
-            enabled: inspector.keysEditor.canReset
-            onClicked: inspector.keysEditor.reset()
+            enabled: card.inspector.canReset
+            onClicked: card.inspector.reset()
         }
     }
     GridLayout {
         Layout.fillWidth: true
+        enabled: card.inspector.enabled
+        opacity: enabled ? 1 : 0.45
         columns: 2
         columnSpacing: 28
-        rowSpacing: 6
-        RowLayout {
-            Label {
-                Layout.preferredWidth: 84
-                text: qsTr("Sound")
-            }
+        rowSpacing: 8
+        NamedControl {
+            name: qsTr("Sound")
             Dropdown {
-                Layout.fillWidth: true
+                width: parent.width
                 name: qsTr("Sound")
-                options: inspector.keysEditor.sounds
-                value: inspector.keysEditor.sound
-                onPicked: v => inspector.keysEditor.sound = v
+                options: card.inspector.sounds
+                value: card.inspector.sound
+                onPicked: v => card.inspector.sound = v
             }
         }
-        SliderRow {
-            Layout.fillWidth: true
+        NotedSlider {
             name: qsTr("Gain")
             unit: "dB"
             from: -12
             to: 12
             origin: 0
-            value: inspector.keysEditor.gainDb
-            onMoved: v => inspector.keysEditor.gainDb = v
+            value: card.inspector.gainDb
+            note: card.inspector.gainNote
+            onMoved: v => card.inspector.gainDb = v
         }
-        RowLayout {
-            Label {
-                Layout.preferredWidth: 84
-                text: qsTr("Release")
-            }
+        NamedControl {
+            name: qsTr("Release")
+            note: card.inspector.releaseNote
             Choice {
-                Layout.fillWidth: true
+                width: parent.width
                 name: qsTr("Release")
-                options: inspector.keysEditor.releases
-                value: inspector.keysEditor.release
-                onPicked: v => inspector.keysEditor.release = v
+                options: card.inspector.releases
+                value: card.inspector.release
+                onPicked: v => card.inspector.release = v
             }
         }
-        SliderRow {
-            Layout.fillWidth: true
+        NotedSlider {
             name: qsTr("Pitch")
             unit: "st"
             from: -12
             to: 12
             origin: 0
-            value: inspector.keysEditor.pitch
-            onMoved: v => inspector.keysEditor.pitch = v
+            value: card.inspector.pitch
+            note: card.inspector.pitchNote
+            onMoved: v => card.inspector.pitch = v
         }
-        SliderRow {
-            Layout.fillWidth: true
-            name: qsTr("Rattle")
-            from: 0
-            to: 1
-            value: inspector.keysEditor.rattle
-            onMoved: v => inspector.keysEditor.rattle = v
+        NamedControl {
+            name: qsTr("Place")
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: !card.inspector.ownPan
+                text: card.inspector.panNote
+                secondary: true
+            }
+            PushButton {
+                text: qsTr("Use the key's own place")
+                visible: card.inspector.ownPan
+                onClicked: card.inspector.resetPan()
+            }
         }
-        SliderRow {
-            Layout.fillWidth: true
-            name: inspector.keysEditor.ownPan ? qsTr("Pan") : qsTr("Pan (place)")
+        NotedSlider {
+            name: qsTr("Pan")
             from: -1
             to: 1
             origin: 0
-            value: inspector.keysEditor.pan
-            onMoved: v => inspector.keysEditor.pan = v
+            value: card.inspector.pan
+            onMoved: v => card.inspector.pan = v
         }
     }
     SettingRow {
         Layout.fillWidth: true
         title: qsTr("Hear keys come up")
         note: qsTr("Plays the release wherever a key or its group leaves it open.")
-        checked: inspector.keysEditor.releaseByDefault
-        onToggled: on => inspector.keysEditor.releaseByDefault = on
+        checked: card.studio.parts.releaseByDefault
+        onToggled: on => card.studio.parts.releaseByDefault = on
     }
 }

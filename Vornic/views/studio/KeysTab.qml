@@ -1,49 +1,66 @@
 // The keyboard, and what the selected keys play.
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
-ColumnLayout {
+Flickable {
     id: tab
 
-    required property StudioKeysAdapter keysEditor
-    // From outside: a height that follows from a width that the layout gives comes too late for it.
-    required property real keyboardWidth
+    required property StudioAdapter studio
 
-    spacing: 12
-    RowLayout {
-        spacing: Theme.gap
-        Dropdown {
-            name: qsTr("Keyboard layout")
-            options: tab.keysEditor.layouts
-            value: tab.keysEditor.layout
-            onPicked: v => tab.keysEditor.layout = v
+    contentHeight: column.implicitHeight
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    ScrollBar.vertical: ScrollBar {}
+
+    ColumnLayout {
+        id: column
+        width: tab.width
+        spacing: 12
+
+        RowLayout {
+            spacing: Theme.gap
+            Dropdown {
+                name: qsTr("Keyboard layout")
+                options: tab.studio.keyboard.layouts
+                value: tab.studio.keyboard.layout
+                onPicked: v => tab.studio.keyboard.layout = v
+            }
+            Item { Layout.fillWidth: true }
+            Dropdown {
+                name: qsTr("Select a group of keys")
+                options: tab.studio.keyboard.groups
+                value: tab.studio.keyboard.group
+                displayText: currentIndex < 0 ? qsTr("Select a group") : currentText
+                onPicked: v => tab.studio.keyboard.selectGroup(v)
+            }
+            PushButton {
+                text: qsTr("Stabilised keys")
+                checked: tab.studio.keyboard.kind === "stabilisers"
+                onClicked: tab.studio.keyboard.selectStabilisers()
+            }
+            PushButton {
+                text: qsTr("All keys")
+                checked: tab.studio.keyboard.kind === "all"
+                onClicked: tab.studio.keyboard.selectAll()
+            }
         }
-        Item { Layout.fillWidth: true }
-        Dropdown {
-            name: qsTr("Select a group of keys")
-            options: tab.keysEditor.groups
-            value: tab.keysEditor.group
-            displayText: currentIndex < 0 ? qsTr("Select a group") : currentText
-            onPicked: v => tab.keysEditor.selectGroup(v)
+        KeyboardView {
+            Layout.fillWidth: true
+            Layout.margins: 2
+            // From the tab's width: one that follows from what the layout gives comes too late.
+            Layout.preferredHeight: keyboard.layoutHeight * (tab.width - 4) / Math.max(1, keyboard.layoutWidth)
+            keyboard: tab.studio.keyboard
         }
-        PushButton {
-            text: qsTr("All keys")
-            onClicked: tab.keysEditor.selectAll()
+        SoundLegend {
+            Layout.fillWidth: true
+            sounds: tab.studio.sounds.rows
+            onPicked: id => tab.studio.keyboard.selectSound(id)
+        }
+        KeyInspector {
+            Layout.fillWidth: true
+            studio: tab.studio
         }
     }
-    KeyboardView {
-        Layout.fillWidth: true
-        Layout.preferredHeight: keysEditor.layoutHeight * tab.keyboardWidth / Math.max(1, keysEditor.layoutWidth)
-        keysEditor: tab.keysEditor
-    }
-    SoundLegend {
-        Layout.fillWidth: true
-        sounds: tab.keysEditor.sounds
-    }
-    KeyInspector {
-        Layout.fillWidth: true
-        keysEditor: tab.keysEditor
-    }
-    Item { Layout.fillHeight: true }
 }

@@ -1,4 +1,5 @@
-// Choices under a title. `rows` is a list of { value, text, options, now }.
+// Parts to choose, one of a few each. `rows` holds { value, text, options, now }, `options` is a
+// list of { value, text, note }.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
@@ -6,32 +7,48 @@ import Vornic
 Card {
     id: card
 
-    required property string title
     required property var rows
     signal picked(string part, string value)
 
-    SectionTitle { text: card.title }
     Repeater {
         model: card.rows
-        delegate: RowLayout {
-            id: row
+        delegate: ColumnLayout {
+            id: part
 
-            required property var modelData
+            required property var row
 
             Layout.fillWidth: true
-            Label {
-                Layout.preferredWidth: 64
-                text: row.modelData.text
-            }
-            Dropdown {
+            spacing: 6
+            SectionTitle { text: part.row.text }
+            GridLayout {
                 Layout.fillWidth: true
-                implicitWidth: 120
-                name: row.modelData.text
-                options: row.modelData.options
-                value: row.modelData.now
-                onPicked: v => card.picked(row.modelData.value, v)
+                columns: 4
+                columnSpacing: 6
+                rowSpacing: 6
+                Repeater {
+                    // The options never change, only which one is chosen.
+                    model: part.row.options.length
+                    delegate: Tile {
+                        required property int index
+                        readonly property var option: part.row.options[index]
+
+                        Layout.fillWidth: true
+                        Layout.preferredWidth: 100
+                        text: option.text
+                        note: option.note
+                        chosen: option.value === part.row.now
+                        onClicked: card.picked(part.row.value, option.value)
+                    }
+                }
+                Repeater {
+                    // Keeps the columns as wide as elsewhere.
+                    model: Math.max(0, 4 - part.row.options.length)
+                    delegate: Item {
+                        Layout.fillWidth: true
+                        Layout.preferredWidth: 100
+                    }
+                }
             }
         }
     }
-    Item { Layout.fillHeight: true }
 }

@@ -1,4 +1,4 @@
-// Sliders under a title. `rows` is a list of { value, text, unit, from, to, origin, now }.
+// Sliders under a title, in two columns. `rows` holds { value, text, unit, from, to, origin, now }.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
@@ -11,20 +11,27 @@ Card {
     signal moved(string field, real value)
 
     SectionTitle { text: card.title }
-    Repeater {
-        model: card.rows
-        delegate: SliderRow {
-            required property var modelData
+    GridLayout {
+        Layout.fillWidth: true
+        columns: 2
+        columnSpacing: 24
+        rowSpacing: 2
+        Repeater {
+            model: card.rows
+            delegate: SliderRow {
+                required property var row
 
-            Layout.fillWidth: true
-            name: modelData.text
-            unit: modelData.unit
-            from: modelData.from
-            to: modelData.to
-            origin: modelData.origin
-            value: modelData.now
-            onMoved: v => card.moved(modelData.value, v)
+                Layout.fillWidth: true
+                Layout.preferredWidth: 200
+                labelWidth: 64
+                name: row.text
+                unit: row.unit
+                from: row.from
+                to: row.to
+                origin: row.origin
+                value: row.now
+                onMoved: v => card.moved(row.value, v)
+            }
         }
     }
-    Item { Layout.fillHeight: true }
 }

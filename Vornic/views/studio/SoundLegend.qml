@@ -1,32 +1,57 @@
-// Which colour stands for which sound.
+// Which colour stands for which sound. A click selects the keys that play it.
 import QtQuick
+import QtQuick.Controls.Basic
 import Vornic
 
 Flow {
     id: legend
 
     required property var sounds
+    signal picked(string id)
 
-    spacing: 14
+    spacing: 4
     Repeater {
         model: legend.sounds
-        delegate: Row {
-            required property var modelData
-            required property int index
+        delegate: AbstractButton {
+            id: entry
 
-            spacing: 6
-            Rectangle {
-                anchors.verticalCenter: parent.verticalCenter
-                width: 12
-                height: 6
-                radius: 3
-                color: Theme.soundColour(parent.index)
+            required property var row
+
+            implicitWidth: Math.min(220, line.implicitWidth + 16)
+            implicitHeight: 26
+            hoverEnabled: true
+            Accessible.name: qsTr("Select the keys with %1").arg(row.text)
+            ToolTip.delay: 600
+            ToolTip.visible: hovered
+            ToolTip.text: Accessible.name
+            onClicked: legend.picked(row.value)
+
+            contentItem: Row {
+                id: line
+                leftPadding: 8
+                spacing: 6
+                Rectangle {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 12
+                    height: 6
+                    radius: 3
+                    color: Theme.soundColour(entry.row.colour)
+                }
+                Label {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Math.min(implicitWidth, 186)
+                    text: entry.row.text
+                    secondary: true
+                    font.pixelSize: Theme.small
+                    wrapMode: Text.NoWrap
+                    elide: Text.ElideRight
+                    Accessible.ignored: true
+                }
             }
-            Label {
-                text: parent.modelData.text
-                secondary: true
-                font.pixelSize: Theme.small
-                wrapMode: Text.NoWrap
+            background: Rectangle {
+                radius: Theme.radius
+                color: entry.hovered ? Theme.hover : "transparent"
+                FocusRing { control: entry }
             }
         }
     }

@@ -1,104 +1,55 @@
-// How the chosen sound is made.
+// The board's sounds and how the chosen one is made.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
-Flickable {
+RowLayout {
     id: tab
 
-    required property StudioSoundsAdapter soundsEditor
+    required property StudioAdapter studio
 
-    contentHeight: column.implicitHeight
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-    ScrollBar.vertical: ScrollBar {}
-
+    spacing: 16
+    SoundList {
+        Layout.preferredWidth: 190
+        Layout.fillHeight: true
+        sounds: tab.studio.sounds
+    }
     ColumnLayout {
-        id: column
-        width: tab.width - 12
+        Layout.fillWidth: true
+        Layout.fillHeight: true
         spacing: 12
-
-        RowLayout {
-            spacing: Theme.gap
-            Dropdown {
-                implicitWidth: 220
-                name: qsTr("Sound")
-                options: tab.soundsEditor.sounds
-                value: tab.soundsEditor.sound
-                onPicked: v => tab.soundsEditor.sound = v
-            }
-            Choice {
-                name: qsTr("Stroke")
-                implicitWidth: 200
-                visible: tab.soundsEditor.hasRelease
-                options: [{ value: false, text: qsTr("Press") }, { value: true, text: qsTr("Release") }]
-                value: tab.soundsEditor.editingRelease
-                onPicked: v => tab.soundsEditor.editingRelease = v
-            }
-            Item { Layout.fillWidth: true }
-            PushButton {
-                symbol: "play"
-                text: qsTr("Play")
-                onClicked: tab.soundsEditor.audition()
-            }
-        }
-        WaveView {
+        SoundHeader {
             Layout.fillWidth: true
-            wave: tab.soundsEditor.wave
-            millis: tab.soundsEditor.waveMillis
+            studio: tab.studio
         }
         RowLayout {
             Layout.fillWidth: true
-            spacing: 12
-            EqualizerCard {
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                soundsEditor: tab.soundsEditor
-            }
-            SlidersCard {
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                title: qsTr("Shape")
-                rows: tab.soundsEditor.chain
-                onMoved: (field, value) => tab.soundsEditor.setChain(field, value)
-            }
-        }
-        RowLayout {
-            Layout.fillWidth: true
-            spacing: 12
-            PartsCard {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 215
-                Layout.fillHeight: true
-                title: qsTr("Switch")
-                rows: tab.soundsEditor.switchParts
-                onPicked: (part, value) => tab.soundsEditor.setSwitchPart(part, value)
-            }
-            PartsCard {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 215
-                Layout.fillHeight: true
-                title: qsTr("Build")
-                rows: tab.soundsEditor.buildParts
-                onPicked: (part, value) => tab.soundsEditor.setBuildPart(part, value)
-            }
-            ColumnLayout {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 300
-                spacing: 12
-                SlidersCard {
+            spacing: 8
+            Repeater {
+                model: tab.studio.stroke.rows
+                delegate: WaveView {
                     Layout.fillWidth: true
-                    title: qsTr("Character")
-                    rows: tab.soundsEditor.character
-                    onMoved: (field, value) => tab.soundsEditor.setCharacter(field, value)
-                }
-                FoamsCard {
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    soundsEditor: tab.soundsEditor
+                    Layout.preferredWidth: 100
+                    onClicked: tab.studio.stroke.play(row.value)
                 }
             }
+        }
+        Choice {
+            id: section
+            Layout.fillWidth: true
+            name: qsTr("Part of the sound")
+            options: [
+                { value: "tone", text: qsTr("Tone") }, { value: "layers", text: qsTr("Layers") },
+                { value: "switch", text: qsTr("Switch") }, { value: "board", text: qsTr("Board") }
+            ]
+            value: "tone"
+            onPicked: v => value = v
+        }
+        SoundSection {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            studio: tab.studio
+            section: section.value
         }
     }
 }

@@ -8,6 +8,7 @@ RowLayout {
     id: header
 
     required property ModelAdapter app
+    readonly property alias compareButton: compare
     signal exportBoard()
     signal importBoard()
 
@@ -51,14 +52,9 @@ RowLayout {
         ToolTip.text: qsTr("Redo")
         onClicked: header.app.redo()
     }
-    PushButton {
-        text: qsTr("A / B")
-        checkable: true
-        checked: header.app.comparing
-        prominent: checked
-        ToolTip.text: qsTr("Hold the version you started with up against your changes")
-        Accessible.description: ToolTip.text
-        onClicked: header.app.comparing = checked
+    CompareButton {
+        id: compare
+        app: header.app
     }
     PushButton {
         symbol: "plus"

@@ -8,11 +8,24 @@ FocusScope {
     id: view
 
     required property ModelAdapter app
-    required property StudioKeysAdapter keysEditor
-    required property StudioSoundsAdapter soundsEditor
+    required property StudioAdapter studio
     required property RecordingAdapter recorder
 
     focus: true
+    // B compares as its button does, wherever no text is typed.
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_B && event.modifiers === Qt.NoModifier) {
+            if (!event.isAutoRepeat)
+                header.compareButton.begin();
+            event.accepted = true;
+        }
+    }
+    Keys.onReleased: event => {
+        if (event.key === Qt.Key_B && !event.isAutoRepeat) {
+            header.compareButton.end();
+            event.accepted = true;
+        }
+    }
     implicitWidth: 820
     implicitHeight: 800
 
@@ -27,6 +40,7 @@ FocusScope {
         spacing: 14
 
         StudioHeader {
+            id: header
             Layout.fillWidth: true
             app: view.app
             onExportBoard: files.ask(true)
@@ -55,14 +69,13 @@ FocusScope {
             Layout.fillWidth: true
             Layout.fillHeight: true
             visible: view.app.studioTab === "keys"
-            keysEditor: view.keysEditor
-            keyboardWidth: view.width - 40
+            studio: view.studio
         }
         SoundsTab {
             Layout.fillWidth: true
             Layout.fillHeight: true
             visible: view.app.studioTab === "sounds"
-            soundsEditor: view.soundsEditor
+            studio: view.studio
         }
     }
     RecordingLayer {

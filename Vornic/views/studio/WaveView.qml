@@ -1,55 +1,62 @@
-// The edited stroke as it sounds.
+// A stroke as it sounds at one velocity; a click plays it.
 import QtQuick
-import QtQuick.Layouts
+import QtQuick.Controls.Basic
 import Vornic
 
-Card {
+AbstractButton {
     id: view
 
-    required property var wave
-    property real millis: 0
+    required property var row
 
+    implicitHeight: 76
     padding: 8
-    Item {
-        Layout.fillWidth: true
-        implicitHeight: 72
-        Accessible.role: Accessible.Graphic
-        Accessible.name: qsTr("The stroke, %1 ms long").arg(Math.round(view.millis))
+    hoverEnabled: true
+    Accessible.name: qsTr("Play: %1").arg(row.text)
+    Accessible.description: caption.text
 
-        Row {
-            id: bars
+    contentItem: Item {
+        Label {
+            id: title
+            text: view.row.text
+            secondary: true
+            font.pixelSize: Theme.small
+            Accessible.ignored: true
+        }
+        Label {
+            id: caption
+            anchors.right: parent.right
+            text: view.row.strips.length === 0 ? qsTr("Nothing to hear") : qsTr("%1 ms").arg(Math.round(view.row.millis))
+            secondary: true
+            font.pixelSize: Theme.small
+            Accessible.ignored: true
+        }
+        Canvas {
+            id: canvas
+
+            readonly property color ink: Theme.graph
+            readonly property var strips: view.row.strips
+
             anchors.fill: parent
-            Repeater {
-                model: view.wave
-                delegate: Item {
-                    required property real modelData
-
-                    width: bars.width / Math.max(1, view.wave.length)
-                    height: bars.height
-                    Rectangle {
-                        anchors.centerIn: parent
-                        width: Math.max(1, parent.width - 1)
-                        height: Math.max(1, parent.modelData * bars.height)
-                        radius: width / 2
-                        color: Theme.accent
-                        border.color: Theme.line
-                        border.width: width > 3 ? 1 : 0
-                    }
+            anchors.topMargin: title.height + 2
+            onInkChanged: requestPaint()
+            onStripsChanged: requestPaint()
+            onPaint: {
+                const context = getContext("2d");
+                context.reset();
+                context.fillStyle = ink;
+                const step = width / view.row.most, middle = height / 2;
+                for (let at = 0; at < strips.length; ++at) {
+                    // The tail is far below the strike: drawn straight, nothing would be seen of it.
+                    const half = Math.max(0.5, Math.min(1, Math.pow(strips[at], 0.6)) * middle);
+                    context.fillRect(at * step, middle - half, Math.max(1, step - 0.5), 2 * half);
                 }
             }
         }
-        Label {
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            text: qsTr("%1 ms").arg(Math.round(view.millis))
-            secondary: true
-            font.pixelSize: Theme.small
-        }
-        Label {
-            anchors.centerIn: parent
-            visible: view.wave.length === 0
-            text: qsTr("Nothing to hear: this sound has no recordings.")
-            secondary: true
-        }
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: view.hovered ? Theme.hover : Theme.surface
+        border.color: Theme.line
+        FocusRing { control: view }
     }
 }

@@ -17,8 +17,13 @@ QtObject {
     readonly property color warning: dark ? "#FFB84D" : "#8F4E00"
     readonly property color focus: dark ? "#8AB4FF" : "#1A5FD0"
 
+    // What is chosen.
+    readonly property color selected: dark ? "#2B3850" : "#E6EFFC"
+
     // Accents come in any brightness: what stands on one is black or white, whichever reads better.
-    readonly property color accentInk: luminance(accent) > 0.18 ? "#000000" : "#FFFFFF"
+    readonly property color accentInk: ink(accent)
+    // The accent as lines are drawn in it on a surface: as near to the text as it has to be seen.
+    readonly property color graph: seen(accent)
 
     readonly property int small: 12
     readonly property int body: 14
@@ -31,10 +36,26 @@ QtObject {
     readonly property int control: 30
 
     readonly property int quick: 120
+    // What is down for longer is held, in ms.
+    readonly property int hold: 300
 
     // Sounds of a board tell themselves apart by these, in turn.
     function soundColour(index) {
         return ["#5E8BFF", "#FF9F40", "#3CC58B", "#C77DFF", "#FF6B8B", "#2BB7C9", "#D0B000", "#9A8C7C"][index % 8];
+    }
+
+    function ink(ground) {
+        return luminance(ground) > 0.18 ? "#000000" : "#FFFFFF";
+    }
+    function seen(wanted) {
+        for (let share = 0; share < 1; share += 0.1) {
+            const mixed = Qt.rgba(wanted.r + (text.r - wanted.r) * share, wanted.g + (text.g - wanted.g) * share,
+                                  wanted.b + (text.b - wanted.b) * share, 1);
+            const a = luminance(mixed) + 0.05, b = luminance(surface) + 0.05;
+            if (Math.max(a, b) / Math.min(a, b) >= 3)
+                return mixed;
+        }
+        return text;
     }
 
     // Relative luminance, 0 to 1 (WCAG 2.1).

@@ -192,6 +192,23 @@ TEST_F(KeystrokeDriverTest, gainOfTheAssignmentIsInDecibels) {
     EXPECT_LT(level, 0.11);
 }
 
+TEST_F(KeystrokeDriverTest, aGainForEveryKeyCountsForPressesAndReleases) {
+    Board board = plainBoard();
+    board.feel.speedSensitivity = 0.0;
+    board.releaseByDefault = true;
+    auto settings = std::make_shared<PlaySettings>();
+    settings->board = std::make_shared<const Board>(board);
+    settings->gain = 0.1;
+    driver.apply(settings);
+    pressAfterPause(letterF);
+    const double level = gainOf(heard(), 0.002f);
+    EXPECT_GT(level, 0.09);
+    EXPECT_LT(level, 0.11);
+    output.render(9600, 0);
+    driver.key(letterF, false, 0);
+    EXPECT_NEAR(gainOf(heard(), 0.02f), 0.08, 1e-5);
+}
+
 TEST_F(KeystrokeDriverTest, aFixedSensitivityOfZeroIsAlwaysMedium) {
     Board board = plainBoard();
     board.feel.speedSensitivity = 0.0;

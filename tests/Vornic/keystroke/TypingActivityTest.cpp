@@ -24,5 +24,27 @@ TEST(TypingActivity, aKeyCountsForAQuarterOfASecond) {
     EXPECT_EQ(activity.lastKey(), 10.0);
 }
 
+TEST(TypingActivity, knowsWhichKeysAreDown) {
+    TypingActivity activity;
+    activity.keyDown(49, 10.0);
+    activity.keyDown(0, 10.1);
+    EXPECT_TRUE(activity.pressed().contains(49));
+    EXPECT_TRUE(activity.pressed().contains(0));
+    activity.keyUp(49);
+    activity.keyUp(49);
+    EXPECT_FALSE(activity.pressed().contains(49));
+    EXPECT_TRUE(activity.pressed().contains(0));
+}
+
+TEST(TypingActivity, aKeyWhoseWayUpIsNeverHeardIsLetGoInTheEnd) {
+    TypingActivity activity;
+    activity.keyDown(49, 10.0);
+    activity.refresh(10.1);
+    activity.refresh(14.9);
+    EXPECT_TRUE(activity.pressed().contains(49));
+    EXPECT_TRUE(activity.refresh(15.0)) << "a view has to be told";
+    EXPECT_TRUE(activity.pressed().empty());
+}
+
 } // namespace
 } // namespace vornic

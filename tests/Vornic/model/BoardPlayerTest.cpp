@@ -1,6 +1,9 @@
 #include "Vornic/model/BoardPlayer.h"
 
+#include "Vornic/rendering/BoardLoudness.h"
+#include "VornicCore/dsp/EQPreset.h"
 #include "tests/VornicCore/render/MapSource.h"
+#include "tests/VornicCore/render/NoiseStroke.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/WaitFor.h"
@@ -8,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <vector>
 
 namespace vornic {
@@ -26,9 +30,10 @@ class BoardPlayerTest : public ::testing::Test {
   protected:
     BoardPlayerTest() {
         player.onPlay = [this](const std::shared_ptr<const Board>& board,
-                               const std::shared_ptr<const VoiceBank>& bank) {
+                               const std::shared_ptr<const VoiceBank>& bank, double given) {
             EXPECT_FALSE(bank->pool(board->name).empty()) << "board and bank belong together";
             playing = board->name;
+            gain = given;
             ++plays;
         };
     }
@@ -54,6 +59,7 @@ class BoardPlayerTest : public ::testing::Test {
     ManualScheduler scheduler;
     std::atomic<int> builds{0};
     std::string playing;
+    double gain = 0.0;
     int plays = 0;
     BoardPlayer player{clock, scheduler, std::make_shared<MapSource>(MapSource::Recordings()),
                        [this](const Board& board, const SampleSource&) {
@@ -153,6 +159,76 @@ TEST_F(BoardPlayerTest, anotherReferenceEndsTheComparison) {
 TEST_F(BoardPlayerTest, withoutAReferenceThereIsNothingToCompareWith) {
     player.compare(true);
     EXPECT_FALSE(player.comparing());
+}
+
+/// Two versions of a board: what the parts of its sound do to its loudness is to be evened out.
+class ComparedLoudnessTest : public ::testing::Test {
+  protected:
+    ComparedLoudnessTest() {
+        player.onPlay = [this](const std::shared_ptr<const Board>& board,
+                               const std::shared_ptr<const VoiceBank>& bank, double given) {
+            playing = board->name;
+            gain = given;
+            measured = boardLoudness(*board, *bank).value_or(-100.0) + 20.0 * std::log10(given);
+        };
+    }
+
+    static Board boardOf(const std::string& name, const Equalizer& eq, double groupDb) {
+        StrokeSpec stroke({LayerSpec(LayerPart::bottomOut, {"a"}, 0, 0, 0)});
+        stroke.chain.eq = eq;
+        SoundSpec sound("s", "S", "#000000", stroke, std::nullopt, {}, {});
+        sound.variations = 3;
+        Board board(name, name, "", "#000000", {}, {sound}, {});
+        for (const KeyGroup group : allCases<KeyGroup>()) {
+            board.groups[group].gainDb = groupDb;
+        }
+        return board;
+    }
+    /// The loudness at which `board` plays.
+    double playedLoudness(const Board& board, bool comparing) {
+        player.compare(comparing);
+        EXPECT_TRUE(waitFor([&] {
+            scheduler.advance(1000ms);
+            scheduler.run();
+            return playing == board.name;
+        }));
+        return measured;
+    }
+
+    ManualClock clock;
+    ManualScheduler scheduler;
+    std::string playing;
+    double gain = 0.0;
+    double measured = 0.0;
+    BoardPlayer player{clock, scheduler,
+                       std::make_shared<MapSource>(MapSource::Recordings{{"a", noiseStroke(1)}})};
+};
+
+TEST_F(ComparedLoudnessTest, bothVersionsAreEquallyLoudWithinHalfADecibel) {
+    for (const EQPreset& preset : EQPreset::all()) {
+        const Board start = boardOf("start", Equalizer::flat(), 0);
+        const Board edited = boardOf("edited " + std::string(preset.id), preset.eq, -4);
+        player.setReference(start);
+        player.render(start, 0ms);
+        playedLoudness(start, false);
+        player.render(edited, 0ms);
+        const double now = playedLoudness(edited, false);
+        EXPECT_EQ(gain, 1.0) << "what is edited plays as it is";
+        EXPECT_NEAR(playedLoudness(start, true), now, 0.5) << preset.id;
+        EXPECT_LT(gain, 0.8) << "the group's 4 dB alone are more";
+    }
+}
+
+TEST_F(ComparedLoudnessTest, aVersionThatIsNoneAnyMoreIsNotMadeUnbearable) {
+    const Board start = boardOf("start", Equalizer::flat(), -60);
+    const Board edited = boardOf("edited", Equalizer::flat(), 0);
+    player.setReference(start);
+    player.render(start, 0ms);
+    playedLoudness(start, false);
+    player.render(edited, 0ms);
+    playedLoudness(edited, false);
+    playedLoudness(start, true);
+    EXPECT_NEAR(20.0 * std::log10(gain), 12.0, 1e-9);
 }
 
 } // namespace

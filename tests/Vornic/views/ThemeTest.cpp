@@ -38,7 +38,7 @@ class ThemeTest : public ::testing::TestWithParam<bool> {
 };
 
 TEST_P(ThemeTest, textIsReadOnEverySurface) {
-    for (const char* const ground : {"window", "surface", "hover"}) {
+    for (const char* const ground : {"window", "surface", "hover", "selected"}) {
         EXPECT_GE(contrast(colour("text"), colour(ground)), 7.0) << ground;
         EXPECT_GE(contrast(colour("secondary"), colour(ground)), 4.5) << ground;
         EXPECT_GE(contrast(colour("warning"), colour(ground)), 4.5) << ground;
@@ -53,6 +53,7 @@ TEST_P(ThemeTest, textIsReadOnEveryAccent) {
                                      "#BF5AF2", "#000000", "#FFFFFF", "#7F7F7F"}) {
         theme->setProperty("accent", QColor(accent));
         EXPECT_GE(contrast(colour("accentInk"), colour("accent")), 4.5) << accent;
+        EXPECT_GE(contrast(colour("graph"), colour("surface")), 3.0) << accent;
     }
 }
 

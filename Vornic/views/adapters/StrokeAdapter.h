@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Vornic/model/AppModel.h"
+#include "Vornic/views/adapters/RowsModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QObject>
+#include <QString>
+
+namespace vornic {
+
+/// The edited stroke as it was last rendered, to see and to hear. Main thread.
+class StrokeAdapter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program makes it.")
+
+    /// Rows { value, text, strips, millis }: the stroke at each velocity, or, for a release, which
+    /// has but one, in one row. `strips` are the highest magnitudes of equal pieces of the time of
+    /// the longest of them, 0 to 1; `millis` is how long the stroke lasts.
+    Q_PROPERTY(QObject* rows READ rows CONSTANT)
+
+  public:
+    /// `model` outlives it.
+    explicit StrokeAdapter(AppModel& model, QObject* parent = nullptr)
+        : QObject(parent), model_(model) {}
+
+    void refresh();
+
+    QObject* rows() { return &rows_; }
+
+    /// Plays the edited stroke once, as struck with that velocity.
+    Q_INVOKABLE void play(int velocity = 1);
+
+  private:
+    AppModel& model_;
+    RowsModel rows_;
+};
+
+} // namespace vornic

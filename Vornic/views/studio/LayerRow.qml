@@ -1,0 +1,106 @@
+// One layer of a stroke.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+Rectangle {
+    id: layer
+
+    required property var row
+    required property int index
+    required property LayersAdapter layers
+    signal choose()
+
+    implicitHeight: lines.implicitHeight + 16
+    radius: Theme.radius
+    color: Theme.window
+    border.color: Theme.line
+
+    ColumnLayout {
+        id: lines
+        anchors.fill: parent
+        anchors.margins: 8
+        spacing: 6
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 6
+            Dropdown {
+                Layout.preferredWidth: 132
+                name: qsTr("Part of layer %1").arg(layer.index + 1)
+                options: layer.layers.parts
+                value: layer.row.part
+                onPicked: v => layer.layers.setPart(layer.index, v)
+            }
+            PushButton {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 100
+                text: layer.row.summary
+                Accessible.name: qsTr("Recordings of layer %1: %2").arg(layer.index + 1).arg(layer.row.summary)
+                ToolTip.text: qsTr("Choose recordings")
+                onClicked: layer.choose()
+            }
+            Repeater {
+                model: [
+                    { field: "invert", text: "Ø", name: qsTr("Invert") },
+                    { field: "mute", text: "M", name: qsTr("Mute") },
+                    { field: "solo", text: "S", name: qsTr("Solo") }
+                ]
+                delegate: FlagButton {
+                    required property var modelData
+
+                    text: modelData.text
+                    name: modelData.name
+                    on: layer.row ? layer.row[modelData.field] : false
+                    onClicked: layer.layers.setFlag(layer.index, modelData.field, !on)
+                }
+            }
+            PushButton {
+                symbol: "caret-up"
+                implicitHeight: 26
+                enabled: layer.index > 0
+                Accessible.name: qsTr("Move layer %1 up").arg(layer.index + 1)
+                onClicked: layer.layers.move(layer.index, layer.index - 1)
+            }
+            PushButton {
+                symbol: "caret-down"
+                implicitHeight: 26
+                enabled: layer.index < layer.layers.rows.count - 1
+                Accessible.name: qsTr("Move layer %1 down").arg(layer.index + 1)
+                onClicked: layer.layers.move(layer.index, layer.index + 1)
+            }
+            PushButton {
+                symbol: "trash"
+                implicitHeight: 26
+                Accessible.name: qsTr("Delete layer %1").arg(layer.index + 1)
+                onClicked: layer.layers.remove(layer.index)
+            }
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 16
+            opacity: layer.row.heard ? 1 : 0.45
+            Repeater {
+                model: [
+                    { field: "offset", text: qsTr("Offset"), unit: "ms", range: 50, step: 0.5 },
+                    { field: "gain", text: qsTr("Gain"), unit: "dB", range: 24, step: 0.5 },
+                    { field: "pitch", text: qsTr("Pitch"), unit: "st", range: 12, step: 0.5 }
+                ]
+                delegate: CompactSlider {
+                    required property var modelData
+
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 100
+                    name: modelData.text
+                    unit: modelData.unit
+                    from: -modelData.range
+                    to: modelData.range
+                    origin: 0
+                    stepSize: modelData.step
+                    value: layer.row ? layer.row[modelData.field] : 0
+                    onMoved: v => layer.layers.setNumber(layer.index, modelData.field, v)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,46 @@
+// The edited sound's name, and which of its strokes is edited.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+RowLayout {
+    id: header
+
+    required property StudioAdapter studio
+    readonly property SoundListAdapter sounds: studio.sounds
+
+    spacing: Theme.gap
+    EditableText {
+        Layout.fillWidth: true
+        Layout.maximumWidth: 280
+        text: header.sounds.name
+        name: qsTr("Name of the sound")
+        enabled: header.sounds.place >= 0
+        onCommitted: value => header.sounds.name = value
+    }
+    Item { Layout.fillWidth: true }
+    Choice {
+        name: qsTr("Stroke")
+        implicitWidth: 180
+        visible: header.sounds.hasRelease
+        options: [{ value: false, text: qsTr("Press") }, { value: true, text: qsTr("Release") }]
+        value: header.sounds.editingRelease
+        onPicked: v => header.sounds.editingRelease = v
+    }
+    PushButton {
+        visible: !header.sounds.hasRelease && header.sounds.place >= 0
+        symbol: "plus"
+        text: qsTr("Release")
+        Accessible.name: qsTr("Give this sound a release")
+        ToolTip.text: qsTr("Give this sound a release")
+        onClicked: header.sounds.setHasRelease(true)
+    }
+    PushButton {
+        visible: header.sounds.editingRelease
+        symbol: "trash"
+        Accessible.name: qsTr("Take the release away")
+        ToolTip.text: qsTr("Take the release away")
+        onClicked: header.sounds.setHasRelease(false)
+    }
+}
