@@ -23,6 +23,7 @@ void BoardListModel::show(const std::vector<Board>& boards, const std::string& c
         rows_ = std::move(rows);
         endResetModel();
         Q_EMIT countChanged();
+        setCurrentRow();
         return;
     }
     for (std::size_t row = 0; row < rows.size(); ++row) {
@@ -31,6 +32,16 @@ void BoardListModel::show(const std::vector<Board>& boards, const std::string& c
             const QModelIndex at = index(static_cast<int>(row));
             Q_EMIT dataChanged(at, at);
         }
+    }
+    setCurrentRow();
+}
+
+void BoardListModel::setCurrentRow() {
+    const auto found = std::ranges::find(rows_, true, &Row::current);
+    const int row = found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+    if (row != currentRow_) {
+        currentRow_ = row;
+        Q_EMIT currentRowChanged();
     }
 }
 

@@ -12,6 +12,7 @@ namespace vornic {
 class BoardListModel : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(int currentRow READ currentRow NOTIFY currentRowChanged)
 
   public:
     enum Role { boardId = Qt::UserRole, name, description, colour, mine, current };
@@ -28,8 +29,12 @@ class BoardListModel : public QAbstractListModel {
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    /// The place of the current board, or -1.
+    int currentRow() const { return currentRow_; }
+
   Q_SIGNALS:
     void countChanged();
+    void currentRowChanged();
 
   private:
     struct Row {
@@ -39,7 +44,10 @@ class BoardListModel : public QAbstractListModel {
         bool operator==(const Row&) const = default;
     };
 
+    void setCurrentRow();
+
     std::vector<Row> rows_;
+    int currentRow_ = -1;
 };
 
 } // namespace vornic

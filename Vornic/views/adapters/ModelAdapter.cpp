@@ -42,6 +42,9 @@ void ModelAdapter::setPermissionHint(const QString& hint) {
 }
 
 QString ModelAdapter::subtitle() const {
+    if (model_.board() == nullptr && !model_.silence()) {
+        return tr("No keyboard yet");
+    }
     return QString::fromStdString(model_.statusLine());
 }
 

@@ -1,4 +1,5 @@
-// Every board there is; scrolls when there are many.
+// Every board there is; scrolls when there are many. One stop for the keyboard: arrow keys go from
+// board to board, Space and Return pick.
 import QtQuick
 import QtQuick.Controls.Basic
 import Vornic
@@ -17,17 +18,33 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     model: boards
     keyNavigationEnabled: true
-    activeFocusOnTab: false
+    activeFocusOnTab: count > 0
+    currentIndex: boards.currentRow
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Keyboard")
     ScrollBar.vertical: ScrollBar { policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
+
+    function pick() {
+        if (currentItem)
+            picked(currentItem.boardId);
+    }
+    Keys.onSpacePressed: pick()
+    Keys.onReturnPressed: pick()
+    Keys.onEnterPressed: pick()
+    Connections {
+        target: list.boards
+        // The arrow keys have moved on from it.
+        function onCurrentRowChanged() {
+            list.currentIndex = list.boards.currentRow;
+        }
+    }
 
     delegate: BoardRow {
         width: list.width - (list.contentHeight > list.height ? 12 : 0)
         detail: list.details ? description : ""
         required property string description
         onPicked: id => list.picked(id)
-        onActiveFocusChanged: if (activeFocus) list.positionViewAtIndex(index, ListView.Contain)
+        marked: list.activeFocus && ListView.isCurrentItem
         required property int index
     }
 }

@@ -13,6 +13,8 @@ RadioDelegate {
     required property color colour
     required property bool mine
     required property bool current
+    // The keyboard's place in the list.
+    property bool marked: false
     signal picked(string id)
 
     implicitHeight: detail === "" ? 36 : 46
@@ -22,6 +24,7 @@ RadioDelegate {
     bottomPadding: 4
     checked: current
     hoverEnabled: true
+    focusPolicy: Qt.NoFocus
     text: name
     indicator: null
     Accessible.name: mine ? name + ", " + qsTr("Yours") : name
@@ -72,7 +75,7 @@ RadioDelegate {
         radius: Theme.radius
         color: row.current || row.hovered ? Theme.hover : "transparent"
         FocusRing {
-            control: row
+            visible: row.marked
             anchors.margins: 0
         }
     }

@@ -46,6 +46,8 @@ FocusScope {
                     Layout.fillWidth: true
                     text: panel.app.subtitle
                     secondary: true
+                    elide: Text.ElideRight
+                    maximumLineCount: 2
                 }
             }
             Toggle {

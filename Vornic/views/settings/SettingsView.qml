@@ -1,6 +1,5 @@
 // Options and diagnostics.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
@@ -14,114 +13,102 @@ FocusScope {
 
     focus: true
     implicitWidth: 560
-    implicitHeight: Math.min(column.implicitHeight + 48, 720)
+    implicitHeight: Math.min(page.wholeHeight, 720)
 
     Rectangle {
         anchors.fill: parent
         color: Theme.window
     }
 
-    Flickable {
-        id: flickable
+    ScrollPage {
+        id: page
         anchors.fill: parent
-        contentHeight: column.implicitHeight + 48
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        ScrollBar.vertical: ScrollBar {}
 
-        ColumnLayout {
-            id: column
-            x: 24
-            y: 24
-            width: flickable.width - 48
-            spacing: 16
-
-            Card {
+        Card {
+            Layout.fillWidth: true
+            SettingRow {
                 Layout.fillWidth: true
-                SettingRow {
-                    Layout.fillWidth: true
-                    title: qsTr("Show the advanced editor")
-                    note: qsTr("Build keyboards part by part, shape every sound and give single keys their own sound. \"Open Vornic…\" opens the Studio instead of the simple window.")
-                    checked: view.app.advanced
-                    onToggled: on => view.app.advanced = on
-                }
-                PushButton {
-                    text: qsTr("Open Studio")
-                    onClicked: view.openStudio()
-                }
+                title: qsTr("Show the advanced editor")
+                note: qsTr("Build keyboards part by part, shape every sound and give single keys their own sound. \"Open Vornic…\" opens the Studio instead of the simple window.")
+                checked: view.app.advanced
+                onToggled: on => view.app.advanced = on
             }
-            Card {
-                Layout.fillWidth: true
-                SettingRow {
-                    Layout.fillWidth: true
-                    title: qsTr("Go quiet when the microphone is on")
-                    note: qsTr("Calls use the microphone. On speakers, key sounds would otherwise go into the call.")
-                    checked: view.app.quietDuringCalls
-                    onToggled: on => view.app.quietDuringCalls = on
-                }
-                SettingRow {
-                    Layout.fillWidth: true
-                    visible: view.app.canStartWithSession
-                    title: qsTr("Start with the session")
-                    checked: view.app.startsWithSession
-                    onToggled: on => view.app.startsWithSession = on
-                }
-                RowLayout {
-                    Label {
-                        Layout.fillWidth: true
-                        text: qsTr("Mute or unmute")
-                    }
-                    Label {
-                        text: qsTr("⌥⌘K")
-                        secondary: true
-                    }
-                }
+            PushButton {
+                text: qsTr("Open Studio")
+                onClicked: view.openStudio()
             }
-            Card {
+        }
+        Card {
+            Layout.fillWidth: true
+            SettingRow {
                 Layout.fillWidth: true
-                Label { text: qsTr("Sound comes out of") }
-                Choice {
-                    Layout.fillWidth: true
-                    name: qsTr("Sound comes out of")
-                    options: [
-                        { value: "auto", text: qsTr("Automatic") },
-                        { value: "headphones", text: qsTr("Headphones") },
-                        { value: "speakers", text: qsTr("Speakers") }
-                    ]
-                    value: view.app.outputKind
-                    onPicked: v => view.app.outputKind = v
-                }
+                title: qsTr("Go quiet when the microphone is on")
+                note: qsTr("Calls use the microphone. On speakers, key sounds would otherwise go into the call.")
+                checked: view.app.quietDuringCalls
+                onToggled: on => view.app.quietDuringCalls = on
+            }
+            SettingRow {
+                Layout.fillWidth: true
+                visible: view.app.canStartWithSession
+                title: qsTr("Start with the session")
+                checked: view.app.startsWithSession
+                onToggled: on => view.app.startsWithSession = on
+            }
+            RowLayout {
                 Label {
                     Layout.fillWidth: true
-                    text: qsTr("Vornic places keys outside your head only on earphones. Automatic works it out; choose by hand if a Bluetooth speaker is treated as earphones.")
-                    secondary: true
-                    font.pixelSize: Theme.small
-                }
-            }
-            Card {
-                Layout.fillWidth: true
-                PushButton {
-                    text: credits.visible ? qsTr("Hide sound credits") : qsTr("Sound credits…")
-                    onClicked: credits.visible = !credits.visible
+                    text: qsTr("Mute or unmute")
                 }
                 Label {
-                    id: credits
-                    Layout.fillWidth: true
-                    visible: false
-                    text: view.app.credits
+                    text: qsTr("⌥⌘K")
                     secondary: true
                 }
-                PushButton {
-                    visible: view.permission.offered
-                    text: view.permission.granted ? qsTr("Turn off Input Monitoring…") : qsTr("Turn on Input Monitoring…")
-                    onClicked: view.openPermission()
-                }
             }
-            SectionTitle { text: qsTr("Diagnostics") }
-            DiagnosticsCard {
+        }
+        Card {
+            Layout.fillWidth: true
+            Label { text: qsTr("Sound comes out of") }
+            Choice {
                 Layout.fillWidth: true
-                app: view.app
+                name: qsTr("Sound comes out of")
+                options: [
+                    { value: "auto", text: qsTr("Automatic") },
+                    { value: "headphones", text: qsTr("Headphones") },
+                    { value: "speakers", text: qsTr("Speakers") }
+                ]
+                value: view.app.outputKind
+                onPicked: v => view.app.outputKind = v
             }
+            Label {
+                Layout.fillWidth: true
+                text: qsTr("Vornic places keys outside your head only on earphones. Automatic works it out; choose by hand if a Bluetooth speaker is treated as earphones.")
+                secondary: true
+                font.pixelSize: Theme.small
+            }
+        }
+        Card {
+            Layout.fillWidth: true
+            PushButton {
+                text: credits.visible ? qsTr("Hide sound credits") : qsTr("Sound credits…")
+                onClicked: credits.visible = !credits.visible
+            }
+            Label {
+                id: credits
+                Layout.fillWidth: true
+                visible: false
+                text: view.app.credits
+                secondary: true
+            }
+            PushButton {
+                visible: view.permission.offered
+                text: view.permission.granted ? qsTr("Turn off Input Monitoring…") : qsTr("Turn on Input Monitoring…")
+                onClicked: view.openPermission()
+            }
+        }
+        SectionTitle { text: qsTr("Diagnostics") }
+        DiagnosticsCard {
+            Layout.fillWidth: true
+            app: view.app
         }
     }
 }

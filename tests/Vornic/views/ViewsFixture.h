@@ -39,6 +39,19 @@ class ViewsFixture : public ModelFixture {
         return nullptr;
     }
 
+    /// The first item below `root` of that QML type; null if there is none.
+    static QQuickItem* view(QQuickItem* root, const QString& type) {
+        if (QString(root->metaObject()->className()).startsWith(type + "_QMLTYPE")) {
+            return root;
+        }
+        for (QQuickItem* const child : root->childItems()) {
+            if (QQuickItem* const found = view(child, type)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+
     /// Shows a window so that it has the keyboard.
     void showActive(QQuickView& view) {
         view.show();

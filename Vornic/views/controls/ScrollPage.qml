@@ -1,0 +1,49 @@
+// A page that scrolls, also to the control that the keyboard has come to.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Vornic
+
+Flickable {
+    id: page
+
+    default property alias content: column.data
+    property int padding: 24
+    // As tall as it would like to be.
+    readonly property real wholeHeight: column.implicitHeight + 2 * padding
+
+    contentHeight: wholeHeight
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    ScrollBar.vertical: ScrollBar { policy: page.contentHeight > page.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
+
+    function showItem(item: Item) {
+        let holder = item;
+        while (holder && holder !== contentItem)
+            holder = holder.parent;
+        if (!holder)
+            return;
+        const top = item.mapToItem(contentItem, 0, 0).y - padding;
+        const bottom = top + item.height + 2 * padding;
+        if (top < contentY)
+            contentY = Math.max(0, top);
+        else if (bottom > contentY + height)
+            contentY = Math.min(contentHeight - height, bottom - height);
+    }
+
+    Connections {
+        target: page.Window.window
+        function onActiveFocusItemChanged() {
+            const item = page.Window.activeFocusItem;
+            if (item)
+                page.showItem(item);
+        }
+    }
+    ColumnLayout {
+        id: column
+        x: page.padding
+        y: page.padding
+        width: page.width - 2 * page.padding
+        spacing: 16
+    }
+}
