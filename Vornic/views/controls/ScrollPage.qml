@@ -15,7 +15,7 @@ Flickable {
     contentHeight: wholeHeight
     boundsBehavior: Flickable.StopAtBounds
     clip: true
-    ScrollBar.vertical: ScrollBar { policy: page.contentHeight > page.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
+    ScrollBar.vertical: ScrollBar { Accessible.ignored: true; policy: page.contentHeight > page.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
 
     function showItem(item: Item) {
         let holder = item;

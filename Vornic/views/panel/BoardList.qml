@@ -22,7 +22,7 @@ ListView {
     currentIndex: boards.currentRow
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Keyboard")
-    ScrollBar.vertical: ScrollBar { policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
+    ScrollBar.vertical: ScrollBar { Accessible.ignored: true; policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
 
     function pick() {
         if (currentItem)

@@ -1,7 +1,7 @@
 #include "Vornic/views/Presence.h"
 
 #include "Vornic/views/TrayPicture.h"
-#include "tests/Vornic/views/FakeTray.h"
+#include "tests/support/FakeTray.h"
 #include "tests/Vornic/views/ViewsFixture.h"
 
 #include <algorithm>

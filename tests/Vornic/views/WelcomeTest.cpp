@@ -1,5 +1,5 @@
 #include "Vornic/views/Presence.h"
-#include "tests/Vornic/views/FakeTray.h"
+#include "tests/support/FakeTray.h"
 #include "tests/Vornic/views/ViewsFixture.h"
 
 namespace vornic {

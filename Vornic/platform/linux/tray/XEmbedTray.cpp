@@ -15,6 +15,7 @@ namespace {
 constexpr std::uint32_t requestDock = 0;   // SYSTEM_TRAY_REQUEST_DOCK
 constexpr std::uint32_t xembedVersion = 0; // of _XEMBED_INFO
 constexpr std::uint32_t xembedMapped = 1;
+constexpr std::uint32_t leastSizeGiven = 1U << 4U; // PMinSize of WM_SIZE_HINTS
 /// Until the tray says how large its icons are.
 constexpr int firstSide = 22;
 
@@ -192,6 +193,12 @@ void XEmbedTray::makeWindow() {
     const xcb_atom_t kind = atom("_XEMBED_INFO");
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, window_, kind, kind, 32, info.size(),
                         info.data());
+    // Some trays make no room for what does not ask for it (ICCCM 4.1.2.3).
+    std::array<std::uint32_t, 18> hints{};
+    hints[0] = leastSizeGiven;
+    hints[5] = hints[6] = firstSide;
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
     name();
 }
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Vornic/platform/linux/x11/X11Connection.h"
+
+#include <QPoint>
+
+namespace vornic {
+
+/// Moves and presses the mouse of the X server in $DISPLAY as a hand would.
+class Pointer {
+  public:
+    Pointer();
+
+    void click(QPoint place);
+    /// Presses at `from` and lets go at `to`, on the way there in several steps.
+    void drag(QPoint from, QPoint to);
+
+  private:
+    void move(QPoint place);
+    void button(bool down);
+    void settle();
+
+    X11Connection connection_;
+};
+
+} // namespace vornic
