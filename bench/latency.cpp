@@ -1,16 +1,18 @@
 // From a key to its sound: types keys into the private desktop and finds each onset in what the
-// sink plays, for Vornic and for the least program that could do it (floor/LatencyFloor.cpp), in
-// turns.
+// sink plays, for Vornic, for Vornic while somebody drags a slider in its Studio, and for the least
+// program that could do it (floor/LatencyFloor.cpp), in turns.
 //
 //   bench_latency [KEYS [ROUNDS]]     2000 keys each in 10 rounds unless told otherwise
 //
-// Both are measured alike: from just before the X server is handed the key until the onset's frame
+// All are measured alike: from just before the X server is handed the key until the onset's frame
 // in the graph's own time. It ends with the first key after 35 s of silence.
 
 #include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "VornicCore/sampler/SplitMix64.h"
+#include "bench/StudioDrag.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/KeyTyper.h"
+#include "tests/live/QtLoop.h"
 #include "tests/live/SinkCapture.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/WaitFor.h"
@@ -42,6 +44,9 @@ struct Contestant {
     std::string name;
     std::vector<std::string> command;
     std::string readyLine;
+    ChildProcess::Environment environment;
+    /// Whether somebody drags a slider in its Studio meanwhile.
+    bool studio = false;
     std::vector<double> millis;
     int lost = 0;
 };
@@ -76,14 +81,26 @@ std::string contentsOf(const std::filesystem::path& path) {
 
 class LatencyBench {
   public:
-    LatencyBench(const std::filesystem::path& programs, const std::filesystem::path& floor) {
+    LatencyBench(const std::filesystem::path& program, const std::filesystem::path& floor) {
         writeClickPack(scratch_.path() / "packs");
-        vornic_ = {"vornic",
-                   {programs.string(), "--hidden", "--packs", (scratch_.path() / "packs").string()},
-                   "Vornic is listening",
-                   {},
-                   0};
-        floor_ = {"floor", {floor.string()}, "ready", {}, 0};
+        const std::string packs = (scratch_.path() / "packs").string();
+        const auto config = scratch_.path() / "config";
+        std::filesystem::create_directories(config / "Vornic");
+        std::ofstream(config / "Vornic" / "settings.json")
+            << R"({"advanced": true, "welcomed": true})";
+        vornic_.name = "vornic";
+        vornic_.command = {program.string(), "--hidden", "--packs", packs};
+        vornic_.readyLine = "Vornic is listening";
+        studio_ = vornic_;
+        studio_.name = "studio";
+        studio_.command = {program.string(), "--packs", packs};
+        studio_.environment = {{"XDG_CONFIG_HOME", config.string()},
+                               {"XDG_DATA_HOME", (scratch_.path() / "data").string()},
+                               {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}};
+        studio_.studio = true;
+        floor_.name = "floor";
+        floor_.command = {floor.string()};
+        floor_.readyLine = "ready";
     }
 
     bool run(int keys, int rounds) {
@@ -92,7 +109,7 @@ class LatencyBench {
             return false;
         }
         for (int round = 0; round < rounds; ++round) {
-            for (Contestant* const contestant : {&floor_, &vornic_}) {
+            for (Contestant* const contestant : {&floor_, &vornic_, &studio_}) {
                 if (!measure(*contestant, keys / rounds, 0.0)) {
                     return false;
                 }
@@ -101,9 +118,13 @@ class LatencyBench {
         std::printf("%-8s %6s %6s %8s %8s %8s\n", "", "keys", "lost", "p50 ms", "p95 ms", "max ms");
         report(floor_);
         report(vornic_);
+        report(studio_);
         std::printf("vornic / floor: p50 %.3f, p95 %.3f\n",
                     percentile(vornic_, 0.5) / percentile(floor_, 0.5),
                     percentile(vornic_, 0.95) / percentile(floor_, 0.95));
+        std::printf("studio / vornic: p50 %.3f, p95 %.3f\n",
+                    percentile(studio_, 0.5) / percentile(vornic_, 0.5),
+                    percentile(studio_, 0.95) / percentile(vornic_, 0.95));
 
         Contestant idle = vornic_;
         idle.millis.clear();
@@ -121,12 +142,16 @@ class LatencyBench {
     bool measure(Contestant& contestant, int keys, double silence) {
         const auto log = scratch_.path() / (contestant.name + ".log");
         std::filesystem::remove(log);
-        ChildProcess program(contestant.command, {}, log.string());
+        ChildProcess program(contestant.command, contestant.environment, log.string());
         if (!waitFor(
                 [&] { return contentsOf(log).find(contestant.readyLine) != std::string::npos; })) {
             std::fprintf(stderr, "%s did not start:\n%s", contestant.name.c_str(),
                          contentsOf(log).c_str());
             return false;
+        }
+        std::optional<StudioDrag> hand;
+        if (contestant.studio) {
+            hand.emplace();
         }
         // The first key may still have to start the stream; it is not counted.
         press();
@@ -138,6 +163,7 @@ class LatencyBench {
                 ++contestant.lost;
             }
         }
+        hand.reset();
         program.end(SIGTERM);
         return true;
     }
@@ -183,6 +209,7 @@ class LatencyBench {
         {.sink = "vornic-test-sink", .remote = {}, .quantum = 128, .seconds = 1200.0}};
     Contestant floor_;
     Contestant vornic_;
+    Contestant studio_;
 };
 
 } // namespace
@@ -192,6 +219,7 @@ int main(int argc, char** argv) {
     try {
         const int keys = argc > 1 ? std::stoi(argv[1]) : 2000;
         const int rounds = std::max(argc > 2 ? std::stoi(argv[2]) : 10, 1);
+        const vornic::QtLoop qt;
         vornic::LatencyBench bench(VORNIC_PROGRAM, VORNIC_LATENCY_FLOOR);
         return bench.run(std::max(keys, rounds), rounds) ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const std::exception& problem) {

@@ -25,20 +25,27 @@ void Pointer::button(bool down) {
     settle();
 }
 
-void Pointer::click(QPoint place) {
+void Pointer::press(QPoint place) {
     move(place);
     button(true);
+}
+
+void Pointer::release() {
     button(false);
+}
+
+void Pointer::click(QPoint place) {
+    press(place);
+    release();
 }
 
 void Pointer::drag(QPoint from, QPoint to) {
     constexpr int steps = 20;
-    move(from);
-    button(true);
+    press(from);
     for (int step = 1; step <= steps; ++step) {
         move(from + (to - from) * step / steps);
     }
-    button(false);
+    release();
 }
 
 void Pointer::settle() {

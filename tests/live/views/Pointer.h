@@ -11,12 +11,14 @@ class Pointer {
   public:
     Pointer();
 
+    void move(QPoint place);
+    void press(QPoint place);
+    void release();
     void click(QPoint place);
     /// Presses at `from` and lets go at `to`, on the way there in several steps.
     void drag(QPoint from, QPoint to);
 
   private:
-    void move(QPoint place);
     void button(bool down);
     void settle();
 
