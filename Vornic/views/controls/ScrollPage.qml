@@ -2,7 +2,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
-import Vornic
 
 Flickable {
     id: page
