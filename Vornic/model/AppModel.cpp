@@ -278,6 +278,10 @@ void AppModel::setWelcomed() {
     change([](Settings& settings) { settings.welcomed = true; });
 }
 
+void AppModel::setToldOfNoTray() {
+    change([](Settings& settings) { settings.toldOfNoTray = true; });
+}
+
 void AppModel::setVolume(double volume) {
     if (!std::isnan(volume)) {
         const double limited = std::clamp(volume, 0.0, 1.0);

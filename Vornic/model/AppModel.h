@@ -177,6 +177,9 @@ class AppModel {
     bool firstStart() const { return firstStart_; }
     /// The user was welcomed, which is enough to do once.
     void setWelcomed();
+    /// Whether the user knows that there is no tray here, which is enough to say once.
+    bool toldOfNoTray() const { return settings_.toldOfNoTray; }
+    void setToldOfNoTray();
 
     // Services.
 

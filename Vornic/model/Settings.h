@@ -25,6 +25,8 @@ struct Settings {
     TweaksByBoard tweaks;
     /// Whether the user has seen what a first start shows.
     bool welcomed = false;
+    /// Whether the user was told that there is no tray.
+    bool toldOfNoTray = false;
 
     bool operator==(const Settings&) const = default;
 };

@@ -30,6 +30,7 @@ void forEachSetting(Visit&& visit) {
     visit("stage", &Settings::stage);
     visit("tweaks", &Settings::tweaks);
     visit("welcomed", &Settings::welcomed);
+    visit("toldOfNoTray", &Settings::toldOfNoTray);
 }
 
 bool isTaken(const fs::path& path) {

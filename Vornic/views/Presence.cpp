@@ -2,6 +2,8 @@
 
 #include "Vornic/views/TrayPicture.h"
 
+#include <QCoreApplication>
+
 namespace vornic {
 
 namespace {
@@ -59,9 +61,16 @@ void Presence::comeForward() {
 }
 
 void Presence::showWithoutTray() {
-    if (!tray_.visible()) {
-        views_.showPanelAsWindow();
+    if (tray_.visible()) {
+        return;
     }
+    if (!model_.toldOfNoTray()) {
+        model_.setToldOfNoTray();
+        views_.adapter().setNote(QCoreApplication::translate(
+            "Presence", "There is no tray on this desktop, so Vornic opens as a window. Closed, it "
+                        "plays on; start Vornic again to come back."));
+    }
+    views_.showPanelAsWindow();
 }
 
 void Presence::showState() {

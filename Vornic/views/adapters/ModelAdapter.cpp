@@ -41,6 +41,11 @@ void ModelAdapter::setPermissionHint(const QString& hint) {
     Q_EMIT changed();
 }
 
+void ModelAdapter::setNote(const QString& note) {
+    note_ = note;
+    Q_EMIT changed();
+}
+
 QString ModelAdapter::subtitle() const {
     if (model_.board() == nullptr && !model_.silence()) {
         return tr("No keyboard yet");

@@ -34,6 +34,8 @@ class ModelAdapter : public QObject {
     Q_PROPERTY(QString permissionHint READ permissionHint NOTIFY changed)
     Q_PROPERTY(bool canAskForPermission READ canAskForPermission NOTIFY changed)
     Q_PROPERTY(QString lastError READ lastError NOTIFY changed)
+    /// Something worth knowing that is no error; until it is dismissed.
+    Q_PROPERTY(QString note READ note NOTIFY changed)
 
     Q_PROPERTY(QObject* boards READ boards CONSTANT)
     Q_PROPERTY(QString boardName READ boardName NOTIFY changed)
@@ -101,6 +103,8 @@ class ModelAdapter : public QObject {
     QString permissionHint() const { return permissionHint_; }
     bool canAskForPermission() const { return static_cast<bool>(onAskForPermission); }
     QString lastError() const;
+    QString note() const { return note_; }
+    void setNote(const QString& note);
 
     QObject* boards() { return &boards_; }
     QString boardName() const;
@@ -153,6 +157,7 @@ class ModelAdapter : public QObject {
     Q_INVOKABLE void exportBoard(const QUrl& file);
     Q_INVOKABLE void importBoard(const QUrl& file);
     Q_INVOKABLE void playPhrase();
+    Q_INVOKABLE void dismissNote() { setNote({}); }
     Q_INVOKABLE void dismissError() { model_.dismissError(); }
     Q_INVOKABLE void resetLatency();
     Q_INVOKABLE void askForPermission();
@@ -168,6 +173,7 @@ class ModelAdapter : public QObject {
     bool keyHeard_ = false;
     BoardListModel boards_;
     QString permissionHint_;
+    QString note_;
     Autostart* autostart_ = nullptr;
 };
 

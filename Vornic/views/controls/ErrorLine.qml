@@ -1,4 +1,4 @@
-// What went wrong last, until it is read.
+// What went wrong last, or, where that is no error, what is worth knowing; until it is read.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
@@ -7,13 +7,14 @@ Rectangle {
     id: line
 
     property string text: ""
+    property bool isError: true
     signal dismissed()
 
     visible: text !== ""
     implicitHeight: row.implicitHeight + 16
     radius: Theme.radius
     color: Theme.surface
-    border.color: Theme.warning
+    border.color: isError ? Theme.warning : Theme.line
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
@@ -23,6 +24,7 @@ Rectangle {
         anchors.margins: 8
         spacing: Theme.gap
         Symbol {
+            visible: line.isError
             symbol: "warning"
             color: Theme.warning
         }

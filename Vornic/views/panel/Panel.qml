@@ -69,6 +69,12 @@ FocusScope {
         }
         ErrorLine {
             Layout.fillWidth: true
+            isError: false
+            text: panel.app.note
+            onDismissed: panel.app.dismissNote()
+        }
+        ErrorLine {
+            Layout.fillWidth: true
             text: panel.app.lastError
             onDismissed: panel.app.dismissError()
         }

@@ -1,8 +1,8 @@
 #include "Vornic/views/Presence.h"
 
 #include "Vornic/views/TrayPicture.h"
-#include "tests/support/FakeTray.h"
 #include "tests/Vornic/views/ViewsFixture.h"
+#include "tests/support/FakeTray.h"
 
 #include <algorithm>
 
@@ -63,6 +63,19 @@ TEST_F(PresenceTest, withoutATrayThePanelIsAWindow) {
         settle();
         return presence.views().panel() != nullptr && presence.views().panel()->isVisible();
     }));
+}
+
+TEST_F(PresenceTest, saysOnceThatThereIsNoTray) {
+    tray.shown = false;
+    model->setWelcomed();
+    for (const bool first : {true, false}) {
+        Presence presence(*model, tray, false);
+        ASSERT_TRUE(waitFor([&] {
+            settle();
+            return presence.views().panel() != nullptr;
+        }));
+        EXPECT_EQ(presence.views().adapter().note().startsWith("There is no tray"), first);
+    }
 }
 
 TEST_F(PresenceTest, hiddenItOpensNothingUntilItIsStartedAgain) {

@@ -1,6 +1,6 @@
 #include "Vornic/views/Presence.h"
-#include "tests/support/FakeTray.h"
 #include "tests/Vornic/views/ViewsFixture.h"
+#include "tests/support/FakeTray.h"
 
 namespace vornic {
 namespace {
