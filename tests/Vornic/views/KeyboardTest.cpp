@@ -63,7 +63,8 @@ TEST_P(KeyboardTest, tabReachesEveryControlAndShowsIt) {
 
 INSTANTIATE_TEST_SUITE_P(Views, KeyboardTest,
                          ::testing::Values("panel/Panel.qml", "simple/SimpleView.qml",
-                                           "settings/SettingsView.qml", "welcome/WelcomeView.qml"),
+                                           "settings/SettingsView.qml", "studio/StudioView.qml",
+                                           "welcome/WelcomeView.qml"),
                          [](const auto& parameter) {
                              const std::string file = parameter.param;
                              return file.substr(0, file.find('/'));

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QTest>
 #include <memory>
 
@@ -62,6 +63,8 @@ class ViewsFixture : public ModelFixture {
 
     static void click(QQuickItem* item) {
         ASSERT_NE(item, nullptr);
+        // Layouts put things in their places when a frame is drawn.
+        item->window()->grabWindow();
         const QPointF middle = item->mapToScene({item->width() / 2, item->height() / 2});
         QTest::mouseClick(item->window(), Qt::LeftButton, Qt::NoModifier, middle.toPoint());
     }
