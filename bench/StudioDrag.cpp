@@ -26,8 +26,10 @@ AccessibleTree::Node shown(const AccessibleTree& tree, const QString& name) {
 
 StudioDrag::StudioDrag() {
     const AccessibleTree tree;
-    Pointer().click(shown(tree, "Open Vornic…").place.center());
-    const QRect slider = shown(tree, "Rattle").place;
+    for (const char* const name : {"Open Vornic…", "Sounds"}) {
+        Pointer().click(shown(tree, name).place.center());
+    }
+    const QRect slider = shown(tree, "Drive").place;
     hand_ = std::jthread([slider](const std::stop_token& stop) {
         Pointer pointer;
         const auto at = [&](double part) {
