@@ -161,6 +161,8 @@ class AppModel {
     const std::string& outputName() const { return device_.name; }
     const TypingActivity& activity() const { return activity_; }
     const Diagnostics& diagnostics() const { return diagnostics_; }
+    /// Whether the current board is yet to be rendered as it stands.
+    bool rendering() const { return player_->rendering(); }
     /// How long the board that plays took to render, in seconds; absent before the first one has.
     std::optional<double> lastRenderSeconds() const { return player_->lastRenderSeconds(); }
     /// Renders the current board here and now and makes it play; absent without a board.

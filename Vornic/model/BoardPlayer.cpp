@@ -14,6 +14,7 @@ BoardPlayer::BoardPlayer(const Clock& clock, Scheduler& scheduler,
 
 void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
     const auto wanted = std::make_shared<const Board>(board);
+    rendering_ = true;
     renderer_.render(board, library_, delay,
                      [this, wanted](const RenderedBoard& result, double seconds) {
                          rendered(wanted, result, seconds);
@@ -36,6 +37,7 @@ BoardPlayer::FullRender BoardPlayer::renderNow(const Board& board) {
 void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoard& result,
                            double seconds) {
     report(result);
+    rendering_ = false;
     lastRenderSeconds_ = seconds;
     current_ = {.board = std::move(board), .bank = result.bank};
     if (reference_.board && !reference_.bank && *reference_.board == *current_.board) {

@@ -64,6 +64,9 @@ class BoardPlayer {
     /// where there is none. Valid until the next render lands.
     std::span<const float> stroke(std::string_view key) const;
 
+    /// Whether the current board is yet to be rendered as it stands.
+    bool rendering() const { return rendering_; }
+
     /// How long the last render of the current board took; absent before the first has ended.
     std::optional<double> lastRenderSeconds() const { return lastRenderSeconds_; }
 
@@ -88,6 +91,7 @@ class BoardPlayer {
     Version reference_;
     std::optional<Version> trial_;
     bool comparing_ = false;
+    bool rendering_ = false;
     std::optional<double> lastRenderSeconds_;
     // One each: a request for the one must not overtake the other's.
     RenderService renderer_;

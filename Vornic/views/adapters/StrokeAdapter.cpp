@@ -53,6 +53,13 @@ void StrokeAdapter::refresh() {
     rows_.show(rows);
 }
 
+void StrokeAdapter::refreshRendering() {
+    if (const bool rendering = model_.rendering(); rendering != rendering_) {
+        rendering_ = rendering;
+        Q_EMIT renderingChanged();
+    }
+}
+
 void StrokeAdapter::play(int velocity) {
     const int last = static_cast<int>(allVelocities.size()) - 1;
     const auto struck = static_cast<std::size_t>(std::clamp(velocity, 0, last));

@@ -20,6 +20,8 @@ class StrokeAdapter : public QObject {
     /// has but one, in one row. `strips` are the highest magnitudes of equal pieces of the time of
     /// the longest of them, 0 to 1; `millis` is how long the stroke lasts.
     Q_PROPERTY(QObject* rows READ rows CONSTANT)
+    /// Whether what is heard and drawn is not yet what was edited.
+    Q_PROPERTY(bool rendering READ rendering NOTIFY renderingChanged)
 
   public:
     /// `model` outlives it.
@@ -27,14 +29,20 @@ class StrokeAdapter : public QObject {
         : QObject(parent), model_(model) {}
 
     void refresh();
+    void refreshRendering();
 
     QObject* rows() { return &rows_; }
+    bool rendering() const { return rendering_; }
 
     /// Plays the edited stroke once, as struck with that velocity.
     Q_INVOKABLE void play(int velocity = 1);
 
+  Q_SIGNALS:
+    void renderingChanged();
+
   private:
     AppModel& model_;
+    bool rendering_ = false;
     RowsModel rows_;
 };
 

@@ -23,6 +23,7 @@ void StudioAdapter::refresh() {
         seenRender_ = model_.renderRevision();
         stroke_.refresh();
     }
+    stroke_.refreshRendering();
     refreshActivity();
 }
 

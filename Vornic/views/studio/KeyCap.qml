@@ -72,7 +72,6 @@ Item {
     }
     Rectangle {
         anchors.fill: parent
-        anchors.margins: -1
         visible: cap.activeFocus
         radius: 7
         color: "transparent"

@@ -48,9 +48,8 @@ Flickable {
         }
         KeyboardView {
             Layout.fillWidth: true
-            Layout.margins: 2
             // From the tab's width: one that follows from what the layout gives comes too late.
-            Layout.preferredHeight: keyboard.layoutHeight * (tab.width - 4) / Math.max(1, keyboard.layoutWidth)
+            Layout.preferredHeight: keyboard.layoutHeight * tab.width / Math.max(1, keyboard.layoutWidth)
             keyboard: tab.studio.keyboard
         }
         SoundLegend {

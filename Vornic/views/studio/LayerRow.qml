@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import Vornic
 
 Rectangle {
-    id: layer
+    id: entry
 
     required property var row
     required property int index
@@ -27,18 +27,18 @@ Rectangle {
             spacing: 6
             Dropdown {
                 Layout.preferredWidth: 132
-                name: qsTr("Part of layer %1").arg(layer.index + 1)
-                options: layer.layers.parts
-                value: layer.row.part
-                onPicked: v => layer.layers.setPart(layer.index, v)
+                name: qsTr("Part of layer %1").arg(entry.index + 1)
+                options: entry.layers.parts
+                value: entry.row.part
+                onPicked: v => entry.layers.setPart(entry.index, v)
             }
             PushButton {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 100
-                text: layer.row.summary
-                Accessible.name: qsTr("Recordings of layer %1: %2").arg(layer.index + 1).arg(layer.row.summary)
+                text: entry.row.summary
+                Accessible.name: qsTr("Recordings of layer %1: %2").arg(entry.index + 1).arg(entry.row.summary)
                 ToolTip.text: qsTr("Choose recordings")
-                onClicked: layer.choose()
+                onClicked: entry.choose()
             }
             Repeater {
                 model: [
@@ -51,35 +51,35 @@ Rectangle {
 
                     text: modelData.text
                     name: modelData.name
-                    on: layer.row ? layer.row[modelData.field] : false
-                    onClicked: layer.layers.setFlag(layer.index, modelData.field, !on)
+                    on: entry.row ? entry.row[modelData.field] : false
+                    onClicked: entry.layers.setFlag(entry.index, modelData.field, !on)
                 }
             }
             PushButton {
                 symbol: "caret-up"
                 implicitHeight: 26
-                enabled: layer.index > 0
-                Accessible.name: qsTr("Move layer %1 up").arg(layer.index + 1)
-                onClicked: layer.layers.move(layer.index, layer.index - 1)
+                enabled: entry.index > 0
+                Accessible.name: qsTr("Move layer %1 up").arg(entry.index + 1)
+                onClicked: entry.layers.move(entry.index, entry.index - 1)
             }
             PushButton {
                 symbol: "caret-down"
                 implicitHeight: 26
-                enabled: layer.index < layer.layers.rows.count - 1
-                Accessible.name: qsTr("Move layer %1 down").arg(layer.index + 1)
-                onClicked: layer.layers.move(layer.index, layer.index + 1)
+                enabled: entry.index < entry.layers.rows.count - 1
+                Accessible.name: qsTr("Move layer %1 down").arg(entry.index + 1)
+                onClicked: entry.layers.move(entry.index, entry.index + 1)
             }
             PushButton {
                 symbol: "trash"
                 implicitHeight: 26
-                Accessible.name: qsTr("Delete layer %1").arg(layer.index + 1)
-                onClicked: layer.layers.remove(layer.index)
+                Accessible.name: qsTr("Delete layer %1").arg(entry.index + 1)
+                onClicked: entry.layers.remove(entry.index)
             }
         }
         RowLayout {
             Layout.fillWidth: true
             spacing: 16
-            opacity: layer.row.heard ? 1 : 0.45
+            opacity: entry.row.heard ? 1 : 0.45
             Repeater {
                 model: [
                     { field: "offset", text: qsTr("Offset"), unit: "ms", range: 50, step: 0.5 },
@@ -97,8 +97,8 @@ Rectangle {
                     to: modelData.range
                     origin: 0
                     stepSize: modelData.step
-                    value: layer.row ? layer.row[modelData.field] : 0
-                    onMoved: v => layer.layers.setNumber(layer.index, modelData.field, v)
+                    value: entry.row ? entry.row[modelData.field] : 0
+                    onMoved: v => entry.layers.setNumber(entry.index, modelData.field, v)
                 }
             }
         }

@@ -1,6 +1,7 @@
 // Chooses the recordings of a layer from the library, set by set or one by one.
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as Templates
 import QtQuick.Layouts
 import Vornic
 
@@ -12,7 +13,7 @@ Popup {
     readonly property var chosen: layers.list[place]?.samples ?? []
     property var sets: []
 
-    parent: Overlay.overlay
+    parent: Templates.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(460, parent.width - 40)
     height: Math.min(560, parent.height - 40)

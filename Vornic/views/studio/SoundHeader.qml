@@ -20,6 +20,24 @@ RowLayout {
         onCommitted: value => header.sounds.name = value
     }
     Item { Layout.fillWidth: true }
+    Label {
+        id: waiting
+
+        readonly property bool rendering: header.studio.stroke.rendering
+
+        visible: false
+        text: qsTr("Rendering…")
+        secondary: true
+        font.pixelSize: Theme.small
+        wrapMode: Text.NoWrap
+        onRenderingChanged: if (!rendering) visible = false
+        Timer {
+            // What is there sooner needs no word.
+            interval: Theme.slow
+            running: waiting.rendering
+            onTriggered: waiting.visible = true
+        }
+    }
     Choice {
         name: qsTr("Stroke")
         implicitWidth: 180

@@ -24,7 +24,7 @@ Card {
         currentIndex: card.sounds.place
         keyNavigationEnabled: false
         Accessible.role: Accessible.List
-        Accessible.name: qsTr("Sounds")
+        Accessible.name: qsTr("Sounds of the board")
         ScrollBar.vertical: ScrollBar {}
 
         function go(by: int) {

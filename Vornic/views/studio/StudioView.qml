@@ -42,6 +42,8 @@ FocusScope {
         StudioHeader {
             id: header
             Layout.fillWidth: true
+            // The same with and without its second line: an edit under way keeps its place.
+            Layout.preferredHeight: 46
             app: view.app
             onExportBoard: files.ask(true)
             onImportBoard: files.ask(false)

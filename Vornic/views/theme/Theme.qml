@@ -36,6 +36,8 @@ QtObject {
     readonly property int control: 30
 
     readonly property int quick: 120
+    // What takes longer says so, in ms.
+    readonly property int slow: 500
     // What is down for longer is held, in ms.
     readonly property int hold: 300
 
