@@ -24,9 +24,10 @@ Button {
     contentItem: Item {
         id: content
 
-        readonly property real before: picture.visible ? picture.width + (label.visible ? row.spacing : 0) : 0
+        // By what the button has, not by what is visible: in a hidden view nothing is.
+        readonly property real before: button.symbol === "" ? 0 : picture.width + (button.text === "" ? 0 : row.spacing)
 
-        implicitWidth: before + (label.visible ? label.implicitWidth : 0)
+        implicitWidth: before + (button.text === "" ? 0 : label.implicitWidth)
         implicitHeight: Math.max(picture.height, label.implicitHeight)
         Row {
             id: row

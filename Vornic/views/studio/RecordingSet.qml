@@ -21,8 +21,9 @@ ColumnLayout {
             Layout.fillWidth: true
             exclusive: false
             text: set.modelData.text
-            note: set.used === 0 ? qsTr("%1 recordings").arg(set.modelData.ids.length)
-                                 : qsTr("%1 of %2 recordings chosen").arg(set.used).arg(set.modelData.ids.length)
+            note: set.used > 0 ? qsTr("%1 of %2 chosen").arg(set.used).arg(set.modelData.ids.length)
+                : set.modelData.ids.length === 1 ? qsTr("1 recording")
+                : qsTr("%1 recordings").arg(set.modelData.ids.length)
             chosen: set.used > 0
             onClicked: set.picked(set.modelData.ids, set.used < set.modelData.ids.length)
         }
