@@ -43,7 +43,7 @@ FocusScope {
             id: header
             Layout.fillWidth: true
             // The same with and without its second line: an edit under way keeps its place.
-            Layout.preferredHeight: 46
+            Layout.preferredHeight: 48
             app: view.app
             onExportBoard: files.ask(true)
             onImportBoard: files.ask(false)
