@@ -62,6 +62,7 @@ void SoundMaker::begin() {
         return;
     }
     timeWasUp_ = false;
+    remark_.clear();
     startNanos_ = clock_.nanos();
     lookedNanos_ = startNanos_;
     level_ = 0.0F;
@@ -120,6 +121,7 @@ void SoundMaker::stopRecording(bool keep) {
 void SoundMaker::importRecording(const std::filesystem::path& file) {
     stopRecording(false);
     timeWasUp_ = false;
+    remark_.clear();
     importProgress_ = 0.0;
     files_.start(
         file,
@@ -133,6 +135,7 @@ void SoundMaker::importRecording(const std::filesystem::path& file) {
                 events_.noted(outcome.remark);
             }
             if (outcome.session && outcome.cuts) {
+                remark_ = outcome.remark;
                 import_.startSession(*std::move(outcome.session), *std::move(outcome.cuts));
             } else {
                 events_.failed(outcome.error);

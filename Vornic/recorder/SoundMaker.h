@@ -76,6 +76,8 @@ class SoundMaker {
     /// How much of the file has been read, 0 to 1; absent when none is being read.
     [[nodiscard]] std::optional<double> importProgress() const { return importProgress_; }
     void cancelReading();
+    /// What the user should know about the file that was read last, mostly nothing.
+    [[nodiscard]] const std::string& remark() const { return remark_; }
 
     /// The message to show when there is nothing to choose from goes to `failed`.
     void startSession(std::span<const float> samples, const std::string& name);
@@ -118,6 +120,7 @@ class SoundMaker {
     std::vector<float> heard_;
     LiveStrokes live_;
     std::optional<double> importProgress_;
+    std::string remark_;
     // What waits in the scheduler holds it weakly: it is passed over after the maker has gone, and
     // when another recording has begun or ended since.
     std::shared_ptr<int> round_ = std::make_shared<int>();

@@ -123,7 +123,8 @@ QString RecordingAdapter::notice() const {
     if (model_.lastError()) {
         return failure();
     }
-    return model_.recorder().timeWasUp() ? tr("The 20 seconds are up.") : QString();
+    return model_.recorder().timeWasUp() ? tr("The 20 seconds are up.")
+                                         : QString::fromStdString(model_.recorder().remark());
 }
 
 QString RecordingAdapter::justMade() const {

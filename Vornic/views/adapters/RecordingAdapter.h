@@ -49,7 +49,8 @@ class RecordingAdapter : public QObject {
     /// How many of the offered strokes have a release, and whether these are kept too.
     Q_PROPERTY(int releases READ releases NOTIFY changed)
     Q_PROPERTY(bool keepsReleases READ keepsReleases WRITE setKeepsReleases NOTIFY changed)
-    /// What is worth knowing about how the recording ended; mostly empty.
+    /// What is worth knowing about the recording: how it ended, or that only a part of the file
+    /// was read. Mostly empty.
     Q_PROPERTY(QString notice READ notice NOTIFY changed)
 
     /// The name of the sound that was just made, while it is offered for all keys; else empty.

@@ -27,7 +27,7 @@ Sheet {
                 text: sheet.recorder.name
                 name: qsTr("Name of the sound")
                 framed: true
-                onTextEdited: sheet.recorder.name = text
+                onCommitted: value => sheet.recorder.name = value
             }
         }
         Label {

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -236,6 +237,21 @@ TEST_F(SoundMakerTest, importsAFile) {
     maker_->cancelImport();
     EXPECT_EQ(maker_->session(), std::nullopt);
     EXPECT_EQ(maker_->finishImport(), std::nullopt);
+}
+
+TEST_F(SoundMakerTest, saysThatAFileIsLongerThanItReads) {
+    std::vector<float> samples = typing();
+    samples.resize(std::size_t{601} * 48000);
+    writeWAV(samples, folder_ / "Long.wav");
+    maker_->importRecording(folder_ / "Long.wav");
+    EXPECT_TRUE(waitFor([&] {
+        scheduler_.run();
+        return maker_->session().has_value();
+    }));
+    EXPECT_EQ(maker_->remark(), "The file is longer than needed: only its first 10 minutes count.");
+    maker_->cancelImport();
+    maker_->startRecording();
+    EXPECT_EQ(maker_->remark(), "");
 }
 
 TEST_F(SoundMakerTest, saysThatAFileCannotBeRead) {

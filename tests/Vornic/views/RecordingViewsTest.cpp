@@ -259,6 +259,25 @@ TEST_F(RecordingViewsTest, theImportEntryAsksForAFile) {
     EXPECT_TRUE(dialog->property("visible").toBool());
 }
 
+TEST_F(RecordingViewsTest, theNameIsTypedWhileTheModelGoesOn) {
+    model->startSession(typing(3), "My keyboard");
+    settle();
+    QTest::qWait(50);
+    QQuickItem* const field = found("My keyboard");
+    ASSERT_NE(field, nullptr);
+    click(field);
+    QTest::keySequence(studio.get(), QKeySequence::SelectAll);
+    for (const char letter : std::string("Old one")) {
+        QTest::keyClick(studio.get(), letter);
+        // The tap hears what is typed into the field as well.
+        model->onChange();
+        settle();
+    }
+    click(found("Keep 3 keystrokes"));
+    settle();
+    EXPECT_EQ(model->board()->sounds.back().name, "Old one");
+}
+
 TEST_F(RecordingViewsTest, theListFollowsTheFocus) {
     model->startSession(typing(), "My keyboard");
     settle();
