@@ -86,17 +86,31 @@ AppModel::Options modelOptions(const RunRequest& request) {
     return options;
 }
 
-/// Becomes the one running copy; false when another one is, which was told of this start. The
-/// self-test and the pictures are of this process, whatever else runs.
-bool isTheOnlyCopy(RunningCopy& copy, const RunRequest& request) {
-    if (copy.claim() != RunningCopy::Claim::taken || request.selfTest || request.snapshot) {
-        return true;
+/// Tells the running copy of this start. The self-test and the pictures are of this process,
+/// whatever else runs: then there is nothing to tell, and the result is false.
+bool leaveToRunningCopy(RunningCopy& copy, const RunRequest& request) {
+    if (request.selfTest || request.snapshot) {
+        return false;
     }
     const ControlAnswer answer =
         copy.ask(request.open ? RunningCopy::Words{"open", request.open->string()}
                               : RunningCopy::Words{"activate"});
     std::fprintf(stderr, "vornic: Vornic is running already. %s\n", answer.text.c_str());
-    return false;
+    return true;
+}
+
+/// Whether no window is to open by itself. Hidden there has to be a way back: a second start, which
+/// finds this one by its name. Without that there is no tray either, which needs the same bus.
+bool startsHidden(const RunRequest& request, RunningCopy::Claim claim, Log& log) {
+    if (request.selfTest || request.snapshot) {
+        return true;
+    }
+    if (request.hidden && claim != RunningCopy::Claim::claimed) {
+        log.warning("Nobody could reach a hidden Vornic without a D-Bus session, so it opens its "
+                    "panel");
+        return false;
+    }
+    return request.hidden;
 }
 
 /// Pictures the views once they have settled, and ends the program.
@@ -137,7 +151,8 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
         return {playDemo(request, source.problem, log)};
     }
     DBusRunningCopy copy;
-    if (!isTheOnlyCopy(copy, request)) {
+    const RunningCopy::Claim claim = copy.claim();
+    if (claim == RunningCopy::Claim::taken && leaveToRunningCopy(copy, request)) {
         return {};
     }
     PipeWireOutput output(scheduler);
@@ -158,7 +173,7 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     XEmbedTray olderTray;
     FallbackTray tray(statusNotifier, olderTray,
                       [&olderTray](bool wanted) { olderTray.setWanted(wanted); });
-    Presence presence(model, tray, request.hidden || request.selfTest || request.snapshot);
+    Presence presence(model, tray, startsHidden(request, claim, log));
     presence.views().adapter().setPermissionHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);

@@ -25,11 +25,6 @@ bool isFileName(std::string_view id) {
            id.find('/') == std::string_view::npos && id.find('\0') == std::string_view::npos;
 }
 
-/// What a write that was cut short has left: the hidden file beside the real one.
-bool isLeftOver(const fs::path& file) {
-    return file.filename().string().front() == '.' && file.extension() == ".part";
-}
-
 } // namespace
 
 BoardStore::BoardStore(std::span<const SoundPack> packs, fs::path folder)

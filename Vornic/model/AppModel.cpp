@@ -19,6 +19,11 @@ AppModel::AppModel(Platform platform, Options options)
     : platform_(platform), options_(std::move(options)) {}
 
 AppModel::~AppModel() {
+    if (settingsFile_) {
+        if (const std::error_code error = settingsFile_->write()) {
+            platform_.log.warning("Couldn't save the settings: " + error.message());
+        }
+    }
     platform_.microphone.onChange = [] {};
     platform_.secureInput.onChange = [] {};
 }
@@ -247,10 +252,19 @@ void AppModel::change(const std::function<void(Settings&)>& what) {
     what(settings_);
     Settings kept = settingsFile_->settings();
     what(kept);
-    if (const std::error_code error = settingsFile_->change(kept)) {
-        fail("Couldn't save the settings: " + error.message());
+    settingsFile_->set(kept);
+    // Every step of a slider comes here, and to wait for the disk at each would make it stutter.
+    if (settingsFile_->unwritten() && !writing_) {
+        writing_ = platform_.scheduler.after(300ms, [this] { writeSettings(); });
     }
     onChange();
+}
+
+void AppModel::writeSettings() {
+    writing_.reset();
+    if (const std::error_code error = settingsFile_->write()) {
+        fail("Couldn't save the settings: " + error.message());
+    }
 }
 
 void AppModel::setSoundsOn(bool on) {

@@ -127,7 +127,7 @@ class AppModel {
     /// Makes every key of the current board play one of its sounds, as one edit.
     void useForAllKeys(const std::string& sound);
 
-    // Settings. Each is kept at once.
+    // Settings. Each counts at once; the file has it within some tenths of a second.
 
     bool soundsOn() const { return settings_.hearMyself; }
     void setSoundsOn(bool on);
@@ -198,6 +198,7 @@ class AppModel {
     void chooseFirstBoard();
     void connect();
     void change(const std::function<void(Settings&)>& what);
+    void writeSettings();
     void boardChanged(BoardEditor::Change change);
     bool transfer(const std::function<void()>& work);
     void rememberBoard();
@@ -255,6 +256,7 @@ class AppModel {
     std::unique_ptr<BoardPlayer> player_;
     std::unique_ptr<SoundMaker> recorder_;
     std::vector<std::unique_ptr<Scheduler::Timer>> timers_;
+    std::unique_ptr<Scheduler::Timer> writing_; // runs while settings wait to be written
 };
 
 } // namespace vornic

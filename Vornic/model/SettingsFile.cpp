@@ -98,19 +98,26 @@ void SettingsFile::putAside(const std::string& why) {
                : "They were put aside as " + aside.string() + ", and the defaults count."));
 }
 
-std::error_code SettingsFile::change(const Settings& settings) {
-    bool changed = false;
+void SettingsFile::set(const Settings& settings) {
     forEachSetting([&]<typename Value>(const char* name, Value Settings::* field) {
         if (!(settings.*field == settings_.*field)) {
             document_[name] = JsonValue<Value>::write(settings.*field);
-            changed = true;
+            unwritten_ = true;
         }
     });
     settings_ = settings;
-    return changed ? write() : std::error_code();
 }
 
 std::error_code SettingsFile::write() {
+    if (!unwritten_) {
+        return {};
+    }
+    const std::error_code error = tryToWrite();
+    unwritten_ = static_cast<bool>(error);
+    return error;
+}
+
+std::error_code SettingsFile::tryToWrite() const {
     if (!writable_ && isTaken(path_)) {
         return std::make_error_code(std::errc::operation_not_permitted);
     }

@@ -27,10 +27,16 @@ class SettingsFile {
     /// There was no file.
     bool fresh() const { return fresh_; }
 
-    /// Makes `settings` the current ones and writes those that have changed. On an error they count
-    /// for as long as the program runs, and what was in the file is still there. Harmless and free
-    /// when nothing has changed.
-    std::error_code change(const Settings& settings);
+    /// Makes `settings` the current ones; `write` puts those that have changed into the file.
+    void set(const Settings& settings);
+
+    /// Whether the file lacks something that was set.
+    bool unwritten() const { return unwritten_; }
+
+    /// Writes what was set, and waits until the disk has it. On an error the settings count for as
+    /// long as the program runs, what was in the file is still there, and they remain unwritten.
+    /// Harmless and free when there is nothing to write.
+    std::error_code write();
 
     /// A sentence for each thing that could not be read as it stands.
     const std::vector<std::string>& problems() const { return problems_; }
@@ -38,13 +44,14 @@ class SettingsFile {
   private:
     void read();
     void putAside(const std::string& why);
-    std::error_code write();
+    std::error_code tryToWrite() const;
 
     std::filesystem::path path_;
     nlohmann::json document_ = nlohmann::json::object();
     Settings settings_;
     std::vector<std::string> problems_;
     bool fresh_ = true;
+    bool unwritten_ = false;
     bool writable_ = true; // a damaged file that could not be put aside is never overwritten
 };
 

@@ -5,6 +5,8 @@
 
 #include <atomic>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <string>
 
@@ -76,6 +78,23 @@ std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> 
         syncFolder(file.parent_path());
     }
     return {};
+}
+
+bool isLeftOver(const fs::path& file) {
+    // As besideName makes it: .NAME.PROCESS-NUMBER.part
+    const std::string name = file.filename().string();
+    const std::string stem = file.stem().string();
+    const std::size_t dot = stem.rfind('.');
+    if (name.front() != '.' || file.extension() != ".part" || dot == std::string::npos) {
+        return false;
+    }
+    pid_t writer = 0;
+    const char* const end = stem.data() + stem.size();
+    const auto [stop, error] = std::from_chars(stem.data() + dot + 1, end, writer);
+    if (error != std::errc() || stop == end || *stop != '-' || writer <= 0) {
+        return false;
+    }
+    return kill(writer, 0) != 0 && errno == ESRCH;
 }
 
 bool replaceFile(const fs::path& file, std::span<const std::byte> bytes) {

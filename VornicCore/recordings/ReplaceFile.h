@@ -21,4 +21,8 @@ enum class OnDisk : std::uint8_t { now, later };
 std::error_code tryReplaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes,
                                OnDisk onDisk = OnDisk::now);
 
+/// Whether `file` is what a replacement that was cut short has left beside the real file: hidden,
+/// and of a process that no longer runs. What a running process is writing is none.
+bool isLeftOver(const std::filesystem::path& file);
+
 } // namespace vornic

@@ -23,21 +23,28 @@ class ProgramFixture : public ::testing::Test {
     std::filesystem::path log() const { return scratch / "vornic.log"; }
     std::filesystem::path packs() const { return scratch / "packs"; }
 
-    /// Starts the program; what it says goes to `log`.
+    /// Starts the program; what it says goes to `output`.
     std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
-                                        const std::filesystem::path& output) {
+                                        const std::filesystem::path& output,
+                                        ChildProcess::Environment environment = {}) {
         arguments.insert(arguments.begin(), VORNIC_PROGRAM);
         // What one test switches off stays off, as the user wants it.
-        const ChildProcess::Environment environment{
-            {"XDG_CONFIG_HOME", (scratch / "config").string()},
-            {"XDG_DATA_HOME", (scratch / "data").string()}};
+        environment.emplace_back("XDG_CONFIG_HOME", (scratch / "config").string());
+        environment.emplace_back("XDG_DATA_HOME", (scratch / "data").string());
         return std::make_unique<ChildProcess>(arguments, environment, output.string());
     }
 
-    /// Starts it so that it listens.
-    std::unique_ptr<ChildProcess> startListening(std::vector<std::string> arguments = {}) {
+    /// Starts it with the board of clicks.
+    std::unique_ptr<ChildProcess> startWithClicks(std::vector<std::string> arguments = {},
+                                                  ChildProcess::Environment environment = {}) {
         arguments.insert(arguments.end(), {"--packs", packs().string()});
-        auto program = start(arguments, log());
+        return start(arguments, log(), std::move(environment));
+    }
+
+    /// The same, so that it listens.
+    std::unique_ptr<ChildProcess> startListening(std::vector<std::string> arguments = {},
+                                                 ChildProcess::Environment environment = {}) {
+        auto program = startWithClicks(std::move(arguments), std::move(environment));
         EXPECT_TRUE(says("Vornic is listening")) << readBytes(log());
         return program;
     }

@@ -3,22 +3,17 @@
 
 #include "Vornic/platform/linux/system/MonotonicClock.h"
 #include "VornicCore/sampler/SplitMix64.h"
-#include "tests/live/ChildProcess.h"
 #include "tests/live/KeyTyper.h"
+#include "tests/live/ProgramFixture.h"
 #include "tests/live/SinkCapture.h"
-#include "tests/support/ClickPack.h"
-#include "tests/support/ScratchFolder.h"
-#include "tests/support/WaitFor.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <linux/input-event-codes.h>
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <memory>
 
 namespace vornic {
 namespace {
@@ -29,35 +24,14 @@ using namespace std::chrono_literals;
 /// A quarter of the softest click that typing dynamics make of the pack's; silence has none at all.
 constexpr float onsetLevel = 0.02f;
 
-class ProgramTest : public ::testing::Test {
-  protected:
-    std::filesystem::path log() const { return scratch / "vornic.log"; }
-    std::filesystem::path packs() const { return scratch / "packs"; }
-
-    std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments,
-                                        ChildProcess::Environment environment = {}) {
-        arguments.insert(arguments.begin(), VORNIC_PROGRAM);
-        // What one test switches off stays off, as the user wants it.
-        environment.emplace_back("XDG_CONFIG_HOME", (scratch / "config").string());
-        environment.emplace_back("XDG_DATA_HOME", (scratch / "data").string());
-        return std::make_unique<ChildProcess>(arguments, environment, log().string());
-    }
-
-    bool says(const std::string& text) {
-        return waitFor([&] { return readBytes(log()).find(text) != std::string::npos; });
-    }
-
-    ScratchFolder scratch;
-};
+using ProgramTest = ProgramFixture;
 
 TEST_F(ProgramTest, hearsEveryOfTwoHundredKeys) {
-    writeClickPack(packs());
     // The graph may skip a cycle on a loaded machine, and then a click with it; it says so, and
     // only then is another try worth something.
     constexpr int keys = 200;
     for (int attempt = 1;; ++attempt) {
-        const auto program = start({"--packs", packs().string(), "--room", "dry"});
-        ASSERT_TRUE(says("Vornic is listening")) << readBytes(log());
+        const auto program = startListening({"--room", "dry"});
         SinkCapture capture(
             {.sink = "vornic-test-sink", .remote = {}, .quantum = 128, .seconds = 60.0});
         ASSERT_TRUE(capture.waitUntilRunning());
@@ -95,9 +69,8 @@ TEST_F(ProgramTest, hearsEveryOfTwoHundredKeys) {
 }
 
 TEST_F(ProgramTest, withoutADisplayPlaysThePhraseIntoAFileAndEndsWell) {
-    writeClickPack(packs());
-    const auto program = start({"--packs", packs().string()},
-                               {{"DISPLAY", ""}, {"XDG_CACHE_HOME", scratch.path().string()}});
+    const auto program =
+        startWithClicks({}, {{"DISPLAY", ""}, {"XDG_CACHE_HOME", scratch.path().string()}});
     EXPECT_EQ(program->wait(), 0);
     EXPECT_THAT(readBytes(log()), HasSubstr("start Vornic inside a graphical session"));
     EXPECT_THAT(readBytes(log()), HasSubstr((scratch / "Vornic/demo.wav").string()));
@@ -106,42 +79,15 @@ TEST_F(ProgramTest, withoutADisplayPlaysThePhraseIntoAFileAndEndsWell) {
 }
 
 TEST_F(ProgramTest, withoutASoundServerPlaysThePhraseIntoAFileAndEndsWell) {
-    writeClickPack(packs());
-    const auto program =
-        start({"--packs", packs().string()}, {{"XDG_RUNTIME_DIR", (scratch / "empty").string()},
+    const auto program = startWithClicks({}, {{"XDG_RUNTIME_DIR", (scratch / "empty").string()},
                                               {"XDG_CACHE_HOME", scratch.path().string()}});
     EXPECT_EQ(program->wait(), 0);
     EXPECT_THAT(readBytes(log()), HasSubstr("PipeWire"));
     EXPECT_TRUE(std::filesystem::exists(scratch / "Vornic/demo.wav"));
 }
 
-TEST_F(ProgramTest, theHotKeySilencesItAndBringsItBack) {
-    writeClickPack(packs());
-    const auto program = start({"--packs", packs().string()});
-    ASSERT_TRUE(says("Vornic is listening")) << readBytes(log());
-    KeyTyper typer;
-    const auto pressHotKey = [&typer] {
-        for (const int key : {KEY_LEFTALT, KEY_LEFTMETA, KEY_K}) {
-            typer.press(key);
-        }
-        for (const int key : {KEY_K, KEY_LEFTMETA, KEY_LEFTALT}) {
-            typer.release(key);
-        }
-    };
-    pressHotKey();
-    EXPECT_TRUE(says("keys are silent"));
-    // A press in the very millisecond of the release would be the server's repetition of a held
-    // key; fingers are slower, and so is this from here on.
-    typer.settle();
-    const MonotonicClock clock;
-    ASSERT_TRUE(waitFor([&, from = clock.nanos()] { return clock.nanos() > from + 5'000'000; }));
-    pressHotKey();
-    EXPECT_TRUE(says("Sounds are on"));
-}
-
 TEST_F(ProgramTest, inAWaylandSessionAnXDisplayIsNotListenedTo) {
-    writeClickPack(packs());
-    const auto program = start({"--packs", packs().string()}, {{"WAYLAND_DISPLAY", "wayland-9"}});
+    const auto program = startWithClicks({}, {{"WAYLAND_DISPLAY", "wayland-9"}});
     ASSERT_TRUE(says("keyboards") || says("Can't hear your keys")) << readBytes(log());
     KeyTyper typer;
     for (int key = 0; key < 5; ++key) {
@@ -152,9 +98,17 @@ TEST_F(ProgramTest, inAWaylandSessionAnXDisplayIsNotListenedTo) {
     EXPECT_THAT(readBytes(log()), HasSubstr("Voices started: 0,"));
 }
 
+TEST_F(ProgramTest, hiddenItStaysOnlyWhereThereIsAWayBack) {
+    const auto reachable = startListening({"--hidden"});
+    EXPECT_EQ(readBytes(log()).find("opens its panel"), std::string::npos);
+    reachable->end(SIGTERM);
+    const auto lost =
+        startWithClicks({"--hidden"}, {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
+    EXPECT_TRUE(says("without a D-Bus session, so it opens its panel")) << readBytes(log());
+}
+
 TEST_F(ProgramTest, theDoctorFindsTheTestsDesktopFitForUse) {
-    writeClickPack(packs());
-    const auto program = start({"doctor", "--json", "--packs", packs().string()});
+    const auto program = startWithClicks({"doctor", "--json"});
     EXPECT_EQ(program->wait(), 0);
     const std::string document = readBytes(log());
     EXPECT_THAT(document, HasSubstr("\"works\": true"));
@@ -166,9 +120,10 @@ TEST_F(ProgramTest, theDoctorFindsTheTestsDesktopFitForUse) {
 }
 
 TEST_F(ProgramTest, theDoctorSaysWhatIsMissingWithoutAnything) {
-    const auto program = start({"doctor"}, {{"DISPLAY", ""},
-                                            {"XDG_RUNTIME_DIR", (scratch / "empty").string()},
-                                            {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
+    const auto program =
+        startWithClicks({"doctor"}, {{"DISPLAY", ""},
+                                     {"XDG_RUNTIME_DIR", (scratch / "empty").string()},
+                                     {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
     EXPECT_EQ(program->wait(), 1);
     const std::string screen = readBytes(log());
     EXPECT_THAT(screen, HasSubstr("not  keys"));

@@ -33,7 +33,10 @@ TEST_F(RunningCopyTest, answersCommands) {
     const auto status = nlohmann::json::parse(run({"status", "--json"}).output);
     EXPECT_EQ(status["volume"], 0.5);
     EXPECT_EQ(status["keys"], "listening");
-    EXPECT_THAT(readBytes(scratch / "config/Vornic/settings.json"), HasSubstr("\"volume\": 0.5"));
+    EXPECT_TRUE(waitFor([&] {
+        return readBytes(scratch / "config/Vornic/settings.json").find("\"volume\": 0.5") !=
+               std::string::npos;
+    }));
 }
 
 TEST_F(RunningCopyTest, aSecondStartGoesToTheFirst) {

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace vornic {
 namespace {
@@ -168,11 +170,23 @@ TEST_F(BoardStoreTest, aBoardWhoseFileStaysIsNotGone) {
 }
 
 TEST_F(BoardStoreTest, sweepsUpWhatAWriteThatWasCutShortHasLeft) {
-    scratch.write("data/Boards/.mine-1.json.123-0.part", "{");
+    // A process that has ended, and one that runs and may be writing just now.
+    const pid_t ended = fork();
+    if (ended == 0) {
+        _exit(0);
+    }
+    waitpid(ended, nullptr, 0);
+    const std::string left = ".mine-1.json." + std::to_string(ended) + "-0.part";
+    const std::string beingWritten = ".mine-1.json." + std::to_string(getppid()) + "-0.part";
+    scratch.write("data/Boards/" + left, "{");
+    scratch.write("data/Boards/" + beingWritten, "{");
     scratch.write("data/Boards/notes.part", "the user's");
+    scratch.write("data/Boards/.mine.notes.part", "the user's");
     EXPECT_THAT(open().problems(), IsEmpty());
-    EXPECT_FALSE(std::filesystem::exists(folder() / ".mine-1.json.123-0.part"));
+    EXPECT_FALSE(std::filesystem::exists(folder() / left));
+    EXPECT_TRUE(std::filesystem::exists(folder() / beingWritten));
     EXPECT_TRUE(std::filesystem::exists(folder() / "notes.part"));
+    EXPECT_TRUE(std::filesystem::exists(folder() / ".mine.notes.part"));
 }
 
 } // namespace

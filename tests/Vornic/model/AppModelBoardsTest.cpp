@@ -16,7 +16,9 @@ using ::testing::StartsWith;
 
 class AppModelBoardsTest : public ModelFixture {
   protected:
-    nlohmann::json settings() const {
+    /// What is in the file once it has been written.
+    nlohmann::json settings() {
+        scheduler.advance(300ms);
         return nlohmann::json::parse(readBytes(scratch / "config/settings.json"));
     }
     std::vector<float> wave(Velocity velocity = Velocity::medium) const {
@@ -273,18 +275,38 @@ TEST_F(AppModelBoardsTest, aFullDiskGivesAMessageAndChangesNothingThatWasThere) 
     start();
     model->newBoard();
     model->setVolume(0.5);
+    ASSERT_EQ(settings()["volume"], 0.5);
     {
         const SmallDisk disk(10);
         model->setVolume(0.25);
+        scheduler.advance(300ms);
         EXPECT_EQ(model->lastError(), "Couldn't save the settings: File too large");
         setRattle(0.9);
         EXPECT_EQ(model->lastError(), "Couldn't save the board: File too large");
     }
     EXPECT_EQ(model->volume(), 0.25);
     EXPECT_EQ(model->board()->stabs.rattle, 0.9);
-    EXPECT_EQ(settings()["volume"], 0.5);
+    EXPECT_EQ(nlohmann::json::parse(readBytes(scratch / "config/settings.json"))["volume"], 0.5);
     restart();
+    EXPECT_EQ(model->volume(), 0.25) << "at the end there was room again";
     EXPECT_EQ(model->board()->stabs.rattle, 0.15);
+}
+
+TEST_F(AppModelBoardsTest, aDraggedSliderIsWrittenOnceAndSoon) {
+    start();
+    const auto file = scratch / "config/settings.json";
+    for (int step = 1; step <= 20; ++step) {
+        model->setVolume(step / 40.0);
+        scheduler.advance(10ms);
+    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+    // Counted from the first step: a kill loses no more than this.
+    scheduler.advance(100ms);
+    EXPECT_EQ(nlohmann::json::parse(readBytes(file))["volume"], 0.5);
+    model->setVolume(0.75);
+    EXPECT_EQ(nlohmann::json::parse(readBytes(file))["volume"], 0.5);
+    model.reset();
+    EXPECT_EQ(nlohmann::json::parse(readBytes(file))["volume"], 0.75) << "written at the end";
 }
 
 TEST_F(AppModelBoardsTest, aVolumeBeyondItsRangeCountsAsTheNearestEnd) {

@@ -41,7 +41,8 @@ class BoardEditorKillTest : public ::testing::Test {
             Settings changed = settings.settings();
             changed.board = editor.board()->id;
             changed.volume = count;
-            if (settings.change(changed) || write(done, &count, sizeof count) != sizeof count) {
+            settings.set(changed);
+            if (settings.write() || write(done, &count, sizeof count) != sizeof count) {
                 _exit(1);
             }
         }

@@ -20,6 +20,10 @@ using ::testing::IsEmpty;
 class SettingsFileTest : public ::testing::Test {
   protected:
     SettingsFile open() const { return SettingsFile(path); }
+    static std::error_code change(SettingsFile& file, const Settings& settings) {
+        file.set(settings);
+        return file.write();
+    }
     nlohmann::json written() const { return nlohmann::json::parse(readBytes(path)); }
 
     ScratchFolder scratch;
@@ -51,7 +55,8 @@ TEST_F(SettingsFileTest, everySettingIsThereAgainAtTheNextStart) {
     settings.stage.room = Room::wood;
     settings.tweaks["deep"] = {.deeper = 0.5, .crisper = -0.25, .feel = Feel::clicky};
     settings.tweaks["soft"] = {};
-    EXPECT_FALSE(open().change(settings));
+    SettingsFile file = open();
+    EXPECT_FALSE(change(file, settings));
     EXPECT_EQ(open().settings(), settings);
 }
 
@@ -63,7 +68,8 @@ TEST_F(SettingsFileTest, standsInTheFileUnderTheAgreedKeysAndTypes) {
     settings.board = "soft";
     settings.stage.placement = Placement::close;
     settings.tweaks["deep"] = {.deeper = 1, .crisper = 0, .feel = Feel::tactile};
-    open().change(settings);
+    SettingsFile file = open();
+    change(file, settings);
     EXPECT_EQ(written(), nlohmann::json::parse(R"({
         "hearMyself": false, "volume": 0.5, "outputKind": "speakers", "board": "soft",
         "stage": {"placement": "close", "distance": 0.0, "width": 1.0, "room": "desk",
@@ -74,10 +80,10 @@ TEST_F(SettingsFileTest, standsInTheFileUnderTheAgreedKeysAndTypes) {
 TEST_F(SettingsFileTest, whatWasNeverChangedHasNoEntry) {
     SettingsFile file = open();
     Settings settings = file.settings();
-    EXPECT_FALSE(file.change(settings));
+    EXPECT_FALSE(change(file, settings));
     EXPECT_FALSE(std::filesystem::exists(path));
     settings.volume = 1;
-    EXPECT_FALSE(file.change(settings));
+    EXPECT_FALSE(change(file, settings));
     EXPECT_EQ(written().size(), 1U);
 }
 
@@ -87,7 +93,7 @@ TEST_F(SettingsFileTest, keepsKeysThatItDoesNotKnow) {
     Settings settings = file.settings();
     EXPECT_EQ(settings.volume, 0.5);
     settings.advanced = true;
-    file.change(settings);
+    change(file, settings);
     EXPECT_EQ(written(), nlohmann::json::parse(
                              R"({"later": {"a": [1, 2]}, "volume": 0.5, "advanced": true})"));
 }
@@ -102,7 +108,7 @@ TEST_F(SettingsFileTest, aValueOfTheWrongKindCountsAsTheDefaultAndStaysUntilChan
     EXPECT_THAT(file.problems(), ElementsAre(HasSubstr("stage.placement"), HasSubstr("tweaks")));
     Settings settings = file.settings();
     settings.tweaks["deep"] = {};
-    file.change(settings);
+    change(file, settings);
     EXPECT_EQ(written()["stage"]["placement"], "moon");
     EXPECT_TRUE(written()["tweaks"].is_object());
 }
@@ -122,7 +128,7 @@ TEST_F(SettingsFileTest, aDamagedFileIsPutAsideByNameAndNeverOverwritten) {
         EXPECT_EQ(readBytes(folder / "settings.damaged.json"), "an earlier one");
         Settings settings;
         settings.volume = 0.1;
-        EXPECT_FALSE(damaged.change(settings));
+        EXPECT_FALSE(change(damaged, settings));
         EXPECT_EQ(SettingsFile(file).settings().volume, 0.1);
     }
 }
@@ -135,7 +141,7 @@ TEST_F(SettingsFileTest, aDamagedFileThatCannotBePutAsideIsNotOverwrittenEither)
     EXPECT_THAT(file.problems(), ElementsAre(HasSubstr("left as they are")));
     Settings settings;
     settings.advanced = true;
-    EXPECT_EQ(file.change(settings), std::errc::operation_not_permitted);
+    EXPECT_EQ(change(file, settings), std::errc::operation_not_permitted);
     EXPECT_TRUE(file.settings().advanced);
     EXPECT_EQ(readBytes(damaged), "[");
 }
@@ -153,7 +159,7 @@ TEST_F(SettingsFileTest, aLinkToTheFileStaysALink) {
     SettingsFile file = open();
     Settings settings = file.settings();
     settings.volume = 0.25;
-    EXPECT_FALSE(file.change(settings));
+    EXPECT_FALSE(change(file, settings));
     EXPECT_TRUE(std::filesystem::is_symlink(path));
     EXPECT_EQ(SettingsFile(real).settings().volume, 0.25);
 }
@@ -162,16 +168,16 @@ TEST_F(SettingsFileTest, aFullDiskIsReportedAndLosesNothing) {
     SettingsFile file = open();
     Settings settings = file.settings();
     settings.volume = 0.2;
-    ASSERT_FALSE(file.change(settings));
+    ASSERT_FALSE(change(file, settings));
     settings.volume = 0.9;
     {
         const SmallDisk disk(4);
-        EXPECT_EQ(file.change(settings), std::errc::file_too_large);
+        EXPECT_EQ(change(file, settings), std::errc::file_too_large);
     }
     EXPECT_EQ(file.settings().volume, 0.9);
     EXPECT_EQ(open().settings().volume, 0.2);
     settings.advanced = true;
-    EXPECT_FALSE(file.change(settings));
+    EXPECT_FALSE(change(file, settings));
     EXPECT_EQ(open().settings(), settings);
 }
 
@@ -179,10 +185,36 @@ TEST_F(SettingsFileTest, aNumberThatNoFileHoldsIsReportedAndLosesNothing) {
     SettingsFile file = open();
     Settings settings;
     settings.advanced = true;
-    file.change(settings);
+    change(file, settings);
     settings.volume = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(file.change(settings), std::errc::invalid_argument);
+    EXPECT_EQ(change(file, settings), std::errc::invalid_argument);
     EXPECT_TRUE(open().settings().advanced);
+}
+
+TEST_F(SettingsFileTest, whatIsSetWaitsToBeWritten) {
+    SettingsFile file = open();
+    Settings settings;
+    settings.volume = 0.25;
+    file.set(settings);
+    EXPECT_TRUE(file.unwritten());
+    EXPECT_EQ(file.settings().volume, 0.25);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_FALSE(file.write());
+    EXPECT_FALSE(file.unwritten());
+    EXPECT_EQ(written()["volume"], 0.25);
+}
+
+TEST_F(SettingsFileTest, whatCouldNotBeWrittenIsTriedAgain) {
+    SettingsFile file = open();
+    Settings settings;
+    settings.volume = 0.25;
+    {
+        const SmallDisk disk(10);
+        EXPECT_EQ(change(file, settings), std::errc::file_too_large);
+    }
+    EXPECT_TRUE(file.unwritten());
+    EXPECT_FALSE(file.write());
+    EXPECT_EQ(written()["volume"], 0.25);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
+#include <unistd.h>
 
 #include <vector>
 
@@ -120,6 +121,34 @@ TEST_F(EvdevLiveTest, whatARemapperRepeatsSoundsOnce) {
     listenToEverything(9);
     EXPECT_THAT(pressed, ElementsAre(0, 1));
     EXPECT_THAT(released, ElementsAre(0, 1));
+}
+
+/// The state as a user without rights finds it: root reads everything.
+TapState stateForNobody(EvdevKeyTap& tap) {
+    constexpr uid_t nobody = 65534;
+    const uid_t self = geteuid();
+    const uid_t other = self == 0 ? nobody : self;
+    EXPECT_EQ(setresuid(other, other, self), 0);
+    const TapState state = tap.refresh();
+    EXPECT_EQ(setresuid(self, self, self), 0);
+    return state;
+}
+
+TEST_F(EvdevLiveTest, theStateFollowsTheRightToReadKeyboards) {
+    bool given = false;
+    EvdevKeyTap own{clock, devices, [&given] { return given; }};
+    keyboards.plug(5);
+    keyboards.setReadable(5, false);
+    EXPECT_EQ(stateForNobody(own), TapState::needsPermission);
+    given = true;
+    EXPECT_EQ(stateForNobody(own), TapState::needsRelaunch);
+    keyboards.setReadable(5, true);
+    EXPECT_EQ(stateForNobody(own), TapState::listening);
+    // Taken back while it listens: an open keyboard would stay readable.
+    given = false;
+    keyboards.setReadable(5, false);
+    EXPECT_EQ(stateForNobody(own), TapState::needsPermission);
+    EXPECT_EQ(own.description(), "0 of 1 keyboard");
 }
 
 TEST_F(EvdevLiveTest, hearsNothingOnceStopped) {

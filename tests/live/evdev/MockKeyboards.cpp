@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string_view>
@@ -105,6 +106,21 @@ void MockKeyboards::unplug(int number) {
     const std::string child = "/sys" + systemPath(number) + "/event" + std::to_string(number);
     umockdev_testbed_uevent(testbed_.get(), child.c_str(), "remove");
     umockdev_testbed_remove_device(testbed_.get(), child.c_str());
+}
+
+void MockKeyboards::setReadable(int number, bool readable) {
+    gchar* const root = umockdev_testbed_get_root_dir(testbed_.get());
+    const std::filesystem::path folder = root;
+    g_free(root);
+    namespace fs = std::filesystem;
+    // What stands for the kernel is the testbed's alone at first, and the node may be a link.
+    fs::permissions(folder, fs::perms(0755));
+    for (const auto& entry : fs::recursive_directory_iterator(folder / "ioctl")) {
+        fs::permissions(entry.path(), fs::perms::all);
+    }
+    fs::permissions(folder / "ioctl", fs::perms(0755));
+    fs::permissions(fs::canonical(folder / ("dev/input/event" + std::to_string(number))),
+                    fs::perms(readable ? 0666 : 0600));
 }
 
 void MockKeyboards::send(int number, std::uint16_t code, std::int32_t value, std::uint64_t nanos) {

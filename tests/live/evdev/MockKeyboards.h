@@ -23,6 +23,9 @@ class MockKeyboards {
     /// Takes it away and announces that.
     void unplug(int number);
 
+    /// Whether others than root may read it.
+    void setReadable(int number, bool readable);
+
     /// One key event as the kernel would tell it, stamped `nanos`, cut to microseconds.
     void send(int number, std::uint16_t code, std::int32_t value, std::uint64_t nanos);
 
