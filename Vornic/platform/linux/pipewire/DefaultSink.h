@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Vornic/audio/OutputDevice.h"
-#include "Vornic/platform/linux/pipewire/PipeWireHandles.h"
+#include "Vornic/platform/linux/pipewire/DefaultName.h"
+#include "Vornic/platform/linux/pipewire/RegistryWatch.h"
 #include "Vornic/platform/linux/pipewire/SinkObjects.h"
 
 #include <cstdint>
@@ -27,31 +28,25 @@ class DefaultSink {
     std::optional<OutputProperties> properties() const;
 
     /// Whether somebody chooses a default sink at all: a session manager is running.
-    bool hasSessionManager() const { return metadata_ != nullptr; }
+    bool hasSessionManager() const { return default_.isChosenBySomebody(); }
 
     /// Whether there are sinks but no word yet which is the default one. The word can get lost: a
     /// server sends no changes to anybody while it answers somebody who asks for all of them.
     bool lacksDefault() const {
-        return metadata_ != nullptr && !nodes_.empty() && defaultName_.empty();
+        return hasSessionManager() && !nodes_.empty() && default_.name().empty();
     }
 
     /// Asks once more for the default sink.
-    void askAgain();
+    void askAgain() { default_.askAgain(); }
 
   private:
     void add(std::uint32_t id, const char* type, const spa_dict* properties);
     void remove(std::uint32_t id);
-    void bindMetadata(std::uint32_t id);
-    void setDefault(const char* key, const char* value);
 
     std::function<void()> changed_;
     std::function<std::uint32_t()> ownNode_;
-    RegistryHandle registry_;
-    Listener registryListener_;
-    std::uint32_t metadataId_ = SPA_ID_INVALID;
-    MetadataHandle metadata_;
-    std::unique_ptr<Listener> metadataListener_;
-    std::string defaultName_;
+    RegistryWatch registry_; // its objects below go before it
+    DefaultName default_;
     std::map<std::uint32_t, std::unique_ptr<SinkNode>> nodes_;
     std::map<std::uint32_t, std::unique_ptr<SoundCard>> cards_;
 };

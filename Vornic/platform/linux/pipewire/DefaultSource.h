@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Vornic/platform/linux/pipewire/PipeWireHandles.h"
+#include "Vornic/platform/linux/pipewire/DefaultName.h"
+#include "Vornic/platform/linux/pipewire/RegistryWatch.h"
 
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -28,15 +28,12 @@ class DefaultSource {
 
   private:
     void add(std::uint32_t id, const char* type, const spa_dict* properties);
-    void bindMetadata(std::uint32_t id);
+    void remove(std::uint32_t id);
 
     std::function<void(std::uint32_t)> removed_;
-    RegistryHandle registry_;
-    Listener registryListener_;
-    MetadataHandle metadata_;
-    std::unique_ptr<Listener> metadataListener_;
-    std::string defaultName_;
     std::map<std::uint32_t, std::string> names_; // of the microphones
+    RegistryWatch registry_;
+    DefaultName default_{"default.audio.source", [] {}};
 };
 
 } // namespace vornic
