@@ -1,7 +1,6 @@
 // "Turn on Input Monitoring…": what it means, read before the system asks for a password; and how to
 // take it back.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
@@ -21,51 +20,38 @@ FocusScope {
         color: Theme.window
     }
 
-    Flickable {
-        id: flickable
+    ScrollPage {
         anchors { left: parent.left; right: parent.right; top: parent.top; bottom: footer.top }
-        contentHeight: column.implicitHeight + 48
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        ScrollBar.vertical: ScrollBar {}
 
-        ColumnLayout {
-            id: column
-            x: 24
-            y: 24
-            width: flickable.width - 48
-            spacing: Theme.margin
+        Label {
+            Layout.fillWidth: true
+            text: qsTr("Input Monitoring")
+            font.pixelSize: Theme.heading
+            font.weight: Font.Bold
+            Accessible.role: Accessible.Heading
+        }
+        PermissionOutcome {
+            Layout.fillWidth: true
+            app: page.app
+            permission: page.permission
+        }
+        Repeater {
+            model: page.permission.points
+            delegate: ColumnLayout {
+                id: point
 
-            Label {
+                required property var modelData
+
                 Layout.fillWidth: true
-                text: qsTr("Input Monitoring")
-                font.pixelSize: Theme.heading
-                font.weight: Font.Bold
-                Accessible.role: Accessible.Heading
-            }
-            PermissionOutcome {
-                Layout.fillWidth: true
-                app: page.app
-                permission: page.permission
-            }
-            Repeater {
-                model: page.permission.points
-                delegate: ColumnLayout {
-                    id: point
-
-                    required property var modelData
-
+                spacing: 4
+                SectionTitle {
+                    visible: text !== ""
+                    text: point.modelData.heading
+                }
+                Label {
                     Layout.fillWidth: true
-                    spacing: 4
-                    SectionTitle {
-                        visible: text !== ""
-                        text: point.modelData.heading
-                    }
-                    Label {
-                        Layout.fillWidth: true
-                        text: point.modelData.text
-                        lineHeight: 1.15
-                    }
+                    text: point.modelData.text
+                    lineHeight: 1.15
                 }
             }
         }

@@ -1,6 +1,5 @@
 // Builds boards part by part: which key plays what, and how each sound is made.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
