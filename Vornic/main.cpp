@@ -37,9 +37,11 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -86,17 +88,17 @@ AppModel::Options modelOptions(const RunRequest& request) {
     return options;
 }
 
-/// Tells the running copy of this start. The self-test and the pictures are of this process,
-/// whatever else runs: then there is nothing to tell, and the result is false.
-bool leaveToRunningCopy(RunningCopy& copy, const RunRequest& request) {
+/// Tells the running copy of this start; how that went. The self-test and the pictures are of this
+/// process, whatever else runs: then there is nothing to tell, and the result is absent.
+std::optional<int> leaveToRunningCopy(RunningCopy& copy, const RunRequest& request) {
     if (request.selfTest || request.snapshot) {
-        return false;
+        return std::nullopt;
     }
     const ControlAnswer answer =
         copy.ask(request.open ? RunningCopy::Words{"open", request.open->string()}
                               : RunningCopy::Words{"activate"});
     std::fprintf(stderr, "vornic: Vornic is running already. %s\n", answer.text.c_str());
-    return true;
+    return answer.status;
 }
 
 /// Whether no window is to open by itself. Hidden there has to be a way back: a second start, which
@@ -134,9 +136,14 @@ struct RunEnd {
 /// The arguments of a relaunch: a board file has been looked at already.
 std::vector<std::string> withoutBoardFile(std::vector<std::string> arguments,
                                           const RunRequest& request) {
-    std::erase_if(arguments, [&](const std::string& argument) {
-        return request.open && std::filesystem::absolute(argument) == *request.open;
-    });
+    const auto found =
+        std::find_if(arguments.rbegin(), arguments.rend(), [&](const std::string& argument) {
+            return request.open && !argument.empty() &&
+                   std::filesystem::absolute(argument) == *request.open;
+        });
+    if (found != arguments.rend()) {
+        arguments.erase(std::next(found).base());
+    }
     return arguments;
 }
 
@@ -152,8 +159,10 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     }
     DBusRunningCopy copy;
     const RunningCopy::Claim claim = copy.claim();
-    if (claim == RunningCopy::Claim::taken && leaveToRunningCopy(copy, request)) {
-        return {};
+    if (claim == RunningCopy::Claim::taken) {
+        if (const std::optional<int> status = leaveToRunningCopy(copy, request)) {
+            return {*status};
+        }
     }
     PipeWireOutput output(scheduler);
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
@@ -171,14 +180,17 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
                                       startProgram);
     StatusNotifierTray statusNotifier;
     XEmbedTray olderTray;
-    FallbackTray tray(statusNotifier, olderTray,
-                      [&olderTray](bool wanted) { olderTray.setWanted(wanted); });
+    const bool mayDock =
+        source.kind == KeySourceKind::x11 && !request.selfTest && !request.snapshot;
+    FallbackTray tray(statusNotifier, olderTray, [&olderTray, mayDock](bool wanted) {
+        olderTray.setWanted(wanted && mayDock);
+    });
+    AutostartEntry autostart(AppFolders::autostartEntry(), programPath());
     Presence presence(model, tray, startsHidden(request, claim, log));
     presence.views().adapter().setPermissionHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
     presence.views().onQuit = [&application] { application.quit(); };
-    AutostartEntry autostart(AppFolders::autostartEntry(), programPath());
     presence.views().adapter().setAutostart(&autostart);
     bool again = false;
     const auto relaunch = [&again, &application] {
@@ -220,8 +232,10 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
 
 /// Starts the program anew in its own place; returns when that failed.
 void relaunch(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
-    replaceProcess(
-        relaunchCommand(program, arguments, KeyGrant::lacksGroup() ? KeyGrant::group : ""));
+    if (KeyGrant::lacksGroup()) {
+        replaceProcess(relaunchCommand(program, arguments, KeyGrant::group));
+    }
+    replaceProcess(relaunchCommand(program, arguments, ""));
     std::perror("vornic: Couldn't start again");
 }
 

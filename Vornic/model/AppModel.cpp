@@ -183,6 +183,11 @@ bool AppModel::keepPreview() {
 void AppModel::dropPreview() {
     if (preview_) {
         player_->endTrial();
+        if (board() == nullptr) {
+            // There is nothing to go back to.
+            playing_.reset();
+            publish();
+        }
         for (const std::string& id : preview_->opened.samples) {
             library_->removeUser(id);
         }

@@ -121,7 +121,12 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     if (root == nullptr) {
         qFatal("the view %s cannot be loaded", qPrintable(file));
     }
-    view->resize(static_cast<int>(root->implicitWidth()), static_cast<int>(root->implicitHeight()));
+    // Room for the frame that the desktop puts around it.
+    constexpr int frame = 60;
+    const QSize most = QGuiApplication::primaryScreen()->availableSize() - QSize(0, frame);
+    view->resize(
+        QSize(static_cast<int>(root->implicitWidth()), static_cast<int>(root->implicitHeight()))
+            .boundedTo(most));
     const auto listen = [&](const char* signal, const char* slot) {
         if (root->metaObject()->indexOfSignal(QMetaObject::normalizedSignature(signal + 1)) >= 0) {
             connect(root, signal, this, slot);
@@ -135,6 +140,7 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
         connect(root, SIGNAL(closed()), view.get(), SLOT(hide()));
     }
     view->installEventFilter(&boardDrop_);
+    listen(SIGNAL(dismissed()), SLOT(dismissPanel()));
     listen(SIGNAL(quit()), SLOT(quit()));
     return view;
 }
@@ -144,9 +150,16 @@ void Views::open(std::unique_ptr<QQuickView>& view, const QString& file, const Q
         view = make(file, title);
         view->setMinimumSize({420, 320});
     }
+    dismissPanel();
     view->show();
     view->raise();
     view->requestActivate();
+}
+
+void Views::dismissPanel() {
+    if (panel_ && (panel_->flags() & Qt::WindowType_Mask) == Qt::Popup) {
+        panel_->hide();
+    }
 }
 
 void Views::quit() {
@@ -185,16 +198,25 @@ void Views::openGallery() {
     open(gallery_, "gallery/GalleryView.qml", tr("Gallery"));
 }
 
+void Views::endWelcome() {
+    model_.setWelcomed();
+    Q_EMIT welcomed();
+}
+
+bool Views::eventFilter(QObject* watched, QEvent* event) {
+    // Closed by the user, that is; the program closes its windows when it ends, too.
+    if (watched == welcome_.get() && event->type() == QEvent::Close && event->spontaneous()) {
+        endWelcome();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 void Views::openWelcome() {
     const bool fresh = welcome_ == nullptr;
     open(welcome_, "welcome/WelcomeView.qml", tr("Welcome"));
     if (fresh) {
-        connect(welcome_.get(), &QWindow::visibleChanged, this, [this](bool visible) {
-            if (!visible) {
-                model_.setWelcomed();
-                Q_EMIT welcomed();
-            }
-        });
+        connect(welcome_->rootObject(), SIGNAL(closed()), this, SLOT(endWelcome()));
+        welcome_->installEventFilter(this);
     }
 }
 

@@ -49,7 +49,15 @@ class Views : public QObject {
     void openWelcome();
     /// The board file that the model looks at. Closing the window drops it.
     void openPreview();
+    /// Closes the panel where it is the tray's; as a window of its own it stays.
+    void dismissPanel();
     void quit();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private Q_SLOTS:
+    void endWelcome();
 
   public:
     /// Opens the panel beside `corner`, a place on the screen, or closes it when it is open.

@@ -40,6 +40,7 @@ Control {
                 }
                 indicator: null
                 Accessible.name: text
+                Accessible.onToggleAction: option.clicked()
                 contentItem: Text {
                     leftPadding: 4
                     rightPadding: 4

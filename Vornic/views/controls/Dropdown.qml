@@ -17,10 +17,13 @@ ComboBox {
     textRole: "text"
     valueRole: "value"
     currentIndex: options.findIndex(option => option.value === value)
+    // New entries put the box on the first one.
+    onModelChanged: currentIndex = Qt.binding(() => options.findIndex(option => option.value === value))
     font.pixelSize: Theme.body
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     Accessible.name: name
+    Accessible.description: displayText
     onActivated: index => {
         const wanted = options[index].value;
         currentIndex = Qt.binding(() => options.findIndex(option => option.value === value));
@@ -58,6 +61,7 @@ ComboBox {
 
         width: box.width
         height: Theme.control
+        text: modelData.text
         highlighted: box.highlightedIndex === index
         contentItem: Text {
             text: item.modelData.text

@@ -11,6 +11,7 @@ FocusScope {
     property string name: ""
     // Whether its frame shows although nobody points at it.
     property bool framed: false
+    property string before: ""
     signal committed(string value)
 
     implicitWidth: field.implicitWidth
@@ -39,9 +40,21 @@ FocusScope {
         Accessible.name: scope.name
         // A name that is too long is read from its beginning.
         onTextChanged: if (!activeFocus) cursorPosition = 0
-        onActiveFocusChanged: if (!activeFocus) cursorPosition = 0
+        onActiveFocusChanged: {
+            if (activeFocus)
+                scope.before = text;
+            else
+                cursorPosition = 0;
+        }
         clip: true
-        onEditingFinished: if (text.trim() !== "") scope.committed(text.trim())
+        // Also called when the field is left as it was; meanwhile another board may be current.
+        onEditingFinished: {
+            const typed = text.trim();
+            if (typed !== "" && typed !== scope.before) {
+                scope.before = typed;
+                scope.committed(typed);
+            }
+        }
 
         background: Rectangle {
             radius: Theme.radius - 2

@@ -14,6 +14,7 @@ AbstractButton {
     hoverEnabled: true
     Accessible.role: Accessible.CheckBox
     Accessible.name: name
+    Accessible.onToggleAction: flag.clicked()
     Accessible.checkable: true
     Accessible.checked: on
     ToolTip.delay: 600

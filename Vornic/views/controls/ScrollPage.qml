@@ -8,6 +8,9 @@ Flickable {
 
     default property alias content: column.data
     property int padding: 24
+    property alias spacing: column.spacing
+    // Left between a control that the keyboard has come to and the page's edge.
+    readonly property int margin: Math.max(padding, 8)
     // As tall as it would like to be.
     readonly property real wholeHeight: column.implicitHeight + 2 * padding
 
@@ -22,12 +25,12 @@ Flickable {
             holder = holder.parent;
         if (!holder)
             return;
-        const top = item.mapToItem(contentItem, 0, 0).y - padding;
-        const bottom = top + item.height + 2 * padding;
+        const top = item.mapToItem(contentItem, 0, 0).y - margin;
+        const bottom = top + item.height + 2 * margin;
         if (top < contentY)
             contentY = Math.max(0, top);
         else if (bottom > contentY + height)
-            contentY = Math.min(contentHeight - height, bottom - height);
+            contentY = Math.max(0, Math.min(contentHeight - height, bottom - height));
     }
 
     Connections {

@@ -8,6 +8,11 @@ CheckBox {
 
     padding: 0
     hoverEnabled: true
+    // A screen reader's own way to tick would change the picture only.
+    Accessible.onToggleAction: {
+        box.toggle();
+        box.toggled();
+    }
 
     indicator: Rectangle {
         anchors.centerIn: parent

@@ -17,6 +17,7 @@ AbstractButton {
     hoverEnabled: true
     Accessible.role: exclusive ? Accessible.RadioButton : Accessible.CheckBox
     Accessible.name: text
+    Accessible.onToggleAction: tile.clicked()
     Accessible.description: note
     Accessible.checkable: true
     Accessible.checked: chosen

@@ -11,6 +11,11 @@ Switch {
     padding: 0
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
+    // A screen reader's own way to switch would change the picture only.
+    Accessible.onToggleAction: {
+        toggle.toggle();
+        toggle.toggled();
+    }
     ToolTip.delay: 600
     ToolTip.visible: hovered && ToolTip.text !== ""
 

@@ -18,6 +18,15 @@ Slider {
     wheelEnabled: activeFocus
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // A screen reader's own way to move the handle would tell nobody.
+    Accessible.onIncreaseAction: {
+        slider.increase();
+        slider.moved();
+    }
+    Accessible.onDecreaseAction: {
+        slider.decrease();
+        slider.moved();
+    }
     opacity: enabled ? 1 : 0.45
 
     background: Rectangle {

@@ -29,6 +29,7 @@ RadioDelegate {
     indicator: null
     Accessible.name: mine ? name + ", " + qsTr("Yours") : name
     Accessible.description: detail
+    Accessible.onToggleAction: row.clicked()
     onClicked: {
         checked = Qt.binding(() => current);
         picked(boardId);

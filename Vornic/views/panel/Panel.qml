@@ -10,6 +10,7 @@ FocusScope {
     required property ModelAdapter app
     signal openVornic()
     signal openSettings()
+    signal dismissed()
     signal quit()
 
     focus: true
@@ -125,6 +126,7 @@ FocusScope {
             }
         }
     }
+    Keys.onEscapePressed: panel.dismissed()
     Shortcut {
         sequence: "Ctrl+Q"
         onActivated: panel.quit()

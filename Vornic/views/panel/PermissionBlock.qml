@@ -17,13 +17,18 @@ Card {
         }
         Label {
             Layout.fillWidth: true
-            text: block.app.tapState === "needsRelaunch" ? qsTr("Permission granted.") : qsTr("Can't hear your keys")
+            text: qsTr("Can't hear your keys")
             font.weight: Font.DemiBold
         }
     }
     Label {
         Layout.fillWidth: true
-        visible: text !== ""
+        visible: block.app.tapState === "needsRelaunch"
+        text: qsTr("Permission granted.")
+    }
+    Label {
+        Layout.fillWidth: true
+        visible: text !== "" && block.app.tapState === "needsPermission"
         text: block.app.permissionHint
         secondary: true
     }

@@ -24,6 +24,7 @@ Sheet {
 
     contentItem: ColumnLayout {
         spacing: 14
+        Keys.onEscapePressed: sheet.cancel()
         Label {
             text: qsTr("Record your keyboard")
             font.pixelSize: Theme.heading

@@ -13,6 +13,7 @@ Sheet {
 
     contentItem: ColumnLayout {
         spacing: 12
+        Keys.onEscapePressed: sheet.recorder.cancel()
         RowLayout {
             spacing: Theme.gap
             Label {

@@ -24,6 +24,11 @@ FocusScope {
         id: page
         anchors.fill: parent
 
+        ErrorLine {
+            Layout.fillWidth: true
+            text: view.app.lastError
+            onDismissed: view.app.dismissError()
+        }
         Card {
             Layout.fillWidth: true
             SettingRow {

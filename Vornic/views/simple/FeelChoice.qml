@@ -26,6 +26,7 @@ ColumnLayout {
             checked: choice.app.feel === modelData.value
             text: modelData.text
             Accessible.name: text
+            Accessible.onToggleAction: option.clicked()
             onClicked: {
                 const wanted = choice.app.feel === modelData.value ? "" : modelData.value;
                 checked = Qt.binding(() => choice.app.feel === modelData.value);

@@ -12,18 +12,17 @@ FocusScope {
 
     focus: true
     implicitWidth: 640
-    implicitHeight: column.implicitHeight + 48
+    implicitHeight: page.wholeHeight
 
     Rectangle {
         anchors.fill: parent
         color: Theme.window
     }
 
-    ColumnLayout {
-        id: column
+    ScrollPage {
+        id: page
         anchors.fill: parent
-        anchors.margins: 24
-        spacing: 16
+        padding: 24
 
         ColumnLayout {
             spacing: 4

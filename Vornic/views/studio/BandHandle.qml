@@ -24,6 +24,8 @@ Slider {
     hoverEnabled: true
     Accessible.name: row.text
     Accessible.description: row.hint
+    Accessible.onIncreaseAction: band.moved(band.row.gain + 0.5)
+    Accessible.onDecreaseAction: band.moved(band.row.gain - 0.5)
     Keys.onPressed: event => {
         const step = event.modifiers & Qt.ShiftModifier ? 0.1 : 0.5;
         event.accepted = true;

@@ -34,6 +34,8 @@ PushButton {
     Accessible.checkable: true
     Accessible.checked: app.comparing
     Accessible.description: ToolTip.text
+    Accessible.onPressAction: button.app.comparing = !button.app.comparing
+    Accessible.onToggleAction: button.app.comparing = !button.app.comparing
     onPressed: begin()
     onReleased: end()
     onCanceled: end()

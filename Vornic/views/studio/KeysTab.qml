@@ -1,65 +1,56 @@
 // The keyboard, and what the selected keys play.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
-Flickable {
+ScrollPage {
     id: tab
 
     required property StudioAdapter studio
 
-    contentHeight: column.implicitHeight
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-    ScrollBar.vertical: ScrollBar {}
+    padding: 0
+    spacing: 12
 
-    ColumnLayout {
-        id: column
-        width: tab.width
-        spacing: 12
-
-        RowLayout {
-            spacing: Theme.gap
-            Dropdown {
-                name: qsTr("Keyboard layout")
-                options: tab.studio.keyboard.layouts
-                value: tab.studio.keyboard.layout
-                onPicked: v => tab.studio.keyboard.layout = v
-            }
-            Item { Layout.fillWidth: true }
-            Dropdown {
-                name: qsTr("Select a group of keys")
-                options: tab.studio.keyboard.groups
-                value: tab.studio.keyboard.group
-                displayText: currentIndex < 0 ? qsTr("Select a group") : currentText
-                onPicked: v => tab.studio.keyboard.selectGroup(v)
-            }
-            PushButton {
-                text: qsTr("Stabilised keys")
-                checked: tab.studio.keyboard.kind === "stabilisers"
-                onClicked: tab.studio.keyboard.selectStabilisers()
-            }
-            PushButton {
-                text: qsTr("All keys")
-                checked: tab.studio.keyboard.kind === "all"
-                onClicked: tab.studio.keyboard.selectAll()
-            }
+    RowLayout {
+        spacing: Theme.gap
+        Dropdown {
+            name: qsTr("Keyboard layout")
+            options: tab.studio.keyboard.layouts
+            value: tab.studio.keyboard.layout
+            onPicked: v => tab.studio.keyboard.layout = v
         }
-        KeyboardView {
-            Layout.fillWidth: true
-            // From the tab's width: one that follows from what the layout gives comes too late.
-            Layout.preferredHeight: keyboard.layoutHeight * tab.width / Math.max(1, keyboard.layoutWidth)
-            keyboard: tab.studio.keyboard
+        Item { Layout.fillWidth: true }
+        Dropdown {
+            name: qsTr("Select a group of keys")
+            options: tab.studio.keyboard.groups
+            value: tab.studio.keyboard.group
+            displayText: currentIndex < 0 ? qsTr("Select a group") : currentText
+            onPicked: v => tab.studio.keyboard.selectGroup(v)
         }
-        SoundLegend {
-            Layout.fillWidth: true
-            sounds: tab.studio.sounds.rows
-            onPicked: id => tab.studio.keyboard.selectSound(id)
+        PushButton {
+            text: qsTr("Stabilised keys")
+            prominent: tab.studio.keyboard.kind === "stabilisers"
+            onClicked: tab.studio.keyboard.selectStabilisers()
         }
-        KeyInspector {
-            Layout.fillWidth: true
-            studio: tab.studio
+        PushButton {
+            text: qsTr("All keys")
+            prominent: tab.studio.keyboard.kind === "all"
+            onClicked: tab.studio.keyboard.selectAll()
         }
+    }
+    KeyboardView {
+        Layout.fillWidth: true
+        // From the tab's width: one that follows from what the layout gives comes too late.
+        Layout.preferredHeight: keyboard.layoutHeight * tab.width / Math.max(1, keyboard.layoutWidth)
+        keyboard: tab.studio.keyboard
+    }
+    SoundLegend {
+        Layout.fillWidth: true
+        sounds: tab.studio.sounds.rows
+        onPicked: id => tab.studio.keyboard.selectSound(id)
+    }
+    KeyInspector {
+        Layout.fillWidth: true
+        studio: tab.studio
     }
 }

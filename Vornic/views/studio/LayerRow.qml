@@ -79,7 +79,6 @@ Rectangle {
         RowLayout {
             Layout.fillWidth: true
             spacing: 16
-            opacity: entry.row.heard ? 1 : 0.45
             Repeater {
                 model: [
                     { field: "offset", text: qsTr("Offset"), unit: "ms", range: 50, step: 0.5 },

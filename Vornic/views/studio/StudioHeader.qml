@@ -67,7 +67,11 @@ RowLayout {
         enabled: header.app.mine
         Accessible.name: qsTr("Delete board")
         ToolTip.text: qsTr("Delete board")
-        onClicked: header.app.deleteBoard()
+        onClicked: sure.open()
+        DeleteBoardSheet {
+            id: sure
+            app: header.app
+        }
     }
     PushButton {
         text: qsTr("Import…")

@@ -11,17 +11,16 @@ FocusScope {
 
     focus: true
     implicitWidth: 520
-    implicitHeight: column.implicitHeight + 56
+    implicitHeight: page.wholeHeight
 
     Rectangle {
         anchors.fill: parent
         color: Theme.window
     }
-    ColumnLayout {
-        id: column
+    ScrollPage {
+        id: page
         anchors.fill: parent
-        anchors.margins: 28
-        spacing: 14
+        padding: 28
 
         Label {
             text: qsTr("Welcome to Vornic")

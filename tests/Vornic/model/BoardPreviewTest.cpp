@@ -67,6 +67,16 @@ TEST_F(BoardPreviewTest, keptItIsTheUsersAndCurrent) {
     EXPECT_FALSE(model->keepPreview()) << "there is none any more";
 }
 
+TEST_F(BoardPreviewTest, droppedWhereThereIsNoBoardNothingPlaysOn) {
+    std::filesystem::remove_all(scratch / "Packs");
+    restart();
+    ASSERT_EQ(model->board(), nullptr);
+    ASSERT_TRUE(model->previewBoard(file));
+    ASSERT_TRUE(comesToPlay("From a friend"));
+    model->dropPreview();
+    EXPECT_EQ(model->playing(), nullptr);
+}
+
 TEST_F(BoardPreviewTest, anotherFileTakesItsPlace) {
     ASSERT_TRUE(model->previewBoard(file));
     const std::size_t before = model->previews();

@@ -1,6 +1,8 @@
 #include "tests/Vornic/views/ViewsFixture.h"
 
+#include <QAccessible>
 #include <QImage>
+#include <QQmlComponent>
 #include <string>
 
 namespace vornic {
@@ -101,6 +103,84 @@ TEST_F(ViewsTest, theAdvancedEditorDecidesWhatOpens) {
     model->setAdvanced(true);
     views->openVornic();
     EXPECT_NE(views->studio(), nullptr);
+}
+
+TEST_F(ViewsTest, aNameThatWasOnlyLookedAtRenamesNothing) {
+    model->newBoard();
+    const std::string first = model->board()->id;
+    const auto studio = views->make("studio/StudioView.qml", "");
+    showActive(*studio);
+    QQuickItem* const name = view(studio->rootObject(), "EditableText");
+    ASSERT_NE(name, nullptr);
+    name->forceActiveFocus();
+    // Meanwhile a command makes another board current.
+    model->selectBoard("spring");
+    settle();
+    studio->rootObject()->forceActiveFocus();
+    settle();
+    EXPECT_EQ(model->board()->id, "spring");
+    EXPECT_EQ(model->board()->name, "Buckling Spring");
+    EXPECT_EQ(model->boards().size(), 2U);
+}
+
+TEST_F(ViewsTest, aBoardIsDeletedOnlyAfterAQuestion) {
+    model->newBoard();
+    settle();
+    const auto studio = views->make("studio/StudioView.qml", "");
+    showActive(*studio);
+    auto* const sheet = studio->rootObject()->findChild<QObject*>("deleteBoard");
+    ASSERT_NE(sheet, nullptr);
+    QMetaObject::invokeMethod(sheet, "open");
+    settle();
+    EXPECT_EQ(model->boards().size(), 2U);
+    click(find(studio->contentItem(), "Delete"));
+    settle();
+    EXPECT_EQ(model->boards().size(), 1U);
+}
+
+TEST_F(ViewsTest, aDropdownKeepsItsChoiceWhenItsEntriesChange) {
+    QQmlComponent component(&views->engine());
+    component.setData("import QtQuick; import Vornic; Dropdown { value: 'b'; options: [{ value: "
+                      "'a', text: 'A' }, { value: 'b', text: 'B' }] }",
+                      QUrl());
+    const std::unique_ptr<QObject> box(component.create());
+    ASSERT_TRUE(box) << component.errorString().toStdString();
+    EXPECT_EQ(box->property("currentIndex"), 1);
+    box->setProperty("options", QVariantList{QVariantMap{{"value", "c"}, {"text", "C"}},
+                                             QVariantMap{{"value", "d"}, {"text", "D"}},
+                                             QVariantMap{{"value", "b"}, {"text", "B"}}});
+    EXPECT_EQ(box->property("currentIndex"), 2);
+}
+
+TEST_F(ViewsTest, aScreenReadersActionsReachTheModel) {
+    const auto panel = views->make("panel/Panel.qml", "");
+    panel->show();
+    settle();
+    QAccessibleInterface* const toggle =
+        QAccessible::queryAccessibleInterface(view(panel->rootObject(), "Toggle"));
+    ASSERT_NE(toggle, nullptr);
+    ASSERT_TRUE(model->soundsOn());
+    toggle->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_FALSE(model->soundsOn());
+
+    const auto simple = views->make("simple/SimpleView.qml", "");
+    simple->show();
+    settle();
+    QQuickItem* const slider = view(simple->rootObject(), "ValueSlider");
+    const double before = model->tweaks().deeper;
+    QAccessible::queryAccessibleInterface(slider)->actionInterface()->doAction(
+        QAccessibleActionInterface::increaseAction());
+    EXPECT_GT(model->tweaks().deeper, before);
+}
+
+TEST_F(ViewsTest, theTraysPanelGoesAwayWhenItHasOpenedAWindow) {
+    views->togglePanel({300, 20});
+    ASSERT_TRUE(views->panel()->isVisible());
+    views->openSettings();
+    EXPECT_FALSE(views->panel()->isVisible());
+    views->showPanelAsWindow();
+    views->openSettings();
+    EXPECT_TRUE(views->panel()->isVisible()) << "as a window of its own it stays";
 }
 
 TEST_F(ViewsTest, theStudioSaysWhoseTheBoardIs) {

@@ -29,6 +29,16 @@ TEST_F(WelcomeTest, opensOnTheFirstStartAndNeverAgain) {
     EXPECT_EQ(presence.views().welcome(), nullptr);
 }
 
+TEST_F(WelcomeTest, comesBackWhenTheProgramEndedUnderIt) {
+    {
+        Presence presence(*model, tray, false);
+        ASSERT_NE(presence.views().welcome(), nullptr);
+    }
+    restart();
+    Presence presence(*model, tray, false);
+    EXPECT_NE(presence.views().welcome(), nullptr);
+}
+
 TEST_F(WelcomeTest, staysAwayFromAHiddenStartAndFromWhoHasSettings) {
     {
         Presence presence(*model, tray, true);

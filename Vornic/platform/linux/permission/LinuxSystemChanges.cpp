@@ -33,7 +33,12 @@ bool LinuxSystemChanges::write(const fs::path& path, const std::string& text) {
     const bool written =
         ::write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
         ::fchmod(descriptor, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH) == 0;
-    return ::close(descriptor) == 0 && written;
+    if (::close(descriptor) == 0 && written) {
+        return true;
+    }
+    // Half a file would count as a whole one.
+    ::unlink(path.c_str());
+    return false;
 }
 
 bool LinuxSystemChanges::remove(const fs::path& path) {

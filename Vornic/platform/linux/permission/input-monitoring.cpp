@@ -4,6 +4,8 @@
 #include "Vornic/platform/linux/permission/InputMonitoringSwitch.h"
 #include "Vornic/platform/linux/permission/LinuxSystemChanges.h"
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -15,6 +17,8 @@ int main(int argc, char** argv) {
         std::fputs("usage: vornic-input-monitoring enable|disable\n", stderr);
         return 2;
     }
+    // The caller's would come along: the folder is to be writable by none but root, and readable.
+    ::umask(S_IWGRP | S_IWOTH);
     vornic::LinuxSystemChanges changes;
     vornic::InputMonitoringSwitch monitoring(changes);
     const std::string problem = word == "enable" ? monitoring.enable() : monitoring.disable();

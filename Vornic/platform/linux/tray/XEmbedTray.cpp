@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace vornic {
 
@@ -45,24 +46,34 @@ QImage scaled(const TrayIcon::Picture& picture, int side) {
 
 } // namespace
 
-XEmbedTray::XEmbedTray(const std::string& display) : connection_(display) {
-    if (!connection_.alive()) {
+XEmbedTray::XEmbedTray(std::string display) : display_(std::move(display)) {}
+
+void XEmbedTray::connectToServer() {
+    connection_.emplace(display_);
+    if (!connection_->alive()) {
         return;
     }
     // A tray that starts says so to the root window.
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &events);
-    xcb_flush(connection_.get());
+    xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK,
+                                 &events);
+    xcb_flush(connection_->get());
     readable_ =
-        std::make_unique<QSocketNotifier>(connection_.fileDescriptor(), QSocketNotifier::Read);
+        std::make_unique<QSocketNotifier>(connection_->fileDescriptor(), QSocketNotifier::Read);
     connect(readable_.get(), &QSocketNotifier::activated, this, [this] { dispatch(); });
 }
 
 void XEmbedTray::setWanted(bool wanted) {
-    if (wanted == wanted_ || !connection_.alive()) {
+    if (wanted == wanted_) {
         return;
     }
     wanted_ = wanted;
+    if (!connection_) {
+        connectToServer();
+    }
+    if (!connection_->alive()) {
+        return;
+    }
     if (wanted_) {
         findTray();
     } else {
@@ -84,13 +95,16 @@ void XEmbedTray::show(const Picture& picture, const std::string& line) {
 }
 
 void XEmbedTray::dispatch() {
-    if (!connection_.alive()) {
+    if (!connection_) {
+        return;
+    }
+    if (!connection_->alive()) {
         readable_.reset();
         setDocked(false);
         return;
     }
-    connection_.forEachEvent([this](const xcb_generic_event_t& event) { handle(event); });
-    xcb_flush(connection_.get());
+    connection_->forEachEvent([this](const xcb_generic_event_t& event) { handle(event); });
+    xcb_flush(connection_->get());
 }
 
 void XEmbedTray::handle(const xcb_generic_event_t& event) {
@@ -117,7 +131,7 @@ void XEmbedTray::handle(const xcb_generic_event_t& event) {
     case XCB_REPARENT_NOTIFY: {
         const auto& moved = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
         if (moved.window == window_) {
-            setDocked(moved.parent != connection_.root());
+            setDocked(moved.parent != connection_->root());
         }
         break;
     }
@@ -134,7 +148,10 @@ void XEmbedTray::handle(const xcb_generic_event_t& event) {
         break;
     case XCB_BUTTON_PRESS: {
         const auto& press = reinterpret_cast<const xcb_button_press_event_t&>(event);
-        onActivate(press.root_x, press.root_y);
+        // The wheel comes as further buttons.
+        if (press.detail <= 3) {
+            onActivate(press.root_x, press.root_y);
+        }
         break;
     }
     default:
@@ -143,7 +160,7 @@ void XEmbedTray::handle(const xcb_generic_event_t& event) {
 }
 
 void XEmbedTray::findTray() {
-    xcb_connection_t* const x = connection_.get();
+    xcb_connection_t* const x = connection_->get();
     const X11Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         x, xcb_get_selection_owner(x, atom("_NET_SYSTEM_TRAY_S0")), nullptr));
     tray_ = owner ? owner->owner : static_cast<xcb_window_t>(XCB_NONE);
@@ -165,26 +182,26 @@ void XEmbedTray::dock() {
     message.data.data32[0] = XCB_CURRENT_TIME;
     message.data.data32[1] = requestDock;
     message.data.data32[2] = window_;
-    xcb_send_event(connection_.get(), 0, tray_, XCB_EVENT_MASK_NO_EVENT,
+    xcb_send_event(connection_->get(), 0, tray_, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&message));
-    xcb_flush(connection_.get());
+    xcb_flush(connection_->get());
 }
 
 void XEmbedTray::makeWindow() {
-    xcb_connection_t* const x = connection_.get();
-    const TrayVisual visual = trayVisual(connection_, tray_, atom("_NET_SYSTEM_TRAY_VISUAL"));
+    xcb_connection_t* const x = connection_->get();
+    const TrayVisual visual = trayVisual(*connection_, tray_, atom("_NET_SYSTEM_TRAY_VISUAL"));
     depth_ = visual.depth;
     side_ = firstSide;
     window_ = xcb_generate_id(x);
     colours_ = xcb_generate_id(x);
-    xcb_create_colormap(x, XCB_COLORMAP_ALLOC_NONE, colours_, connection_.root(), visual.id);
+    xcb_create_colormap(x, XCB_COLORMAP_ALLOC_NONE, colours_, connection_->root(), visual.id);
     // A ground of its own where it may be clear; else what the tray shows behind it.
     const bool clear = depth_ == 32;
     const std::array<std::uint32_t, 4> values{
         clear ? 0U : static_cast<std::uint32_t>(XCB_BACK_PIXMAP_PARENT_RELATIVE), 0,
         XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS,
         colours_};
-    xcb_create_window(x, depth_, window_, connection_.root(), 0, 0, firstSide, firstSide, 0,
+    xcb_create_window(x, depth_, window_, connection_->root(), 0, 0, firstSide, firstSide, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, visual.id,
                       (clear ? XCB_CW_BACK_PIXEL : XCB_CW_BACK_PIXMAP) | XCB_CW_BORDER_PIXEL |
                           XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
@@ -204,16 +221,16 @@ void XEmbedTray::makeWindow() {
 
 void XEmbedTray::name() {
     if (window_ != XCB_NONE) {
-        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_, atom("_NET_WM_NAME"),
-                            atom("UTF8_STRING"), 8, static_cast<std::uint32_t>(line_.size()),
-                            line_.data());
+        xcb_change_property(connection_->get(), XCB_PROP_MODE_REPLACE, window_,
+                            atom("_NET_WM_NAME"), atom("UTF8_STRING"), 8,
+                            static_cast<std::uint32_t>(line_.size()), line_.data());
     }
 }
 
 void XEmbedTray::leave() {
     if (window_ != XCB_NONE) {
-        xcb_destroy_window(connection_.get(), window_);
-        xcb_free_colormap(connection_.get(), colours_);
+        xcb_destroy_window(connection_->get(), window_);
+        xcb_free_colormap(connection_->get(), colours_);
         window_ = XCB_NONE;
     }
     setDocked(false);
@@ -230,7 +247,7 @@ void XEmbedTray::draw() {
     if (!docked_ || window_ == XCB_NONE || picture_.size == 0 || side_ <= 0) {
         return;
     }
-    xcb_connection_t* const x = connection_.get();
+    xcb_connection_t* const x = connection_->get();
     const auto side = static_cast<std::uint16_t>(side_);
     QImage image = scaled(picture_, side_);
     xcb_clear_area(x, 0, window_, 0, 0, 0, 0);
@@ -249,7 +266,7 @@ void XEmbedTray::draw() {
 }
 
 xcb_atom_t XEmbedTray::atom(const std::string& name) {
-    xcb_connection_t* const x = connection_.get();
+    xcb_connection_t* const x = connection_->get();
     const X11Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vornic {
@@ -15,8 +16,9 @@ namespace vornic {
 /// whenever a tray appears. Main thread, with an event loop.
 class XEmbedTray final : public QObject, public TrayIcon {
   public:
-    /// On `display`, or $DISPLAY if that is empty. Without an X server it never shows.
-    explicit XEmbedTray(const std::string& display = {});
+    /// On `display`, or $DISPLAY if that is empty. Without an X server it never shows; it is not
+    /// asked for before the icon is wanted.
+    explicit XEmbedTray(std::string display = {});
 
     /// Whether to be in the tray at all; not at first. Another tray may already show the icon.
     void setWanted(bool wanted);
@@ -25,6 +27,7 @@ class XEmbedTray final : public QObject, public TrayIcon {
     void show(const Picture& picture, const std::string& line) override;
 
   private:
+    void connectToServer();
     void dispatch();
     void handle(const xcb_generic_event_t& event);
     void findTray();
@@ -36,7 +39,8 @@ class XEmbedTray final : public QObject, public TrayIcon {
     void name();
     xcb_atom_t atom(const std::string& name);
 
-    X11Connection connection_;
+    std::string display_;
+    std::optional<X11Connection> connection_; // absent until the icon is wanted
     std::unique_ptr<QSocketNotifier> readable_;
     xcb_window_t tray_ = XCB_NONE;
     xcb_window_t window_ = XCB_NONE;
