@@ -143,7 +143,8 @@ TEST_F(RecordedKeysTest, playWhatTheMicrophoneHeard) {
         typer.settle();
         EXPECT_TRUE(loop.waitFor([&] { return model.keys().keysHeard() > keysBefore; }));
         EXPECT_EQ(model.sound().core().keysStarted(), voicesBefore);
-        // Where the graph skips a cycle on a loaded machine, a stroke is torn: then once more.
+        // About one recording in ten has not exactly four good strokes, also on an idle machine.
+        // Whether the graph drops a cycle or the capture does is not known yet: then once more.
         const auto hearsAll = [&] {
             return playAloud(folder / "typing.wav") == 0 &&
                    loop.waitFor([&] { return model.recorder().live().good == 4; });
