@@ -1,0 +1,1 @@
+// Stands for a source where only its precompiled headers are wanted.
