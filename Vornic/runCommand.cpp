@@ -4,10 +4,10 @@
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "Vornic/library/AppFolders.h"
-#include "Vornic/platform/linux/dbus/control/DBusRunningCopy.h"
-#include "Vornic/platform/linux/system/AutostartEntry.h"
-#include "Vornic/platform/linux/system/ProgramPath.h"
-#include "Vornic/recorder/DecoderProcess.h"
+#include "Vornic/linux/desktop/AutostartEntry.h"
+#include "Vornic/linux/desktop/DBusRunningCopy.h"
+#include "Vornic/linux/desktop/ProgramPath.h"
+#include "Vornic/recording/DecoderProcess.h"
 #include "Vornic/runDoctor.h"
 
 #include <cstdio>

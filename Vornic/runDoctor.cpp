@@ -1,14 +1,14 @@
 #include "Vornic/runDoctor.h"
 
 #include "Vornic/commands/DoctorReport.h"
-#include "Vornic/platform/linux/dbus/DesktopServices.h"
-#include "Vornic/platform/linux/permission/InputMonitoringFiles.h"
-#include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
-#include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
-#include "Vornic/platform/linux/system/MonotonicClock.h"
-#include "Vornic/platform/qt/QtScheduler.h"
+#include "Vornic/linux/desktop/DesktopServices.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/permission/InputMonitoringFiles.h"
+#include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
+#include "Vornic/linux/sound/PipeWireOutput.h"
+#include "Vornic/qt/QtScheduler.h"
 #include "Vornic/runKeys.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include <algorithm>
 #include <chrono>

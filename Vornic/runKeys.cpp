@@ -1,12 +1,12 @@
 #include "Vornic/runKeys.h"
 
-#include "Vornic/platform/linux/dbus/GlobalShortcut.h"
-#include "Vornic/platform/linux/evdev/EvdevKeyTap.h"
-#include "Vornic/platform/linux/evdev/KeyGrant.h"
-#include "Vornic/platform/linux/evdev/ReadHotKey.h"
-#include "Vornic/platform/linux/evdev/UdevInputDevices.h"
-#include "Vornic/platform/linux/x11/X11HotKey.h"
-#include "Vornic/platform/linux/x11/X11KeyTap.h"
+#include "Vornic/linux/hotkey/GlobalShortcut.h"
+#include "Vornic/linux/hotkey/ReadHotKey.h"
+#include "Vornic/linux/hotkey/X11HotKey.h"
+#include "Vornic/linux/keys/EvdevKeyTap.h"
+#include "Vornic/linux/keys/UdevInputDevices.h"
+#include "Vornic/linux/keys/X11KeyTap.h"
+#include "Vornic/linux/permission/KeyGrant.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Vornic/platform/Clock.h"
-#include "Vornic/platform/HotKey.h"
-#include "Vornic/platform/KeySource.h"
-#include "Vornic/platform/KeyTap.h"
+#include "Vornic/ports/Clock.h"
+#include "Vornic/ports/HotKey.h"
+#include "Vornic/ports/KeyTap.h"
+#include "Vornic/typing/KeySource.h"
 
 #include <memory>
 

@@ -1,9 +1,9 @@
 #include "Vornic/runSelfTest.h"
 
 #include "Vornic/library/AppFolders.h"
-#include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
-#include "Vornic/platform/qt/QuietKeys.h"
-#include "Vornic/recorder/Recorder.h"
+#include "Vornic/linux/microphone/PipeWireMicrophone.h"
+#include "Vornic/qt/QuietKeys.h"
+#include "Vornic/recording/Recorder.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Vornic/commands/CommandLine.h"
-#include "Vornic/diagnostics/SelfTest.h"
+#include "Vornic/selftest/SelfTest.h"
 
 #include <memory>
 

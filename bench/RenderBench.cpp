@@ -3,9 +3,9 @@
 // on the wall, for the full board on two cores; it can only be kept on a machine that does little
 // else.
 
-#include "Vornic/rendering/BoardJobs.h"
-#include "Vornic/rendering/BuildBoard.h"
 #include "VornicCore/dsp/DSP.h"
+#include "VornicCore/render/BoardJobs.h"
+#include "VornicCore/render/BuildBoard.h"
 #include "VornicCore/render/FinishStroke.h"
 #include "VornicCore/render/LaneRenderer.h"
 #include "VornicCore/render/LayerMix.h"

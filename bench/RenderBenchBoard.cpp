@@ -1,7 +1,7 @@
 #include "bench/RenderBenchBoard.h"
 
+#include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/render/PartSamples.h"
-#include "VornicCore/sampler/SplitMix64.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VornicCore/board/Board.h"
-#include "VornicCore/render/SampleSource.h"
+#include "VornicCore/packs/SampleSource.h"
 
 #include <map>
 #include <optional>

@@ -1,9 +1,9 @@
 #include "bench/TypingMix.h"
 
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/dsp/Onset.h"
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/SoundPack.h"
-#include "VornicCore/sampler/SplitMix64.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include <algorithm>
 #include <cmath>

@@ -7,8 +7,8 @@
 // All are measured alike: from just before the X server is handed the key until the onset's frame
 // in the graph's own time. It ends with the first key after 35 s of silence.
 
-#include "Vornic/platform/linux/system/MonotonicClock.h"
-#include "VornicCore/sampler/SplitMix64.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "VornicCore/base/SplitMix64.h"
 #include "bench/StudioDrag.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/KeyTyper.h"

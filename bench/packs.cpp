@@ -3,8 +3,8 @@
 //
 //   bench_packs [TARGETS] [--all]     --all prints every feature, not only those beyond one
 
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include "packs/analysis/Distances.h"
 #include "packs/analysis/Targets.h"

@@ -4,12 +4,12 @@
 //
 //   bench_slicer [SEED]
 
-#include "VornicCore/recordings/Slicer.h"
+#include "VornicCore/strokes/Slicer.h"
 
 #include "bench/Contest.h"
 #include "bench/OnsetScore.h"
 #include "bench/TypingMix.h"
-#include "tests/VornicCore/recordings/PlainSlicer.h"
+#include "tests/VornicCore/strokes/PlainSlicer.h"
 #ifdef VORNIC_BENCH_AUBIO
 #include "bench/AubioOnsets.h"
 #endif

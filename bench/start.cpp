@@ -6,7 +6,7 @@
 // The first round has no settings yet, as at the very first start. A round counts from just before
 // the process is made until the onset's frame in the graph's own time.
 
-#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/SinkCapture.h"

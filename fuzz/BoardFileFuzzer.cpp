@@ -1,5 +1,5 @@
+#include "VornicCore/board/BoardFile.h"
 #include "VornicCore/realtime/Fatal.h"
-#include "VornicCore/recordings/BoardFile.h"
 
 #include "fuzz/JsonMutator.h"
 

@@ -1,4 +1,4 @@
-#include "VornicCore/board/json/BoardJson.h"
+#include "VornicCore/board/BoardJson.h"
 #include "VornicCore/realtime/Fatal.h"
 
 #include <cstddef>

@@ -4,8 +4,8 @@
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/BoardTransfer.h"
-#include "VornicCore/board/ReadableText.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/base/ReadableText.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include <nlohmann/json.hpp>
 

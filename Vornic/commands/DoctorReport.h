@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Vornic/platform/KeySource.h"
-#include "Vornic/platform/KeyTap.h"
+#include "Vornic/ports/KeyTap.h"
+#include "Vornic/typing/KeySource.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/keystroke/KeyEvent.h"
+#include "Vornic/typing/KeyEvent.h"
 
 #include <stdexcept>
 #include <string>

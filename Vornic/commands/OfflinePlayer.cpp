@@ -1,9 +1,9 @@
 #include "Vornic/commands/OfflinePlayer.h"
 
-#include "Vornic/audio/SoundEngine.h"
-#include "Vornic/keystroke/DeskReflection.h"
-#include "Vornic/keystroke/KeystrokeDriver.h"
-#include "Vornic/platform/Clock.h"
+#include "Vornic/ports/Clock.h"
+#include "Vornic/sound/DeskReflection.h"
+#include "Vornic/sound/SoundEngine.h"
+#include "Vornic/typing/KeystrokeDriver.h"
 
 #include <stdexcept>
 #include <utility>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Vornic/keystroke/KeyEvent.h"
-#include "Vornic/keystroke/PlaySettings.h"
-#include "Vornic/platform/file/FileOutput.h"
+#include "Vornic/commands/FileOutput.h"
+#include "Vornic/typing/KeyEvent.h"
+#include "Vornic/typing/PlaySettings.h"
 #include "VornicCore/sampler/VoiceBank.h"
 
 #include <cstdint>

@@ -1,10 +1,10 @@
 #include "Vornic/commands/SliceCommand.h"
 
-#include "Vornic/library/ImportSession.h"
-#include "Vornic/recorder/ReadRecording.h"
-#include "VornicCore/dsp/SampleRate.h"
-#include "VornicCore/recordings/Slicer.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "Vornic/recording/ImportSession.h"
+#include "Vornic/recording/ReadRecording.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/base/SampleRate.h"
+#include "VornicCore/strokes/Slicer.h"
 
 #include <nlohmann/json.hpp>
 

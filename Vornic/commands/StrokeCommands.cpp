@@ -1,9 +1,9 @@
 #include "Vornic/commands/StrokeCommands.h"
 
 #include "Vornic/library/BoardChoice.h"
-#include "Vornic/rendering/BuildBoard.h"
-#include "VornicCore/board/ReadableText.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/base/ReadableText.h"
+#include "VornicCore/render/BuildBoard.h"
 #include "VornicCore/sampler/VoiceBank.h"
 
 #include <nlohmann/json.hpp>

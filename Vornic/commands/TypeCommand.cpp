@@ -5,7 +5,7 @@
 #include "Vornic/commands/TypedText.h"
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/TextFile.h"
-#include "Vornic/rendering/RenderService.h"
+#include "Vornic/sound/RenderService.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #include "Vornic/commands/TypedText.h"
 
+#include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/keys/KeyLayout.h"
-#include "VornicCore/sampler/SplitMix64.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 //   vornic-decode FILE
 
 #include "Vornic/decode/AvFile.h"
-#include "Vornic/recorder/DecodedHeader.h"
+#include "Vornic/recording/DecodedHeader.h"
 
 #include <sys/resource.h>
 

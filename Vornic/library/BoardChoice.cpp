@@ -2,10 +2,10 @@
 
 #include "Vornic/library/BoardTransfer.h"
 #include "Vornic/library/TextFile.h"
-#include "VornicCore/board/ReadableText.h"
-#include "VornicCore/board/json/BoardJson.h"
-#include "VornicCore/board/json/JsonError.h"
-#include "VornicCore/recordings/BoardFile.h"
+#include "VornicCore/base/JsonError.h"
+#include "VornicCore/base/ReadableText.h"
+#include "VornicCore/board/BoardFile.h"
+#include "VornicCore/board/BoardJson.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,10 +1,10 @@
 #include "Vornic/library/BoardStore.h"
 
 #include "Vornic/library/TextFile.h"
-#include "VornicCore/board/Uuid.h"
-#include "VornicCore/board/json/BoardJson.h"
-#include "VornicCore/recordings/BuiltInBoards.h"
-#include "VornicCore/recordings/ReplaceFile.h"
+#include "VornicCore/base/ReplaceFile.h"
+#include "VornicCore/base/Uuid.h"
+#include "VornicCore/board/BoardJson.h"
+#include "VornicCore/board/BuiltInBoards.h"
 
 #include <algorithm>
 #include <iterator>

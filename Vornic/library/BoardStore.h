@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VornicCore/board/Board.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include <filesystem>
 #include <optional>

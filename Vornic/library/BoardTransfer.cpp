@@ -1,8 +1,8 @@
 #include "Vornic/library/BoardTransfer.h"
 
 #include "Vornic/library/TextFile.h"
-#include "VornicCore/board/ReadableText.h"
-#include "VornicCore/recordings/ReplaceFile.h"
+#include "VornicCore/base/ReadableText.h"
+#include "VornicCore/base/ReplaceFile.h"
 
 #include <algorithm>
 #include <functional>

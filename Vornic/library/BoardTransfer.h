@@ -3,7 +3,7 @@
 #include "Vornic/library/BoardStore.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "VornicCore/board/Board.h"
-#include "VornicCore/recordings/BoardFile.h"
+#include "VornicCore/board/BoardFile.h"
 
 #include <cstddef>
 #include <filesystem>

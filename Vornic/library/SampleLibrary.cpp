@@ -1,7 +1,7 @@
 #include "Vornic/library/SampleLibrary.h"
 
-#include "VornicCore/board/Uuid.h"
-#include "VornicCore/recordings/LoadAudio.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/base/Uuid.h"
 #include "VornicCore/render/PartSamples.h"
 
 #include <algorithm>

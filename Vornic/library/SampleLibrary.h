@@ -2,8 +2,8 @@
 
 #include "Vornic/library/SampleInfo.h"
 #include "Vornic/library/UserSampleFolder.h"
-#include "VornicCore/recordings/SoundPack.h"
-#include "VornicCore/render/SampleSource.h"
+#include "VornicCore/packs/SampleSource.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include <filesystem>
 #include <functional>

@@ -2,9 +2,9 @@
 
 #include "Vornic/library/FolderLock.h"
 #include "Vornic/library/TextFile.h"
-#include "VornicCore/board/json/JsonCodec.h"
-#include "VornicCore/recordings/ReplaceFile.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/base/JsonCodec.h"
+#include "VornicCore/base/ReplaceFile.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Vornic/model/AppModel.h"
-#include "Vornic/platform/TrayIcon.h"
+#include "Vornic/app/AppModel.h"
+#include "Vornic/ports/TrayIcon.h"
 #include "Vornic/views/Views.h"
 
 #include <QObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/TrayIcon.h"
+#include "Vornic/ports/TrayIcon.h"
 
 #include <QString>
 

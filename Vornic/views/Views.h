@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/model/AppModel.h"
+#include "Vornic/app/AppModel.h"
 #include "Vornic/views/BoardDrop.h"
 #include "Vornic/views/adapters/ModelAdapter.h"
 #include "Vornic/views/adapters/PermissionAdapter.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "VornicCore/board/Uuid.h"
-#include "VornicCore/keys/CaseNames.h"
+#include "VornicCore/base/CaseNames.h"
+#include "VornicCore/base/Uuid.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "VornicCore/base/CaseNames.h"
 #include "VornicCore/effects/Room.h"
-#include "VornicCore/keys/CaseNames.h"
 
 #include <array>
 #include <cstdint>

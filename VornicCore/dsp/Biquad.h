@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/dsp/SampleRate.h"
+#include "VornicCore/base/SampleRate.h"
 
 #include <complex>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "VornicCore/dsp/Body.h"
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Decibels.h"
 #include "VornicCore/dsp/Peak.h"
-#include "VornicCore/dsp/SampleRate.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,6 +4,7 @@
 /// float samples at DSP::sampleRate. They never fail: parameters out of range are moved into it,
 /// and input that nothing can be done with comes back unchanged. They may run on any thread.
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Biquad.h"
 #include "VornicCore/dsp/Body.h"
 #include "VornicCore/dsp/Damping.h"
@@ -11,7 +12,6 @@
 #include "VornicCore/dsp/Level.h"
 #include "VornicCore/dsp/Onset.h"
 #include "VornicCore/dsp/Resample.h"
-#include "VornicCore/dsp/SampleRate.h"
 #include "VornicCore/dsp/Tone.h"
 #include "VornicCore/dsp/Transient.h"
 #include "VornicCore/dsp/TrimTail.h"

@@ -1,6 +1,6 @@
 #include "VornicCore/dsp/Damping.h"
 
-#include "VornicCore/dsp/SampleRate.h"
+#include "VornicCore/base/SampleRate.h"
 
 #include <algorithm>
 #include <cmath>

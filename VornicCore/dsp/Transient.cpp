@@ -1,7 +1,7 @@
 #include "VornicCore/dsp/Transient.h"
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/SampleRate.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/keys/CaseNames.h"
+#include "VornicCore/base/CaseNames.h"
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "VornicCore/render/JobLimits.h"
 
-#include "VornicCore/board/ReadableText.h"
+#include "VornicCore/base/ReadableText.h"
 
 #include <algorithm>
 #include <array>

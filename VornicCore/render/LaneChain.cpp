@@ -1,9 +1,9 @@
 #include "VornicCore/render/LaneChain.h"
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Biquad.h"
 #include "VornicCore/dsp/Body.h"
 #include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/SampleRate.h"
 #include "VornicCore/dsp/Tone.h"
 #include "VornicCore/realtime/IntegerPart.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "VornicCore/packs/SampleSource.h"
 #include "VornicCore/render/LaneKernels.h"
 #include "VornicCore/render/RenderJob.h"
 #include "VornicCore/render/Renderer.h"
-#include "VornicCore/render/SampleSource.h"
 #include "VornicCore/sampler/Velocity.h"
 
 #include <cstdint>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "VornicCore/packs/SampleSource.h"
 #include "VornicCore/render/EffectiveStroke.h"
 #include "VornicCore/render/LaneChain.h"
 #include "VornicCore/render/LaneKernels.h"
 #include "VornicCore/render/LayerMix.h"
-#include "VornicCore/render/SampleSource.h"
 #include "VornicCore/render/StrokeVariation.h"
 #include "VornicCore/sampler/Velocity.h"
 

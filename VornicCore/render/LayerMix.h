@@ -1,8 +1,8 @@
 #pragma once
 
 #include "VornicCore/board/LayerSpec.h"
+#include "VornicCore/packs/SampleSource.h"
 #include "VornicCore/render/LaneKernels.h"
-#include "VornicCore/render/SampleSource.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "VornicCore/render/PartSamples.h"
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Biquad.h"
 #include "VornicCore/dsp/Peak.h"
-#include "VornicCore/dsp/SampleRate.h"
 #include "VornicCore/realtime/IntegerPart.h"
 
 #include <algorithm>

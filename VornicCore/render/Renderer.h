@@ -1,8 +1,8 @@
 #pragma once
 
+#include "VornicCore/packs/SampleSource.h"
 #include "VornicCore/render/EffectiveStroke.h"
 #include "VornicCore/render/RenderJob.h"
-#include "VornicCore/render/SampleSource.h"
 #include "VornicCore/sampler/Velocity.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "packs/model/Draws.h"
 
-#include "VornicCore/sampler/SplitMix64.h"
+#include "VornicCore/base/SplitMix64.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "packs/model/StrokeModel.h"
 
-#include "VornicCore/sampler/SplitMix64.h"
+#include "VornicCore/base/SplitMix64.h"
 
 #include "packs/model/Draws.h"
 #include "packs/model/Hits.h"

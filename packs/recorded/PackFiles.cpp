@@ -1,7 +1,7 @@
 #include "packs/recorded/PackFiles.h"
 
-#include "VornicCore/recordings/ReplaceFile.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/base/ReplaceFile.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/recordings/Manifest.h"
+#include "VornicCore/packs/Manifest.h"
 
 #include <filesystem>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include "packs/recorded/StrokeVariant.h"
 
+#include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/dsp/Biquad.h"
 #include "VornicCore/dsp/Resample.h"
-#include "VornicCore/sampler/SplitMix64.h"
 
 #include "packs/recorded/StrokeShape.h"
 

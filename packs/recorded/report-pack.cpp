@@ -1,8 +1,8 @@
 // Prints figures of a sound pack's recordings, class by class and file by file, so that outliers
 // show without listening.
 
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include "packs/recorded/StrokeShape.h"
 

@@ -1,6 +1,6 @@
 // Boards change under the typing hands: no key is lost, no voice is cut.
 
-#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/ProgramFixture.h"
 #include "tests/live/SinkCapture.h"

@@ -1,6 +1,6 @@
 // Whether a microphone is in use, told by a real sound server while real programs record.
 
-#include "Vornic/platform/linux/pipewire/PipeWireMicrophoneUse.h"
+#include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/PrivateSoundServer.h"
 #include "tests/live/SinkCapture.h"

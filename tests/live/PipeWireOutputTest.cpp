@@ -1,4 +1,4 @@
-#include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
+#include "Vornic/linux/sound/PipeWireOutput.h"
 
 #include "tests/live/FakeSoundCard.h"
 #include "tests/live/PrivateSoundServer.h"

@@ -1,8 +1,8 @@
 // The whole program on a real display and a real sound server: keys go in through the X server,
 // sound comes out of the sink.
 
-#include "Vornic/platform/linux/system/MonotonicClock.h"
-#include "VornicCore/sampler/SplitMix64.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "VornicCore/base/SplitMix64.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/ProgramFixture.h"
 #include "tests/live/SinkCapture.h"

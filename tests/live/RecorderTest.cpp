@@ -1,11 +1,11 @@
 // Recording through a real sound server, from a source that another program plays into.
 
-#include "Vornic/recorder/Recorder.h"
+#include "Vornic/recording/Recorder.h"
 
-#include "Vornic/platform/linux/pipewire/PipeWireMicrophone.h"
-#include "Vornic/platform/linux/system/MonotonicClock.h"
-#include "VornicCore/recordings/Slicer.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/microphone/PipeWireMicrophone.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/strokes/Slicer.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/PrivateSoundServer.h"
 #include "tests/support/ManualScheduler.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/linux/pipewire/PipeWireHandles.h"
+#include "Vornic/linux/soundserver/PipeWireHandles.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,7 +1,7 @@
-#include "Vornic/audio/SoundEngine.h"
+#include "Vornic/sound/SoundEngine.h"
 
-#include "Vornic/platform/linux/pipewire/PipeWireOutput.h"
-#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/sound/PipeWireOutput.h"
 #include "tests/live/PrivateSoundServer.h"
 #include "tests/live/SinkCapture.h"
 #include "tests/support/QueueScheduler.h"

@@ -1,6 +1,6 @@
-#include "Vornic/platform/linux/x11/X11HotKey.h"
+#include "Vornic/linux/hotkey/X11HotKey.h"
 
-#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/PrivateXServer.h"
 #include "tests/support/WaitFor.h"

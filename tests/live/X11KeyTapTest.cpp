@@ -1,8 +1,8 @@
-#include "Vornic/platform/linux/x11/X11KeyTap.h"
+#include "Vornic/linux/keys/X11KeyTap.h"
 
-#include "Vornic/keystroke/KeyThread.h"
-#include "Vornic/platform/linux/system/MonotonicClock.h"
-#include "Vornic/platform/linux/x11/X11HotKey.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/hotkey/X11HotKey.h"
+#include "Vornic/typing/KeyThread.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/PrivateXServer.h"
 #include "tests/support/WaitFor.h"

@@ -1,7 +1,7 @@
 // The built-in boards beside each other, as a user hears them who tries one after the other.
 
 #include "Vornic/commands/TypeCommand.h"
-#include "VornicCore/recordings/LoadAudio.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
 #include "tests/support/Required.h"
 #include "tests/support/ScratchFolder.h"
 

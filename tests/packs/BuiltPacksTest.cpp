@@ -1,7 +1,7 @@
 // The packs as the build made them.
 
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/packs/SoundPack.h"
 #include "tests/support/Required.h"
 
 #include "packs/recorded/StrokeShape.h"

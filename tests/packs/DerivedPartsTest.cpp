@@ -1,6 +1,6 @@
 // The click, the spring ping and the wire rattle that the library derives from the packs.
 
-#include "VornicCore/recordings/LoadAudio.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
 #include "VornicCore/render/PartSamples.h"
 #include "tests/support/Required.h"
 

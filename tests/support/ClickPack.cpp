@@ -1,6 +1,6 @@
 #include "tests/support/ClickPack.h"
 
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
 
 #include <cmath>
 #include <fstream>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/MicrophoneInput.h"
+#include "Vornic/ports/MicrophoneInput.h"
 
 #include <functional>
 #include <optional>

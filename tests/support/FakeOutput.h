@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/AudioOutput.h"
+#include "Vornic/ports/AudioOutput.h"
 
 #include <atomic>
 #include <cstdint>

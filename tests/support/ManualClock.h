@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/Clock.h"
+#include "Vornic/ports/Clock.h"
 
 #include <atomic>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/Scheduler.h"
+#include "Vornic/ports/Scheduler.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/model/AppModel.h"
+#include "Vornic/app/AppModel.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/FakeMicrophone.h"
 #include "tests/support/FakeOutput.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/sampler/SplitMix64.h"
+#include "VornicCore/base/SplitMix64.h"
 
 #include <cmath>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/model/StudioState.h"
+#include "Vornic/app/StudioState.h"
 #include "VornicCore/board/Board.h"
 
 #include <cstdint>

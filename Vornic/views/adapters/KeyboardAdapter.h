@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/model/AppModel.h"
+#include "Vornic/app/AppModel.h"
 #include "Vornic/views/adapters/RowsModel.h"
 
 #include <QtQml/qqmlregistration.h>

@@ -1,8 +1,8 @@
 #include "Vornic/views/adapters/ModelAdapter.h"
 
-#include "Vornic/diagnostics/Diagnostics.h"
-#include "Vornic/diagnostics/LatencyHistogram.h"
-#include "Vornic/keystroke/PreviewPhrase.h"
+#include "Vornic/app/Diagnostics.h"
+#include "Vornic/app/LatencyHistogram.h"
+#include "Vornic/typing/PreviewPhrase.h"
 #include "Vornic/views/adapters/QmlText.h"
 #include "VornicCore/realtime/Latency.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Vornic/model/AppModel.h"
-#include "Vornic/platform/Autostart.h"
+#include "Vornic/app/AppModel.h"
+#include "Vornic/ports/Autostart.h"
 #include "Vornic/views/adapters/BoardListModel.h"
 
 #include <QtQml/qqmlregistration.h>

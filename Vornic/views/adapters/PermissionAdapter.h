@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/PermissionRequest.h"
+#include "Vornic/ports/PermissionRequest.h"
 
 #include <QtQml/qqmlregistration.h>
 

@@ -1,6 +1,6 @@
 #include "Vornic/views/adapters/PreviewAdapter.h"
 
-#include "Vornic/keystroke/PreviewPhrase.h"
+#include "Vornic/typing/PreviewPhrase.h"
 #include "Vornic/views/adapters/DrawnKey.h"
 #include "VornicCore/keys/KeyboardLayout.h"
 

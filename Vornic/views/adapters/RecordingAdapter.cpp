@@ -1,9 +1,9 @@
 #include "Vornic/views/adapters/RecordingAdapter.h"
 
 #include "Vornic/views/adapters/QmlText.h"
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Peak.h"
-#include "VornicCore/dsp/SampleRate.h"
-#include "VornicCore/recordings/Slicer.h"
+#include "VornicCore/strokes/Slicer.h"
 
 #include <QFileInfo>
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Vornic/library/SampleInfo.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/packs/SoundPack.h"
 
 #include <QVariantList>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "Vornic/views/adapters/SoundEdit.h"
 
-#include "Vornic/model/EditedSound.h"
+#include "Vornic/app/EditedSound.h"
 
 #include <algorithm>
 

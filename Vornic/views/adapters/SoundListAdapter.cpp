@@ -1,6 +1,6 @@
 #include "Vornic/views/adapters/SoundListAdapter.h"
 
-#include "VornicCore/board/Uuid.h"
+#include "VornicCore/base/Uuid.h"
 #include "VornicCore/keys/KeyboardLayout.h"
 
 #include <algorithm>

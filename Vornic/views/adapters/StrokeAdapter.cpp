@@ -2,7 +2,7 @@
 
 #include "Vornic/views/adapters/SoundEdit.h"
 #include "Vornic/views/adapters/StrokePicture.h"
-#include "VornicCore/dsp/SampleRate.h"
+#include "VornicCore/base/SampleRate.h"
 
 #include <algorithm>
 #include <cstddef>

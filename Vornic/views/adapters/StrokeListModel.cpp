@@ -1,7 +1,7 @@
 #include "Vornic/views/adapters/StrokeListModel.h"
 
-#include "Vornic/library/ImportSession.h"
-#include "VornicCore/dsp/SampleRate.h"
+#include "Vornic/recording/ImportSession.h"
+#include "VornicCore/base/SampleRate.h"
 
 #include <algorithm>
 #include <cstdint>

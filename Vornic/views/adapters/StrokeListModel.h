@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/recordings/StrokeCuts.h"
+#include "VornicCore/strokes/StrokeCuts.h"
 
 #include <QAbstractListModel>
 #include <QVariantList>

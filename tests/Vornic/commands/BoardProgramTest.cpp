@@ -1,10 +1,10 @@
 // The commands about boards, in the real program.
 
 #include "Vornic/library/SampleLibrary.h"
-#include "Vornic/rendering/BuildBoard.h"
-#include "VornicCore/board/json/BoardJson.h"
-#include "VornicCore/recordings/BoardFile.h"
-#include "VornicCore/recordings/BuiltInBoards.h"
+#include "VornicCore/board/BoardFile.h"
+#include "VornicCore/board/BoardJson.h"
+#include "VornicCore/board/BuiltInBoards.h"
+#include "VornicCore/render/BuildBoard.h"
 #include "VornicCore/sampler/VoiceBank.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/support/ClickPack.h"

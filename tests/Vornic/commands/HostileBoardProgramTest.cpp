@@ -1,8 +1,8 @@
 // Boards that somebody made to do harm, in the real program: it says which field is wrong, and
 // neither crashes nor hangs nor fills the memory.
 
-#include "VornicCore/board/json/BoardJson.h"
-#include "VornicCore/recordings/BuiltInBoards.h"
+#include "VornicCore/board/BoardJson.h"
+#include "VornicCore/board/BuiltInBoards.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"

@@ -1,9 +1,9 @@
 #include "Vornic/commands/SliceCommand.h"
 
 #include "Vornic/commands/CommandLine.h"
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/Slicer.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/strokes/Slicer.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/TypingNoise.h"
 

@@ -1,7 +1,7 @@
 #include "Vornic/library/BoardChoice.h"
 
 #include "Vornic/library/BoardTransfer.h"
-#include "VornicCore/board/json/BoardJson.h"
+#include "VornicCore/board/BoardJson.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"
 

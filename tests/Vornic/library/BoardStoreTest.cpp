@@ -1,6 +1,6 @@
 #include "Vornic/library/BoardStore.h"
 
-#include "VornicCore/board/json/BoardJson.h"
+#include "VornicCore/board/BoardJson.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/SmallDisk.h"

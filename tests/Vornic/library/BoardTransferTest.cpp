@@ -1,6 +1,6 @@
 #include "Vornic/library/BoardTransfer.h"
 
-#include "VornicCore/board/json/BoardJson.h"
+#include "VornicCore/board/BoardJson.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"
 

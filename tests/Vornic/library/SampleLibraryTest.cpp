@@ -1,6 +1,6 @@
 #include "Vornic/library/SampleLibrary.h"
 
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
 #include "tests/support/Required.h"
 #include "tests/support/ScratchFolder.h"
 

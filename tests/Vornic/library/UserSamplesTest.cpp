@@ -1,5 +1,5 @@
 #include "Vornic/library/SampleLibrary.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/render/PartSamples.h"
 #include "tests/support/Required.h"
 #include "tests/support/ScratchFolder.h"

@@ -1,6 +1,6 @@
 #include "Vornic/views/adapters/RecordingAdapter.h"
 
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
 #include "tests/support/ModelFixture.h"
 #include "tests/support/TypingNoise.h"
 

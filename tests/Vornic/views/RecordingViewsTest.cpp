@@ -2,7 +2,7 @@
 // With VORNIC_PICTURES set to a folder, pictures of them are left there.
 
 #include "Vornic/views/theme/ThemeObject.h"
-#include "VornicCore/recordings/WriteWav.h"
+#include "VornicCore/audiofiles/WriteWav.h"
 #include "tests/Vornic/views/ViewsFixture.h"
 #include "tests/support/TypingNoise.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/render/SampleSource.h"
+#include "VornicCore/packs/SampleSource.h"
 
 #include <map>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "VornicCore/render/StrokeVariation.h"
 
-#include "VornicCore/sampler/SplitMix64.h"
+#include "VornicCore/base/SplitMix64.h"
 
 #include <gtest/gtest.h>
 

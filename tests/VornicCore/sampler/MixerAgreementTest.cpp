@@ -1,6 +1,6 @@
+#include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/sampler/Avx2VoiceMixer.h"
 #include "VornicCore/sampler/SamplerCore.h"
-#include "VornicCore/sampler/SplitMix64.h"
 #include "VornicCore/sampler/VoiceSpan.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The desktop's own matching of the hot key, with a portal of the test's.
 
-#include "Vornic/platform/linux/dbus/GlobalShortcut.h"
+#include "Vornic/linux/hotkey/GlobalShortcut.h"
 
 #include "tests/live/QtLoop.h"
 #include "tests/live/dbus/FakePortal.h"

@@ -1,7 +1,7 @@
 // Passwords typed into a real dialog on the test's X server, told by the accessibility bus; and the
 // screen's lock, told by a screen saver and a login manager of the test's.
 
-#include "Vornic/platform/linux/dbus/LinuxSecureInput.h"
+#include "Vornic/linux/quiet/LinuxSecureInput.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/QtLoop.h"

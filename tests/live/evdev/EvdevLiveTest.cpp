@@ -1,8 +1,8 @@
 // Keyboards of the kernel as libevdev and libudev see them.
 
-#include "Vornic/platform/linux/evdev/EvdevKeyTap.h"
-#include "Vornic/platform/linux/evdev/UdevInputDevices.h"
-#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/keys/EvdevKeyTap.h"
+#include "Vornic/linux/keys/UdevInputDevices.h"
 #include "tests/live/evdev/MockKeyboards.h"
 #include "tests/support/WaitFor.h"
 

@@ -1,7 +1,7 @@
 // The whole program in a Wayland session without XWayland: Weston without a screen, and keyboards
 // of the kernel that exist only below libevdev and libudev.
 
-#include "Vornic/platform/linux/system/MonotonicClock.h"
+#include "Vornic/linux/desktop/MonotonicClock.h"
 #include "tests/live/ProgramFixture.h"
 #include "tests/live/TypedSound.h"
 #include "tests/live/evdev/MockKeyboards.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/platform/linux/x11/X11Connection.h"
+#include "Vornic/linux/x11/X11Connection.h"
 
 #include <QPoint>
 

@@ -1,6 +1,6 @@
 // The icon in a real tray of the older kind.
 
-#include "Vornic/platform/linux/tray/XEmbedTray.h"
+#include "Vornic/linux/tray/XEmbedTray.h"
 
 #include "tests/live/ChildProcess.h"
 #include "tests/live/QtLoop.h"

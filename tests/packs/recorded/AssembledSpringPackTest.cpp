@@ -1,10 +1,10 @@
 // The pack as the build made it from the installed recordings.
 
 #include "Vornic/library/SampleLibrary.h"
-#include "Vornic/rendering/RenderService.h"
-#include "VornicCore/recordings/BuiltInBoards.h"
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "Vornic/sound/RenderService.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/board/BuiltInBoards.h"
+#include "VornicCore/packs/SoundPack.h"
 #include "tests/support/Required.h"
 
 #include "packs/recorded/StrokeShape.h"

@@ -1,7 +1,7 @@
 #include "packs/recorded/SpringPack.h"
 
-#include "VornicCore/recordings/LoadAudio.h"
-#include "VornicCore/recordings/SoundPack.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/packs/SoundPack.h"
 #include "tests/packs/recorded/SyntheticStroke.h"
 #include "tests/support/Required.h"
 #include "tests/support/ScratchFolder.h"

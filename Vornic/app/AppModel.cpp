@@ -1,0 +1,279 @@
+#include "Vornic/app/AppModel.h"
+
+#include "Vornic/library/BoardChoice.h"
+#include "Vornic/library/BoardTransfer.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace vornic {
+
+using namespace std::chrono_literals;
+
+AppModel::AppModel(Platform platform, Options options)
+    : platform_(platform), options_(std::move(options)) {}
+
+AppModel::~AppModel() {
+    if (settingsFile_) {
+        if (const std::error_code error = settingsFile_->write()) {
+            platform_.log.warning("Couldn't save the settings: " + error.message());
+        }
+    }
+    platform_.microphone.onChange = [] {};
+    platform_.secureInput.onChange = [] {};
+}
+
+void AppModel::start() {
+    loadFiles();
+    chooseFirstBoard();
+    keys_ = std::make_unique<LiveKeys>(platform_.tap, platform_.hotKey, platform_.clock,
+                                       platform_.scheduler);
+    sound_ = std::make_unique<SoundEngine>(
+        platform_.output, platform_.clock,
+        [this](std::function<void()> work) { keys_->post(std::move(work)); });
+    sound_->setVolume(settings_.volume);
+    player_ = std::make_unique<BoardPlayer>(platform_.clock, platform_.scheduler, library_,
+                                            options_.builder);
+    makeRecorder();
+    connect();
+    refreshState();
+    applyStage();
+    boardChanged(BoardEditor::Change::selected);
+}
+
+void AppModel::loadFiles() {
+    settingsFile_ = std::make_unique<SettingsFile>(options_.settingsFile);
+    settings_ = settingsFile_->settings();
+    firstStart_ = settingsFile_->fresh();
+    settings_.volume = options_.volume.value_or(settings_.volume);
+    settings_.outputKind = options_.outputKind.value_or(settings_.outputKind);
+    options_.stage(settings_.stage);
+    packs_ = SoundPack::all(options_.packs);
+    library_ = std::make_shared<SampleLibrary>(
+        packs_, options_.samples, [this](const std::string& problem) {
+            platform_.scheduler.post([&log = platform_.log, problem] { log.warning(problem); });
+        });
+    store_ = std::make_unique<BoardStore>(packs_, options_.boards);
+    for (const auto& problems : {settingsFile_->problems(), store_->problems()}) {
+        for (const std::string& problem : problems) {
+            fail(problem);
+        }
+    }
+}
+
+void AppModel::chooseFirstBoard() {
+    editor_ = std::make_unique<BoardEditor>(*store_, platform_.clock, settings_.tweaks);
+    editor_->onError = [this](const std::string& message) { fail(message); };
+    const std::string wanted = options_.board.value_or(settings_.board);
+    if (!editor_->select(wanted)) {
+        try {
+            // A file, the default board, or the first one there is.
+            Board board = chooseBoard(options_.board, *store_, *library_);
+            if (options_.board) {
+                editor_->selectGuest(std::move(board));
+            } else {
+                editor_->select(board.id);
+            }
+        } catch (const std::runtime_error& problem) {
+            platform_.log.warning(problem.what());
+            const std::vector<Board> all = store_->all();
+            if (!all.empty()) {
+                editor_->select(all.front().id);
+            }
+        }
+    }
+    editor_->onChange = [this](BoardEditor::Change change) {
+        chosenByUser_ = true;
+        boardChanged(change);
+    };
+}
+
+void AppModel::connect() {
+    sound_->onOutputChange = [this] { refreshState(); };
+    player_->onPlay = [this](std::shared_ptr<const Board> board,
+                             std::shared_ptr<const VoiceBank> bank, double gain) {
+        ++renderRevision_;
+        playing_ = std::move(board);
+        playingGain_ = gain;
+        sound_->setBank(std::move(bank));
+        publish();
+        onChange();
+    };
+    player_->onMessage = [this](const std::string& line) { platform_.log.warning(line); };
+    keys_->onKeyDown = [this](std::int64_t keyCode) {
+        activity_.keyDown(keyCode, platform_.clock.seconds());
+        onActivity();
+    };
+    keys_->onKeyUp = [this](std::int64_t keyCode) {
+        activity_.keyUp(keyCode);
+        onActivity();
+    };
+    keys_->onHotKey = [this] { setSoundsOn(!soundsOn()); };
+    keys_->onTapState = [this](TapState state, const std::string& source) {
+        setTapState(state, source);
+    };
+    keys_->onProblem = [this](const std::string& problem) { platform_.log.warning(problem); };
+    keys_->start(*sound_);
+    for (auto* const pushed : {&platform_.microphone.onChange, &platform_.secureInput.onChange}) {
+        *pushed = [this] { refreshQuiet(); };
+    }
+    platform_.microphone.start();
+    platform_.secureInput.start();
+    timers_.push_back(platform_.scheduler.every(1000ms, [this] {
+        sound_->tick();
+        refreshState();
+    }));
+    timers_.push_back(platform_.scheduler.every(200ms, [this] {
+        if (activity_.refresh(platform_.clock.seconds())) {
+            onActivity();
+        }
+    }));
+}
+
+// Boards.
+
+bool AppModel::selectBoard(const std::string& id) {
+    return editor_->select(id);
+}
+
+bool AppModel::selectNeighbour(int places) {
+    if (boards_.empty()) {
+        return false;
+    }
+    const auto count = static_cast<std::ptrdiff_t>(boards_.size());
+    std::ptrdiff_t at = 0;
+    if (const Board* const current = board()) {
+        const auto found = std::ranges::find(boards_, current->id, &Board::id);
+        at = found == boards_.end() ? 0 : std::distance(boards_.begin(), found);
+    }
+    at = ((at + places) % count + count) % count;
+    return selectBoard(boards_[static_cast<std::size_t>(at)].id);
+}
+
+bool AppModel::exportBoard(const std::filesystem::path& to) {
+    return board() != nullptr && transfer([&] { vornic::exportBoard(*board(), *library_, to); });
+}
+
+bool AppModel::importBoard(const std::filesystem::path& from) {
+    return transfer([&] { selectBoard(vornic::importBoard(from, *store_, *library_).id); });
+}
+
+bool AppModel::previewBoard(const std::filesystem::path& from) {
+    return transfer([&] {
+        Preview fresh{from, openBoardFile(from, *library_)};
+        dropPreview();
+        preview_ = std::move(fresh);
+        ++previews_;
+        player_->tryOut(preview_->opened.board);
+        onChange();
+    });
+}
+
+bool AppModel::keepPreview() {
+    if (!preview_ || !importBoard(preview_->file)) {
+        return false;
+    }
+    dropPreview();
+    return true;
+}
+
+void AppModel::dropPreview() {
+    if (preview_) {
+        player_->endTrial();
+        if (board() == nullptr) {
+            // There is nothing to go back to.
+            playing_.reset();
+            publish();
+        }
+        for (const std::string& id : preview_->opened.samples) {
+            library_->removeUser(id);
+        }
+        preview_.reset();
+        ++previews_;
+        onChange();
+    }
+}
+
+bool AppModel::transfer(const std::function<void()>& work) {
+    try {
+        work();
+        return true;
+    } catch (const BoardTransferError& problem) {
+        platform_.log.warning(problem.whole());
+        showError(problem.what());
+        return false;
+    }
+}
+
+void AppModel::boardChanged(BoardEditor::Change change) {
+    boards_ = store_->all();
+    ++boardRevision_;
+    rememberBoard();
+    if (board() != nullptr) {
+        const bool selected = change == BoardEditor::Change::selected;
+        if (selected) {
+            player_->setReference(editor_->heardBoard());
+        } else {
+            player_->compare(false);
+        }
+        const bool atOnce = selected || change == BoardEditor::Change::stepped;
+        player_->render(editor_->heardBoard(),
+                        atOnce ? 0ms : (change == BoardEditor::Change::tweaked ? 120ms : 150ms));
+    } else {
+        playing_.reset();
+        publish();
+    }
+    onChange();
+}
+
+void AppModel::rememberBoard() {
+    // A board that the command line asked for counts for this run, until the user does something.
+    if (!chosenByUser_) {
+        return;
+    }
+    change([this](Settings& settings) {
+        settings.tweaks = editor_->allTweaks();
+        if (board() != nullptr && store_->board(board()->id) != nullptr) {
+            settings.board = board()->id;
+        }
+    });
+}
+
+void AppModel::setComparing(bool on) {
+    if (player_->comparing() != on) {
+        player_->compare(on);
+        onChange();
+    }
+}
+
+void AppModel::publish() {
+    auto settings = std::make_shared<PlaySettings>();
+    settings->board = playing_;
+    settings->gain = playingGain_;
+    settings->stage = stage();
+    settings->binaural = wantsBinaural(stage().placement, outputKind(), headphones());
+    settings->silenced = silence().has_value();
+    keys_->apply(std::move(settings));
+}
+
+void AppModel::fail(const std::string& message) {
+    platform_.log.warning(message);
+    showError(message);
+}
+
+void AppModel::showError(const std::string& message) {
+    lastError_ = message;
+    onChange();
+}
+
+void AppModel::dismissError() {
+    if (lastError_) {
+        lastError_.reset();
+        onChange();
+    }
+}
+
+} // namespace vornic

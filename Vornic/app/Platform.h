@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Vornic/ports/AudioOutput.h"
+#include "Vornic/ports/Clock.h"
+#include "Vornic/ports/HotKey.h"
+#include "Vornic/ports/KeyTap.h"
+#include "Vornic/ports/Log.h"
+#include "Vornic/ports/MicrophoneInput.h"
+#include "Vornic/ports/MicrophoneUse.h"
+#include "Vornic/ports/Scheduler.h"
+#include "Vornic/ports/SecureInput.h"
+
+namespace vornic {
+
+/// The services of one platform that the model runs on. All outlive it.
+struct Platform {
+    AudioOutput& output;
+    KeyTap& tap;
+    HotKey& hotKey;
+    MicrophoneUse& microphone;
+    MicrophoneInput& microphoneInput;
+    SecureInput& secureInput;
+    Clock& clock;
+    Scheduler& scheduler;
+    Log& log;
+};
+
+} // namespace vornic

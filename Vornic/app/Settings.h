@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Vornic/app/SimpleTweaks.h"
+#include "VornicCore/board/OutputKind.h"
+#include "VornicCore/board/StageSpec.h"
+#include "VornicCore/packs/SoundPack.h"
+
+#include <string>
+
+namespace vornic {
+
+/// What the user has chosen. The defaults are those of a fresh installation.
+struct Settings {
+    /// Whether keys make a sound.
+    bool hearMyself = true;
+    bool quietDuringCalls = true;
+    /// Whether the advanced editor is shown.
+    bool advanced = false;
+    /// From 0 to 1.
+    double volume = 0.7;
+    OutputKind outputKind = OutputKind::automatic;
+    /// The current board's id.
+    std::string board = std::string(SoundPack::defaultID);
+    StageSpec stage;
+    TweaksByBoard tweaks;
+    /// Whether the user has seen what a first start shows.
+    bool welcomed = false;
+    /// Whether the user was told that there is no tray.
+    bool toldOfNoTray = false;
+
+    bool operator==(const Settings&) const = default;
+};
+
+} // namespace vornic

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Vornic/ports/Clock.h"
+
+namespace vornic {
+
+/// CLOCK_MONOTONIC, which X events, evdev events and PipeWire's cycles are stamped with.
+class MonotonicClock final : public Clock {
+  public:
+    std::uint64_t nanos() const override;
+};
+
+} // namespace vornic

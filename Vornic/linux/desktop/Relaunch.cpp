@@ -1,0 +1,56 @@
+#include "Vornic/linux/desktop/Relaunch.h"
+
+#include <unistd.h>
+
+#include <csignal>
+
+namespace vornic {
+
+namespace {
+
+/// A word as a shell takes it literally.
+std::string quoted(const std::string& word) {
+    std::string text = "'";
+    for (const char character : word) {
+        if (character == '\'') {
+            text += "'\\''";
+        } else {
+            text += character;
+        }
+    }
+    return text + "'";
+}
+
+} // namespace
+
+std::vector<std::string> relaunchCommand(const std::filesystem::path& program,
+                                         const std::vector<std::string>& arguments,
+                                         const std::string& group) {
+    std::vector<std::string> command{program.string()};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    if (group.empty()) {
+        return command;
+    }
+    std::string line = "exec";
+    for (const std::string& word : command) {
+        line += " " + quoted(word);
+    }
+    return {"/usr/bin/sg", group, "-c", line};
+}
+
+void replaceProcess(const std::vector<std::string>& command) {
+    std::vector<std::string> words = command;
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    // The signals that this process kept for itself are the next one's to keep.
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::execv(arguments.front(), arguments.data());
+}
+
+} // namespace vornic

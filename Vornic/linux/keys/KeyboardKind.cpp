@@ -1,0 +1,19 @@
+#include "Vornic/linux/keys/KeyboardKind.h"
+
+#include <linux/input-event-codes.h>
+
+namespace vornic {
+
+bool isMadeByAProgram(std::string_view systemPath) {
+    return systemPath.find("/devices/virtual/input/") != std::string_view::npos;
+}
+
+bool isKeyOfAKeyboard(std::uint32_t evdevCode) {
+    // 0x160 follows the last of the first range of buttons, which has no name of its own.
+    const bool button = (evdevCode >= BTN_MISC && evdevCode < KEY_OK) ||
+                        (evdevCode >= BTN_DPAD_UP && evdevCode <= BTN_DPAD_RIGHT) ||
+                        (evdevCode >= BTN_TRIGGER_HAPPY && evdevCode <= BTN_TRIGGER_HAPPY40);
+    return evdevCode != KEY_RESERVED && !button;
+}
+
+} // namespace vornic

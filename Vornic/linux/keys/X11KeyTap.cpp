@@ -1,0 +1,126 @@
+#include "Vornic/linux/keys/X11KeyTap.h"
+
+#include "Vornic/linux/keys/EvdevKeyCodes.h"
+
+#include <xcb/xinput.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace vornic {
+
+namespace {
+
+/// X keycodes are the kernel's plus eight, a gap that the protocol's first keyboards left.
+constexpr std::uint32_t keycodeOffset = 8;
+
+/// From version 2.1 on, raw events come also while somebody else grabs the keyboard.
+bool hasRawEvents(const X11Connection& connection) {
+    const X11Owned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        connection.get(), xcb_input_xi_query_version(connection.get(), 2, 1), nullptr));
+    return version &&
+           std::pair<int, int>(version->major_version, version->minor_version) >= std::pair(2, 1);
+}
+
+/// Nothing else may be selected in the same request: the server refuses hierarchy events for the
+/// master devices, and the whole mask with them.
+bool selectRawKeys(const X11Connection& connection) {
+    const struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } selection{.head = {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
+                .mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                        XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE};
+    return connection.succeeded(xcb_input_xi_select_events_checked(
+        connection.get(), connection.root(), 1, &selection.head));
+}
+
+} // namespace
+
+X11KeyTap::X11KeyTap(const Clock& clock, std::string display)
+    : serverTime_(clock), display_(std::move(display)) {}
+
+bool X11KeyTap::start() {
+    if (connection_) {
+        return true;
+    }
+    auto connection = std::make_unique<X11Connection>(display_);
+    if (!connection->alive()) {
+        return false;
+    }
+    const auto* const extension = xcb_get_extension_data(connection->get(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0 || !hasRawEvents(*connection) ||
+        !selectRawKeys(*connection)) {
+        return false;
+    }
+    inputOpcode_ = extension->major_opcode;
+    connection_ = std::move(connection);
+    noteHeldKeys();
+    dispatch();
+    return connection_ != nullptr;
+}
+
+void X11KeyTap::stop() {
+    connection_.reset();
+}
+
+void X11KeyTap::noteHeldKeys() {
+    filter_.reset();
+    const X11Owned<xcb_query_keymap_reply_t> keymap(
+        xcb_query_keymap_reply(connection_->get(), xcb_query_keymap(connection_->get()), nullptr));
+    if (!keymap) {
+        return;
+    }
+    for (std::uint32_t keycode = keycodeOffset; keycode < 256; ++keycode) {
+        if ((keymap->keys[keycode / 8] >> (keycode % 8) & 1) != 0) {
+            filter_.heldBefore(keycode - keycodeOffset);
+        }
+    }
+}
+
+TapState X11KeyTap::refresh() {
+    return start() ? TapState::listening : TapState::needsRelaunch;
+}
+
+int X11KeyTap::fileDescriptor() const {
+    return connection_ ? connection_->fileDescriptor() : -1;
+}
+
+void X11KeyTap::dispatch() {
+    if (!connection_) {
+        return;
+    }
+    connection_->forEachEvent([this](const xcb_generic_event_t& event) { handle(event); });
+    if (!connection_->alive()) {
+        stop();
+    }
+}
+
+void X11KeyTap::handle(const xcb_generic_event_t& event) {
+    if (event.response_type != XCB_GE_GENERIC) {
+        return;
+    }
+    const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+    const bool down = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
+    if (generic.extension != inputOpcode_ ||
+        (!down && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)) {
+        return;
+    }
+    const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+    if (raw.detail < keycodeOffset) {
+        return;
+    }
+    const NativeKey key{.keyboard = raw.sourceid, .code = raw.detail - keycodeOffset};
+    const std::int64_t keyCode = virtualKeyCode(key.code);
+    if (filter_.accepts(key, keyCode, down)) {
+        onKey(keyCode, down, serverTime_.nanos(raw.time));
+    }
+}
+
+std::string X11KeyTap::description() const {
+    const char* const variable = std::getenv("DISPLAY");
+    const std::string display = display_.empty() && variable != nullptr ? variable : display_;
+    return "X11 raw keys of " + display;
+}
+
+} // namespace vornic

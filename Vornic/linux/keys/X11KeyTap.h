@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Vornic/linux/keys/ServerTime.h"
+#include "Vornic/linux/x11/X11Connection.h"
+#include "Vornic/ports/Clock.h"
+#include "Vornic/ports/KeyTap.h"
+#include "Vornic/typing/KeyFilter.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace vornic {
+
+/// Hears every key of an X session as raw events of the X Input extension, which come whatever
+/// window has the focus and whoever holds a grab. Needs no permission. It has a connection of its
+/// own: on one that also holds a grab, raw events vanish while the grab lasts.
+///
+/// Not for the X display of a Wayland session, where it would hear only some windows: ask
+/// `chooseKeySource` first.
+class X11KeyTap final : public KeyTap {
+  public:
+    /// For `display`, or $DISPLAY if that is empty. Connects at `start`.
+    explicit X11KeyTap(const Clock& clock, std::string display = {});
+
+    bool start() override;
+    void stop() override;
+
+    /// `listening`, or `needsRelaunch` where the server is gone or has no X Input 2.1.
+    TapState refresh() override;
+    int fileDescriptor() const override;
+    void dispatch() override;
+    std::string description() const override;
+
+  private:
+    void noteHeldKeys();
+    void handle(const xcb_generic_event_t& event);
+
+    ServerTime serverTime_;
+    KeyFilter filter_;
+    std::string display_;
+    std::unique_ptr<X11Connection> connection_;
+    std::uint8_t inputOpcode_ = 0;
+};
+
+} // namespace vornic

@@ -1,0 +1,105 @@
+#include "Vornic/linux/sound/DefaultSink.h"
+
+#include "Vornic/linux/soundserver/ServerText.h"
+
+#include <charconv>
+#include <string_view>
+#include <utility>
+
+namespace vornic {
+
+namespace {
+
+/// A sink that the server makes when it has no other, and that leads nowhere.
+constexpr std::string_view nowhere = "auto_null";
+
+template <typename Number>
+std::optional<Number> numberOf(const std::string& text) {
+    Number number{};
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
+DefaultSink::DefaultSink(pw_core* core, std::function<void()> changed,
+                         std::function<std::uint32_t()> ownNode)
+    : changed_(std::move(changed)), ownNode_(std::move(ownNode)),
+      registry_(
+          core,
+          [this](std::uint32_t id, const char* type, const spa_dict* properties) {
+              add(id, type, properties);
+          },
+          [this](std::uint32_t id) { remove(id); }),
+      default_("default.audio.sink", changed_) {}
+
+void DefaultSink::add(std::uint32_t id, const char* type, const spa_dict* properties) {
+    const std::string_view kind = type;
+    if (kind == PW_TYPE_INTERFACE_Node) {
+        if (lookUp(properties, PW_KEY_MEDIA_CLASS).starts_with("Audio/Sink") ||
+            lookUp(properties, PW_KEY_MEDIA_CLASS) == "Audio/Duplex") {
+            nodes_[id] = std::make_unique<SinkNode>(registry_.get(), id, properties, changed_);
+            changed_();
+        }
+    } else if (kind == PW_TYPE_INTERFACE_Device) {
+        if (lookUp(properties, PW_KEY_MEDIA_CLASS) == "Audio/Device") {
+            cards_[id] = std::make_unique<SoundCard>(registry_.get(), id, properties, changed_);
+            changed_();
+        }
+    } else if (default_.add(registry_.get(), id, type, properties)) {
+        changed_();
+    } else if (kind == PW_TYPE_INTERFACE_Link &&
+               numberOf<std::uint32_t>(std::string(lookUp(properties, PW_KEY_LINK_OUTPUT_NODE))) ==
+                   ownNode_()) {
+        // The stream is moved when the default sink changes: were the word of that lost, it would
+        // be missed here.
+        askAgain();
+    }
+}
+
+void DefaultSink::remove(std::uint32_t id) {
+    if (default_.remove(id) || nodes_.erase(id) + cards_.erase(id) > 0) {
+        changed_();
+    }
+}
+
+std::optional<OutputProperties> DefaultSink::properties() const {
+    const std::string& chosen = default_.name();
+    if (chosen.empty() || chosen == nowhere) {
+        return std::nullopt;
+    }
+    for (const auto& [id, node] : nodes_) {
+        if (valueOf(node->properties(), PW_KEY_NODE_NAME) != chosen) {
+            continue;
+        }
+        const SoundCard* card = nullptr;
+        if (const auto cardId =
+                numberOf<std::uint32_t>(valueOf(node->properties(), PW_KEY_DEVICE_ID))) {
+            const auto found = cards_.find(*cardId);
+            card = found == cards_.end() ? nullptr : found->second.get();
+        }
+        // A sink repeats some of its card's properties and leaves the others to it.
+        const auto value = [&](const char* key) {
+            const std::string own = valueOf(node->properties(), key);
+            return own.empty() && card != nullptr ? valueOf(card->properties(), key) : own;
+        };
+        OutputProperties properties;
+        properties.description = valueOf(node->properties(), PW_KEY_NODE_DESCRIPTION);
+        if (properties.description.empty()) {
+            properties.description = chosen;
+        }
+        properties.api = value(PW_KEY_DEVICE_API);
+        properties.bus = value(PW_KEY_DEVICE_BUS);
+        properties.formFactor = value(PW_KEY_DEVICE_FORM_FACTOR);
+        if (const auto device =
+                numberOf<std::int32_t>(valueOf(node->properties(), "card.profile.device"));
+            device && card != nullptr) {
+            properties.portType = card->portType(*device);
+        }
+        return properties;
+    }
+    return std::nullopt;
+}
+
+} // namespace vornic

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Vornic/linux/sound/SinkObjects.h"
+#include "Vornic/linux/soundserver/DefaultName.h"
+#include "Vornic/linux/soundserver/RegistryWatch.h"
+#include "Vornic/sound/OutputDevice.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vornic {
+
+/// Follows which sink is the default one and what is known of it, from the events of one connection
+/// to the server. Everything on the loop's thread.
+class DefaultSink {
+  public:
+    /// `changed` is called after every event that may alter an answer below. `ownNode` gives the
+    /// number of the stream that plays to the default sink.
+    DefaultSink(pw_core* core, std::function<void()> changed,
+                std::function<std::uint32_t()> ownNode);
+
+    /// What the default sink says about itself; absent while there is none. Without delay, buffer
+    /// and rate, which only a running stream knows.
+    std::optional<OutputProperties> properties() const;
+
+    /// Whether somebody chooses a default sink at all: a session manager is running.
+    bool hasSessionManager() const { return default_.isChosenBySomebody(); }
+
+    /// Whether there are sinks but no word yet which is the default one. The word can get lost: a
+    /// server sends no changes to anybody while it answers somebody who asks for all of them.
+    bool lacksDefault() const {
+        return hasSessionManager() && !nodes_.empty() && default_.name().empty();
+    }
+
+    /// Asks once more for the default sink.
+    void askAgain() { default_.askAgain(); }
+
+  private:
+    void add(std::uint32_t id, const char* type, const spa_dict* properties);
+    void remove(std::uint32_t id);
+
+    std::function<void()> changed_;
+    std::function<std::uint32_t()> ownNode_;
+    RegistryWatch registry_; // its objects below go before it
+    DefaultName default_;
+    std::map<std::uint32_t, std::unique_ptr<SinkNode>> nodes_;
+    std::map<std::uint32_t, std::unique_ptr<SoundCard>> cards_;
+};
+
+} // namespace vornic

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Vornic/ports/Scheduler.h"
+
+namespace vornic {
+
+/// The main thread's event loop as a Scheduler. Needs a running QCoreApplication.
+class QtScheduler final : public Scheduler {
+  public:
+    void post(std::function<void()> work) override;
+    std::unique_ptr<Timer> after(std::chrono::milliseconds delay,
+                                 std::function<void()> work) override;
+    std::unique_ptr<Timer> every(std::chrono::milliseconds interval,
+                                 std::function<void()> work) override;
+};
+
+} // namespace vornic

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "Vornic/ports/AudioOutput.h"
+#include "Vornic/ports/Clock.h"
+#include "Vornic/sound/IdleLimits.h"
+#include "Vornic/sound/RetiredBanks.h"
+#include "VornicCore/effects/Limiter.h"
+#include "VornicCore/effects/RoomReverb.h"
+#include "VornicCore/effects/Volume.h"
+#include "VornicCore/sampler/SamplerCore.h"
+#include "VornicCore/sampler/VoiceBank.h"
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <span>
+
+namespace vornic {
+
+/// Connects the sampler to the sound output: sampler, room, limiter, volume. Holds the bank that
+/// keys play from, keeps replaced banks alive while a voice may read them, starts the output on
+/// demand and pauses it after a time without use.
+///
+/// Threads: construction, destruction and everything not said otherwise on the main thread;
+/// `ensureRunning`, `bank` and `core().play` on the key thread; `render` on the audio thread.
+/// Stop the key thread before destroying the engine.
+class SoundEngine final : public AudioOutput::Source {
+  public:
+    /// Runs work on the key thread, in order; the offline path runs it at once.
+    using Executor = std::function<void(std::function<void()>)>;
+
+    struct Options {
+        IdleLimits idleLimits;
+        /// Leaves room, limiter and volume out: the sampler's sound as it is.
+        bool raw = false;
+    };
+
+    /// Opens `output` and becomes its source. Both references must outlive the engine.
+    SoundEngine(AudioOutput& output, const Clock& clock, Executor runOnKeyThread, Options options);
+    SoundEngine(AudioOutput& output, const Clock& clock, Executor runOnKeyThread);
+    ~SoundEngine() override;
+
+    /// Told, on the main thread, that the output device changed, after the engine has followed.
+    std::function<void()> onOutputChange = [] {};
+
+    /// The mixer; the key thread alone calls its `play`.
+    SamplerCore& core() { return core_; }
+    const SamplerCore& core() const { return core_; }
+
+    /// Notes the use and makes the output run; true when it runs or is about to, false when there
+    /// is nothing to play to: then the key is silent, and the next one tries again. Waits for no
+    /// lock that the sound server can hold. Any thread.
+    bool ensureRunning();
+
+    /// The bank that keys play from; may be none. Keep the result until `play` has returned: what
+    /// it holds stays valid from then on for as long as a voice reads it. Any thread.
+    std::shared_ptr<const VoiceBank> bank() const;
+
+    /// Makes `bank` current and retires the one before.
+    void setBank(std::shared_ptr<const VoiceBank> bank);
+
+    /// Changes the room: its preset and mix first, what lets it through last.
+    void setRoom(Room room);
+
+    /// The user's volume, 0 to 1 (limited to that), behind everything else. 0.7 at the start; a
+    /// value that is not finite changes nothing.
+    void setVolume(double volume);
+    double volume() const { return userVolume_; }
+
+    /// The early reflection of the desk: its level (0 = off) and its smoothing coefficient. Values
+    /// that are not finite change nothing.
+    void setReflection(float level, float damp);
+
+    /// Plays one mono buffer once, centred. Fewer than 2 frames, or a gain that is not finite, play
+    /// nothing and start nothing.
+    void audition(std::span<const float> samples, float gain);
+
+    /// Housekeeping; call it every 1.0 s.
+    void tick();
+
+    /// Follows a changed output device: goes on playing if a key was heard within the idle limit.
+    /// The output calls it.
+    void configurationChanged();
+
+    /// Replaced banks that are still kept.
+    std::size_t retiredBanks() const { return retired_.size(); }
+
+    void render(std::int64_t frames, float* left, float* right,
+                std::uint64_t nowNanos) VORNIC_REALTIME override;
+    void streamEnded() override;
+
+  private:
+    double idleLimit() const;
+    double secondsSinceUse() const;
+
+    AudioOutput& output_;
+    const Clock& clock_;
+    const Executor runOnKeyThread_;
+    const Options options_;
+    SamplerCore core_;
+    mutable std::mutex bankMutex_; // guards bank_ for the time of a pointer's copy
+    std::shared_ptr<const VoiceBank> bank_;
+    RetiredBanks retired_;
+    std::atomic<double> lastUse_; // seconds of clock_; minus infinity before the first use
+    double userVolume_ = 0.7;
+    RoomReverb room_;
+    Limiter limiter_;
+    Volume volume_;
+    std::uint64_t lastRender_ = 0; // nanoseconds; audio thread
+};
+
+} // namespace vornic

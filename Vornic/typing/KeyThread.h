@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Vornic/ports/EventSource.h"
+
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace vornic {
+
+/// The thread on which keys are read and played. It waits for event sources and for posted work and
+/// runs everything here, one thing at a time, so that nothing that the interface thread does can
+/// delay a key. It takes the lowest real-time priority where the system grants that, and does
+/// without where not.
+class KeyThread {
+  public:
+    KeyThread();
+    KeyThread(const KeyThread&) = delete;
+    KeyThread& operator=(const KeyThread&) = delete;
+
+    /// Runs what was posted before, then ends the thread.
+    ~KeyThread();
+
+    /// Runs `work` on the key thread, after everything posted before. Any thread.
+    void post(std::function<void()> work);
+
+    /// Delivers what waits in `source` already, and from then on whatever comes, until `unwatch` or
+    /// the end of this object. The source may lose its descriptor and get another meanwhile. Key
+    /// thread.
+    void watch(EventSource& source);
+
+    /// Stops watching; harmless for a source that is not watched. Key thread.
+    void unwatch(EventSource& source);
+
+  private:
+    void run();
+    void waitAndDispatch();
+    void runPosted();
+
+    int wakeRead_ = -1;
+    int wakeWrite_ = -1;
+    std::vector<EventSource*> sources_; // key thread
+    bool stopping_ = false;             // key thread
+    std::mutex mutex_;                  // guards posted_
+    std::vector<std::function<void()>> posted_;
+    std::thread thread_;
+};
+
+} // namespace vornic

@@ -1,0 +1,138 @@
+#include "Vornic/typing/KeystrokeDriver.h"
+
+#include "VornicCore/keys/KeyLayout.h"
+#include "VornicCore/keys/KeySet.h"
+#include "VornicCore/keys/KeyboardLayout.h"
+#include "VornicCore/sampler/VoiceStage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace vornic {
+
+namespace {
+
+constexpr double sampleRate = 48000.0;
+constexpr double releaseGain = 0.8;
+/// How much of the shape's deviation from a plain stroke reaches the voice.
+constexpr double shapeGainShare = 0.3;
+constexpr double shapeRateShare = 0.5;
+/// Beyond six octaves a stroke is no stroke any more, and a voice could last for minutes.
+constexpr double lowestRate = 1.0 / 64.0;
+constexpr double highestRate = 64.0;
+
+bool playsRelease(ReleaseMode mode, const Board& board) {
+    switch (mode) {
+    case ReleaseMode::off:
+        return false;
+    case ReleaseMode::on:
+        return true;
+    case ReleaseMode::inherit:
+        return board.releaseByDefault;
+    }
+    return false;
+}
+
+} // namespace
+
+KeystrokeDriver::KeystrokeDriver(SoundEngine& engine, const Clock& clock, std::uint64_t seed,
+                                 std::function<void(const std::string&)> report)
+    : engine_(engine), clock_(clock), generator_(seed), report_(std::move(report)) {}
+
+void KeystrokeDriver::apply(std::shared_ptr<const PlaySettings> settings) {
+    settings_ = std::move(settings);
+}
+
+void KeystrokeDriver::key(std::int64_t keyCode, bool down, std::uint64_t nanos) {
+    if (settings_ && settings_->board && !settings_->silenced) {
+        play(*settings_, keyCode, down, nanos);
+    }
+}
+
+void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, bool down,
+                           std::uint64_t nanos) {
+    const Board& board = *settings.board;
+    const auto resolved = board.resolve(keyCode);
+    if (!resolved) {
+        return;
+    }
+    const auto& [sound, assignment] = *resolved;
+
+    Voice voice{};
+    voice.nanos = nanos;
+    voice.pan = assignment.pan
+                    ? static_cast<float>(*assignment.pan)
+                    : KeyLayout::pan(keyCode, settings.stage.width, layout(board.layout));
+    voice.stage =
+        settings.binaural ? VoiceStage::binaural(voice.pan, sampleRate) : VoiceStage::none;
+    const double baseRate = static_cast<double>(
+        KeyLayout::rate(keyCode) * std::exp2(static_cast<float>(assignment.pitch) / 12.0f));
+    const double baseGain = std::pow(10.0, assignment.gainDb / 20.0) * settings.gain;
+
+    if (!down) {
+        if (playsRelease(assignment.release, board)) {
+            voice.gain = baseGain * releaseGain;
+            voice.rate = baseRate;
+            playFrom(VoiceBank::releaseKey(sound->id), voice);
+        }
+        return;
+    }
+    const StrokeShape shape = dynamics_.down(clock_.seconds(), generator_);
+    voice.gain = ((static_cast<double>(shape.gain) - 1.0) * shapeGainShare + 1.0) * baseGain;
+    voice.rate = baseRate * ((static_cast<double>(shape.rate) - 1.0) * shapeRateShare + 1.0);
+    playFrom(VoiceBank::key(sound->id, KeySet::isStabilised(keyCode), velocity(board)), voice);
+}
+
+Velocity KeystrokeDriver::velocity(const Board& board) const {
+    // Slow typing strikes harder; a sensitivity of 0 always gives medium.
+    const double slowness = 1.0 - dynamics_.speed();
+    const double sensitivity = std::clamp(board.feel.speedSensitivity, 0.0, 1.0);
+    const double x = sensitivity * (slowness - 0.5) * 1.6 + 0.5;
+    if (x > 0.66) {
+        return Velocity::hard;
+    }
+    return x >= 0.34 ? Velocity::medium : Velocity::soft;
+}
+
+void KeystrokeDriver::playFrom(const std::string& pool, const Voice& voice) {
+    const auto bank = engine_.bank();
+    if (!bank) {
+        return;
+    }
+    const auto variations = bank->pool(pool);
+    if (variations.empty() || !engine_.ensureRunning()) {
+        return;
+    }
+    const auto pick = static_cast<std::size_t>(generator_.next(variations.size()));
+    if (!playable(voice)) {
+        return;
+    }
+    if (engine_.core().play(variations[pick], static_cast<float>(voice.gain), voice.pan,
+                            static_cast<float>(voice.rate), voice.nanos, voice.stage)) {
+        ++played_;
+    }
+}
+
+bool KeystrokeDriver::playable(const Voice& voice) {
+    if (!std::isfinite(static_cast<float>(voice.gain))) {
+        return refuse("gainDb");
+    }
+    if (!std::isfinite(voice.pan)) {
+        return refuse("pan");
+    }
+    if (!(voice.rate >= lowestRate && voice.rate <= highestRate)) {
+        return refuse("pitch");
+    }
+    return true;
+}
+
+bool KeystrokeDriver::refuse(const std::string& field) {
+    if (refused_.insert(field).second) {
+        report_("A key stays silent, because the " + field +
+                " that its board gives it cannot be played.");
+    }
+    return false;
+}
+
+} // namespace vornic

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Vornic/ports/Clock.h"
+#include "Vornic/sound/SoundEngine.h"
+#include "Vornic/typing/PlaySettings.h"
+#include "Vornic/typing/TypingDynamics.h"
+#include "VornicCore/base/SplitMix64.h"
+#include "VornicCore/sampler/VoiceBank.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+
+namespace vornic {
+
+/// Turns a key event into at most one voice: resolves the key through the board, chooses the
+/// velocity from the typing pace, picks a variation and computes gain, pan, rate and stage.
+/// Everything runs on the key thread, or on one thread that plays a sequence offline.
+class KeystrokeDriver {
+  public:
+    /// `clock` times the typing dynamics. `seed` starts the random choices. `report` is told, once
+    /// per field, why keys stay silent whose settings cannot be played.
+    KeystrokeDriver(SoundEngine& engine, const Clock& clock, std::uint64_t seed,
+                    std::function<void(const std::string&)> report);
+
+    /// Takes effect with the next key.
+    void apply(std::shared_ptr<const PlaySettings> settings);
+
+    /// Plays the key event, unless the program is quiet. `nanos` is the event's monotonic time.
+    void key(std::int64_t keyCode, bool down, std::uint64_t nanos);
+
+    /// Voices handed to the sampler so far.
+    std::int64_t played() const { return played_; }
+
+  private:
+    struct Voice {
+        double gain;
+        double rate;
+        float pan;
+        VoiceStage stage;
+        std::uint64_t nanos;
+    };
+
+    void play(const PlaySettings& settings, std::int64_t keyCode, bool down, std::uint64_t nanos);
+    Velocity velocity(const Board& board) const;
+    void playFrom(const std::string& pool, const Voice& voice);
+    bool playable(const Voice& voice);
+    bool refuse(const std::string& field);
+
+    SoundEngine& engine_;
+    const Clock& clock_;
+    SplitMix64 generator_;
+    std::function<void(const std::string&)> report_;
+    std::shared_ptr<const PlaySettings> settings_;
+    TypingDynamics dynamics_;
+    std::set<std::string> refused_;
+    std::int64_t played_ = 0;
+};
+
+} // namespace vornic

@@ -1,0 +1,93 @@
+#include "Vornic/app/Control.h"
+
+#include "tests/support/ModelFixture.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace vornic {
+namespace {
+
+using ::testing::HasSubstr;
+
+class ControlTest : public ModelFixture {
+  protected:
+    void SetUp() override { start(); }
+
+    ControlAnswer run(const RunningCopy::Words& words) {
+        return control(*model, words, [this] { ++activations; });
+    }
+    static ControlAnswer said(const std::string& text) { return {0, text}; }
+
+    int activations = 0;
+};
+
+TEST_F(ControlTest, switchesTheSounds) {
+    EXPECT_EQ(run({"off"}), said("Off · keys are silent"));
+    EXPECT_FALSE(model->soundsOn());
+    EXPECT_EQ(run({"off"}), said("Off · keys are silent"));
+    EXPECT_EQ(run({"on"}), said("Buckling Spring · On the desk"));
+    EXPECT_EQ(run({"toggle"}), said("Off · keys are silent"));
+    EXPECT_EQ(run({"toggle"}), said("Buckling Spring · On the desk"));
+}
+
+TEST_F(ControlTest, choosesABoard) {
+    model->newBoard();
+    const std::string mine = model->board()->id;
+    EXPECT_EQ(run({"board"}), said(mine + " New board"));
+    EXPECT_EQ(run({"board", "next"}), said("spring Buckling Spring"));
+    EXPECT_EQ(run({"board", "previous"}), said(mine + " New board"));
+    EXPECT_EQ(run({"board", "spring"}), said("spring Buckling Spring"));
+    EXPECT_EQ(run({"board", "lost"}),
+              (ControlAnswer{1, "There is no board \"lost\". Boards: spring, " + mine + "."}));
+    EXPECT_EQ(model->board()->id, "spring");
+}
+
+TEST_F(ControlTest, setsTheVolume) {
+    EXPECT_EQ(run({"volume"}), said("0.7"));
+    EXPECT_EQ(run({"volume", "0.25"}), said("0.25"));
+    EXPECT_EQ(model->volume(), 0.25);
+    for (const char* const wrong : {"", "loud", "1.01", "-0.1", "nan", "inf", "0.5x", " 0.5"}) {
+        EXPECT_EQ(run({"volume", wrong}).status, 1) << wrong;
+    }
+    EXPECT_EQ(model->volume(), 0.25);
+}
+
+TEST_F(ControlTest, tellsTheState) {
+    ASSERT_TRUE(eventually([&] { return model->tapState() == TapState::listening; }));
+    EXPECT_EQ(run({"status"}), said("Buckling Spring · On the desk\nVolume 0.7"));
+    const auto status = nlohmann::json::parse(run({"status", "--json"}).text);
+    EXPECT_EQ(status["soundsOn"], true);
+    EXPECT_TRUE(status["silence"].is_null());
+    EXPECT_EQ(status["board"]["id"], "spring");
+    EXPECT_EQ(status["volume"], 0.7);
+    EXPECT_EQ(status["keys"], "listening");
+    EXPECT_TRUE(status["deviceMillis"].is_null());
+    secureInput.focused = true;
+    model->refreshState();
+    EXPECT_EQ(nlohmann::json::parse(run({"status", "--json"}).text)["silence"], "password");
+}
+
+TEST_F(ControlTest, aSecondStartActivatesTheFirst) {
+    EXPECT_EQ(run({"activate"}), ControlAnswer{});
+    EXPECT_EQ(activations, 1);
+}
+
+TEST_F(ControlTest, refusesWhatItDoesNotKnow) {
+    for (const RunningCopy::Words& words :
+         {RunningCopy::Words{}, {"dance"}, {"on", "now"}, {"status", "x"}, {"board", "a", "b"}}) {
+        EXPECT_EQ(run(words).status, 1);
+    }
+    EXPECT_EQ(activations, 0);
+}
+
+TEST_F(ControlTest, tellsTheStateWithoutAnyBoard) {
+    std::filesystem::remove_all(scratch / "Packs");
+    restart();
+    EXPECT_TRUE(nlohmann::json::parse(run({"status", "--json"}).text)["board"].is_null());
+    EXPECT_EQ(run({"board"}).status, 1);
+    EXPECT_EQ(run({"board", "next"}).status, 1);
+}
+
+} // namespace
+} // namespace vornic

@@ -1,0 +1,221 @@
+#include "Vornic/app/SettingsFile.h"
+
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/SmallDisk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <limits>
+
+namespace vornic {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class SettingsFileTest : public ::testing::Test {
+  protected:
+    SettingsFile open() const { return SettingsFile(path); }
+    static std::error_code change(SettingsFile& file, const Settings& settings) {
+        file.set(settings);
+        return file.write();
+    }
+    nlohmann::json written() const { return nlohmann::json::parse(readBytes(path)); }
+
+    ScratchFolder scratch;
+    std::filesystem::path path = scratch / "config/Vornic/settings.json";
+};
+
+TEST_F(SettingsFileTest, aFreshInstallationHasTheDefaultsAndNoFile) {
+    const SettingsFile file = open();
+    EXPECT_TRUE(file.settings().hearMyself);
+    EXPECT_TRUE(file.settings().quietDuringCalls);
+    EXPECT_FALSE(file.settings().advanced);
+    EXPECT_EQ(file.settings().volume, 0.7);
+    EXPECT_EQ(rawString(file.settings().outputKind), "auto");
+    EXPECT_EQ(file.settings().board, "deep");
+    EXPECT_EQ(file.settings().stage, StageSpec());
+    EXPECT_THAT(file.settings().tweaks, IsEmpty());
+    EXPECT_THAT(file.problems(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(SettingsFileTest, everySettingIsThereAgainAtTheNextStart) {
+    Settings settings;
+    settings.hearMyself = false;
+    settings.quietDuringCalls = false;
+    settings.advanced = true;
+    settings.volume = 0.25;
+    settings.outputKind = OutputKind::headphones;
+    settings.board = "mine-12345678";
+    settings.stage.room = Room::wood;
+    settings.tweaks["deep"] = {.deeper = 0.5, .crisper = -0.25, .feel = Feel::clicky};
+    settings.tweaks["soft"] = {};
+    SettingsFile file = open();
+    EXPECT_FALSE(change(file, settings));
+    EXPECT_EQ(open().settings(), settings);
+}
+
+TEST_F(SettingsFileTest, standsInTheFileUnderTheAgreedKeysAndTypes) {
+    Settings settings;
+    settings.hearMyself = false;
+    settings.volume = 0.5;
+    settings.outputKind = OutputKind::speakers;
+    settings.board = "soft";
+    settings.stage.placement = Placement::close;
+    settings.tweaks["deep"] = {.deeper = 1, .crisper = 0, .feel = Feel::tactile};
+    SettingsFile file = open();
+    change(file, settings);
+    EXPECT_EQ(written(), nlohmann::json::parse(R"({
+        "hearMyself": false, "volume": 0.5, "outputKind": "speakers", "board": "soft",
+        "stage": {"placement": "close", "distance": 0.0, "width": 1.0, "room": "desk",
+                  "deskMat": false},
+        "tweaks": {"deep": {"deeper": 1.0, "crisper": 0.0, "feel": "tactile"}}})"));
+}
+
+TEST_F(SettingsFileTest, whatWasNeverChangedHasNoEntry) {
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    EXPECT_FALSE(change(file, settings));
+    EXPECT_FALSE(std::filesystem::exists(path));
+    settings.volume = 1;
+    EXPECT_FALSE(change(file, settings));
+    EXPECT_EQ(written().size(), 1U);
+}
+
+TEST_F(SettingsFileTest, keepsKeysThatItDoesNotKnow) {
+    scratch.write("config/Vornic/settings.json", R"({"later": {"a": [1, 2]}, "volume": 0.5})");
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    EXPECT_EQ(settings.volume, 0.5);
+    settings.advanced = true;
+    change(file, settings);
+    EXPECT_EQ(written(), nlohmann::json::parse(
+                             R"({"later": {"a": [1, 2]}, "volume": 0.5, "advanced": true})"));
+}
+
+TEST_F(SettingsFileTest, aValueOfTheWrongKindCountsAsTheDefaultAndStaysUntilChanged) {
+    scratch.write("config/Vornic/settings.json",
+                  R"({"stage": {"placement": "moon"}, "tweaks": 5, "volume": 0.5})");
+    SettingsFile file = open();
+    EXPECT_EQ(file.settings().stage, StageSpec());
+    EXPECT_THAT(file.settings().tweaks, IsEmpty());
+    EXPECT_EQ(file.settings().volume, 0.5);
+    EXPECT_THAT(file.problems(), ElementsAre(HasSubstr("stage.placement"), HasSubstr("tweaks")));
+    Settings settings = file.settings();
+    settings.tweaks["deep"] = {};
+    change(file, settings);
+    EXPECT_EQ(written()["stage"]["placement"], "moon");
+    EXPECT_TRUE(written()["tweaks"].is_object());
+}
+
+TEST_F(SettingsFileTest, aDamagedFileIsPutAsideByNameAndNeverOverwritten) {
+    for (const char* const damage : {"{\"volume\": 0.", "[1, 2]", ""}) {
+        SCOPED_TRACE(damage);
+        const ScratchFolder folder;
+        const auto file = folder.write("settings.json", damage);
+        folder.write("settings.damaged.json", "an earlier one");
+        SettingsFile damaged(file);
+        EXPECT_EQ(damaged.settings(), Settings());
+        EXPECT_THAT(damaged.problems(),
+                    ElementsAre(AllOf(HasSubstr(file.string()),
+                                      HasSubstr((folder / "settings.damaged-2.json").string()))));
+        EXPECT_EQ(readBytes(folder / "settings.damaged-2.json"), damage);
+        EXPECT_EQ(readBytes(folder / "settings.damaged.json"), "an earlier one");
+        Settings settings;
+        settings.volume = 0.1;
+        EXPECT_FALSE(change(damaged, settings));
+        EXPECT_EQ(SettingsFile(file).settings().volume, 0.1);
+    }
+}
+
+TEST_F(SettingsFileTest, aDamagedFileThatCannotBePutAsideIsNotOverwrittenEither) {
+    // There is no room in the name for another ending.
+    const std::string name(std::string(245, 's') + ".json");
+    const auto damaged = scratch.write(name, "[");
+    SettingsFile file(damaged);
+    EXPECT_THAT(file.problems(), ElementsAre(HasSubstr("left as they are")));
+    Settings settings;
+    settings.advanced = true;
+    EXPECT_EQ(change(file, settings), std::errc::operation_not_permitted);
+    EXPECT_TRUE(file.settings().advanced);
+    EXPECT_EQ(readBytes(damaged), "[");
+}
+
+TEST_F(SettingsFileTest, aFolderInTheWayIsPutAsideToo) {
+    scratch.write("config/Vornic/settings.json/inside", "kept");
+    EXPECT_THAT(open().problems(), ElementsAre(HasSubstr("it is a folder")));
+    EXPECT_EQ(readBytes(scratch / "config/Vornic/settings.damaged.json/inside"), "kept");
+}
+
+TEST_F(SettingsFileTest, aLinkToTheFileStaysALink) {
+    const auto real = scratch.write("dotfiles/vornic.json", R"({"volume": 0.5})");
+    std::filesystem::create_directories(path.parent_path());
+    std::filesystem::create_symlink(real, path);
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    settings.volume = 0.25;
+    EXPECT_FALSE(change(file, settings));
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(SettingsFile(real).settings().volume, 0.25);
+}
+
+TEST_F(SettingsFileTest, aFullDiskIsReportedAndLosesNothing) {
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    settings.volume = 0.2;
+    ASSERT_FALSE(change(file, settings));
+    settings.volume = 0.9;
+    {
+        const SmallDisk disk(4);
+        EXPECT_EQ(change(file, settings), std::errc::file_too_large);
+    }
+    EXPECT_EQ(file.settings().volume, 0.9);
+    EXPECT_EQ(open().settings().volume, 0.2);
+    settings.advanced = true;
+    EXPECT_FALSE(change(file, settings));
+    EXPECT_EQ(open().settings(), settings);
+}
+
+TEST_F(SettingsFileTest, aNumberThatNoFileHoldsIsReportedAndLosesNothing) {
+    SettingsFile file = open();
+    Settings settings;
+    settings.advanced = true;
+    change(file, settings);
+    settings.volume = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(change(file, settings), std::errc::invalid_argument);
+    EXPECT_TRUE(open().settings().advanced);
+}
+
+TEST_F(SettingsFileTest, whatIsSetWaitsToBeWritten) {
+    SettingsFile file = open();
+    Settings settings;
+    settings.volume = 0.25;
+    file.set(settings);
+    EXPECT_TRUE(file.unwritten());
+    EXPECT_EQ(file.settings().volume, 0.25);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_FALSE(file.write());
+    EXPECT_FALSE(file.unwritten());
+    EXPECT_EQ(written()["volume"], 0.25);
+}
+
+TEST_F(SettingsFileTest, whatCouldNotBeWrittenIsTriedAgain) {
+    SettingsFile file = open();
+    Settings settings;
+    settings.volume = 0.25;
+    {
+        const SmallDisk disk(10);
+        EXPECT_EQ(change(file, settings), std::errc::file_too_large);
+    }
+    EXPECT_TRUE(file.unwritten());
+    EXPECT_FALSE(file.write());
+    EXPECT_EQ(written()["volume"], 0.25);
+}
+
+} // namespace
+} // namespace vornic

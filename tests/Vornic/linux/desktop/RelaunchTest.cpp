@@ -1,0 +1,60 @@
+#include "Vornic/linux/desktop/Relaunch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace vornic {
+namespace {
+
+using ::testing::ElementsAre;
+
+TEST(Relaunch, keepsTheArguments) {
+    EXPECT_THAT(relaunchCommand("/usr/bin/vornic", {"--hidden", "--board", "my board"}),
+                ElementsAre("/usr/bin/vornic", "--hidden", "--board", "my board"));
+}
+
+TEST(Relaunch, throughAGroupEveryWordIsTakenLiterally) {
+    EXPECT_THAT(
+        relaunchCommand("/a b/vornic", {"it's", "$HOME"}, "input"),
+        ElementsAre("/usr/bin/sg", "input", "-c", R"(exec '/a b/vornic' 'it'\''s' '$HOME')"));
+}
+
+/// How a child of this test ends that replaces itself.
+int statusAfter(const std::vector<std::string>& command) {
+    const pid_t child = fork();
+    if (child == 0) {
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGTERM);
+        sigprocmask(SIG_BLOCK, &signals, nullptr);
+        replaceProcess(command);
+        _exit(42);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST(Relaunch, takesThePlaceOfTheProcess) {
+    const int status = statusAfter(relaunchCommand("/bin/sh", {"-c", "exit $1", "sh", "7"}));
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 7);
+}
+
+TEST(Relaunch, leavesNoSignalBlocked) {
+    const int status = statusAfter(relaunchCommand("/bin/sh", {"-c", "kill -TERM $$; exit 3"}));
+    EXPECT_TRUE(WIFSIGNALED(status));
+}
+
+TEST(Relaunch, comesBackWhereThereIsNoSuchProgram) {
+    const int status = statusAfter(relaunchCommand("/no/such/program", {}));
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 42);
+}
+
+} // namespace
+} // namespace vornic

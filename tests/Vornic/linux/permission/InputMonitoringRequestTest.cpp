@@ -1,0 +1,150 @@
+#include "Vornic/linux/permission/InputMonitoringRequest.h"
+
+#include "tests/support/ScratchFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace vornic {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+struct Answer {
+    PermissionAnswer answer;
+    std::string message;
+};
+
+struct InputMonitoringRequestTest : ::testing::Test {
+    InputMonitoringRequestTest() { std::ofstream(helper()) << "helper"; }
+
+    std::filesystem::path helper() const { return scratch / "vornic-input-monitoring"; }
+
+    std::filesystem::path agreement() const { return scratch / "input-monitoring"; }
+
+    PermissionRequest::Done take() {
+        return [this](PermissionAnswer answer, const std::string& message) {
+            answers.push_back({answer, message});
+        };
+    }
+
+    /// The answer to a request whose program ended so.
+    Answer requestEndingWith(int status, const std::string& complaint = {}) {
+        request.request(take());
+        ended(status, complaint);
+        return answers.back();
+    }
+
+    ScratchFolder scratch;
+    std::vector<std::vector<std::string>> commands;
+    InputMonitoringRequest::Ended ended;
+    std::vector<Answer> answers;
+    InputMonitoringRequest request{
+        helper(),
+        [this](const std::vector<std::string>& command, InputMonitoringRequest::Ended whenEnded) {
+            commands.push_back(command);
+            ended = std::move(whenEnded);
+        },
+        agreement()};
+};
+
+TEST_F(InputMonitoringRequestTest, asksPolkitToRunTheHelper) {
+    EXPECT_TRUE(request.possible());
+    const Answer answer = requestEndingWith(0);
+    EXPECT_EQ(answer.answer, PermissionAnswer::granted);
+    EXPECT_EQ(answer.message, "");
+    EXPECT_THAT(commands, ElementsAre(ElementsAre("pkexec", helper().string(), "enable")));
+    request.revoke(take());
+    ended(0, {});
+    EXPECT_THAT(commands.back(), ElementsAre("pkexec", helper().string(), "disable"));
+}
+
+TEST_F(InputMonitoringRequestTest, mayBeDeclinedAndTriedAgain) {
+    const Answer dismissed = requestEndingWith(126);
+    EXPECT_EQ(dismissed.answer, PermissionAnswer::declined);
+    EXPECT_THAT(dismissed.message, HasSubstr("try again"));
+    EXPECT_EQ(requestEndingWith(127).answer, PermissionAnswer::declined);
+    EXPECT_EQ(requestEndingWith(0).answer, PermissionAnswer::granted);
+    EXPECT_EQ(commands.size(), 3U);
+}
+
+TEST_F(InputMonitoringRequestTest, saysWhatWentWrong) {
+    const Answer failed = requestEndingWith(1, "The device manager did not answer.");
+    EXPECT_EQ(failed.answer, PermissionAnswer::failed);
+    EXPECT_EQ(failed.message, "The device manager did not answer.");
+    EXPECT_FALSE(requestEndingWith(1).message.empty());
+    const Answer missing = requestEndingWith(-1);
+    EXPECT_EQ(missing.answer, PermissionAnswer::failed);
+    EXPECT_THAT(missing.message, HasSubstr("pkexec"));
+}
+
+TEST_F(InputMonitoringRequestTest, aSecondRequestWaitsForTheFirstOnesAnswer) {
+    request.request(take());
+    request.request(take());
+    EXPECT_EQ(commands.size(), 1U);
+    ended(126, {});
+    ASSERT_EQ(answers.size(), 2U);
+    EXPECT_EQ(answers[1].answer, PermissionAnswer::declined);
+}
+
+TEST_F(InputMonitoringRequestTest, theOppositeOfAnOpenQuestionIsRefused) {
+    request.request(take());
+    request.revoke(take());
+    EXPECT_EQ(commands.size(), 1U);
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_EQ(answers[0].answer, PermissionAnswer::failed);
+    ended(0, {});
+    EXPECT_EQ(answers.back().answer, PermissionAnswer::granted);
+}
+
+TEST_F(InputMonitoringRequestTest, anAnswerMayLeadToTheNextRequest) {
+    request.request([this](PermissionAnswer, const std::string&) { request.request(take()); });
+    const auto first = std::move(ended);
+    first(126, {});
+    EXPECT_EQ(commands.size(), 2U);
+    ended(0, {});
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_EQ(answers[0].answer, PermissionAnswer::granted);
+}
+
+TEST_F(InputMonitoringRequestTest, withoutTheHelperThereIsNothingToAsk) {
+    std::filesystem::remove(helper());
+    EXPECT_FALSE(request.possible());
+    request.request(take());
+    EXPECT_TRUE(commands.empty());
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_EQ(answers[0].answer, PermissionAnswer::failed);
+}
+
+TEST_F(InputMonitoringRequestTest, saysWhatIsReadWhoElseGainsAndHowToTakeItBack) {
+    std::string text;
+    for (const PermissionRequest::Point& point : request.explanation()) {
+        text.append(point.heading).append("\n").append(point.text).append("\n");
+    }
+    EXPECT_THAT(text, HasSubstr(agreement().string()));
+    EXPECT_THAT(text, HasSubstr("What it reads\n"));
+    EXPECT_THAT(text, HasSubstr("What never happens\n"));
+    EXPECT_THAT(text, HasSubstr("Every program"));
+    EXPECT_THAT(text, HasSubstr("passwords"));
+    EXPECT_THAT(text, HasSubstr("How to take it back\n"));
+    EXPECT_THAT(text, HasSubstr("pkexec " + helper().string() + " disable"));
+}
+
+TEST_F(InputMonitoringRequestTest, isGrantedWhileTheAgreementIsThere) {
+    EXPECT_FALSE(request.granted());
+    std::ofstream(agreement()) << "agreed";
+    EXPECT_TRUE(request.granted());
+    std::filesystem::remove(agreement());
+    EXPECT_FALSE(request.granted());
+}
+
+TEST(InputMonitoringRequest, theHelperLiesWhereThePackagePutsIt) {
+    EXPECT_EQ(InputMonitoringRequest::helperOf("/usr/bin/vornic"),
+              "/usr/lib/vornic/vornic-input-monitoring");
+}
+
+} // namespace
+} // namespace vornic
