@@ -7,11 +7,11 @@
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 #include "Vornic/linux/sound/PipeWireOutput.h"
 #include "Vornic/recording/SoundMaker.h"
-#include "Vornic/sound/RenderService.h"
 #include "Vornic/sound/SoundEngine.h"
 #include "VornicCore/audiofiles/LoadAudio.h"
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/packs/SoundPack.h"
+#include "VornicCore/render/BuildBoard.h"
 #include "VornicCore/strokes/Slicer.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/SinkCapture.h"
@@ -103,7 +103,7 @@ TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
     const SampleLibrary next({}, folder_ / "Samples");
     const SoundSpec sound = soundOf(finished);
     const Board board("own", "Own", "", "#FFFFFF", {}, {sound}, {});
-    const RenderedBoard rendered = RenderService::build(board, next);
+    const RenderedBoard rendered = buildBoard(board, next, 2);
     const auto pool = rendered.bank->pool(VoiceBank::key(sound.id, false, Velocity::medium));
     ASSERT_FALSE(pool.empty());
 

@@ -1,6 +1,4 @@
 #include "VornicCore/render/BuildBoard.h"
-
-#include "Vornic/sound/RenderService.h"
 #include "VornicCore/render/BoardJobs.h"
 #include "VornicCore/render/LaneRenderer.h"
 #include "tests/VornicCore/render/MapSource.h"
@@ -130,7 +128,7 @@ TEST(BuildBoard, isTheSameToTheBitOnAnyNumberOfThreads) {
 }
 
 TEST(BuildBoard, isEmptyForABoardWithoutSounds) {
-    const RenderedBoard rendered = RenderService::build(boardOf({}), library());
+    const RenderedBoard rendered = buildBoard(boardOf({}), library(), 2);
     EXPECT_TRUE(rendered.bank->pools().empty());
 }
 

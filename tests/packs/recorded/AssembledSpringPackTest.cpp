@@ -1,10 +1,10 @@
 // The pack as the build made it from the installed recordings.
 
 #include "Vornic/library/SampleLibrary.h"
-#include "Vornic/sound/RenderService.h"
 #include "VornicCore/audiofiles/LoadAudio.h"
 #include "VornicCore/board/BuiltInBoards.h"
 #include "VornicCore/packs/SoundPack.h"
+#include "VornicCore/render/BuildBoard.h"
 #include "tests/support/Required.h"
 
 #include "packs/recorded/StrokeShape.h"
@@ -89,7 +89,7 @@ TEST(AssembledSpringPack, fillsEveryPoolOfItsBoard) {
     const SampleLibrary library(packs);
     const std::vector<Board> boards = BuiltInBoards::make(packs);
     ASSERT_EQ(boards.size(), 1U);
-    const RenderedBoard rendered = RenderService::build(boards.front(), library);
+    const RenderedBoard rendered = buildBoard(boards.front(), library, 2);
     EXPECT_THAT(rendered.messages, ::testing::IsEmpty());
     for (const SoundSpec& sound : boards.front().sounds) {
         const auto variations = static_cast<std::size_t>(sound.variations);
