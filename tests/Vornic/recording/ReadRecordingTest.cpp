@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path fixtures = fs::path(VORNIC_SOURCE) / "tests/Vornic/recorder";
+const fs::path fixtures = fs::path(VORNIC_SOURCE) / "tests/Vornic/recording";
 
 class ReadRecordingTest : public testing::Test {
   protected:
