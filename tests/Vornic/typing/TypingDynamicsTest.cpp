@@ -39,6 +39,14 @@ TEST(TypingDynamics, theFirstKeyAndOneAfterAPauseLeaveThePace) {
     EXPECT_NEAR(dynamics.pace, 0.7 * 0.25 + 0.3 * 0.1, 1e-12);
 }
 
+TEST(TypingDynamics, aGapOfJustThePauseIsOne) {
+    TypingDynamics dynamics;
+    SplitMix64 generator(1);
+    dynamics.down(0.0, generator);
+    dynamics.down(1.2, generator); // no rounding: 1.2 - 0
+    EXPECT_EQ(dynamics.pace, 0.25);
+}
+
 TEST(TypingDynamics, aGapJustBelowThePauseCountsAsPace) {
     TypingDynamics dynamics;
     SplitMix64 generator(1);

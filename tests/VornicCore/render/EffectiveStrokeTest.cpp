@@ -72,6 +72,18 @@ TEST_F(Effective, ringBringsInTheModesOfTheWantedBuild) {
     EXPECT_EQ(result.damping, 0);
 }
 
+TEST_F(Effective, ringAddsItsModesToTheStrokesOwn) {
+    board.build.plate = Plate::brass;
+    board.recordedBuild.plate = Plate::fr4;
+    const DSP::Mode own{.frequency = 700, .decayMs = 20, .gainDb = -3};
+    sound.press.chain.bodyModes = {own};
+    sound.press.chain.bodyMix = 0.25;
+    std::vector<DSP::Mode> expected = Parts::modes(board.build);
+    expected.insert(expected.begin(), own);
+    EXPECT_EQ(chain().bodyModes, expected);
+    EXPECT_DOUBLE_EQ(chain().bodyMix, 0.25 + 0.6 * 0.5);
+}
+
 TEST_F(Effective, lackOfRingDampsInstead) {
     board.build.foams = {Foam::caseFoam, Foam::plateFoam};
     sound.press.chain.bodyMix = 0.2;

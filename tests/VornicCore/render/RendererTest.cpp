@@ -151,6 +151,21 @@ TEST_F(RendererTest, processesInTheOrderToneTransientBodyDampingDrivePitch) {
     EXPECT_EQ(render(), levelled(DSP::resample(expected, 1.5)));
 }
 
+TEST_F(RendererTest, aVariationShiftsWhatItIsDrawnFrom) {
+    variation = 1;
+    sound.press.chain.pitch = 1;
+    for (std::int64_t variant = 0; variant < 6; ++variant) {
+        const auto drawn = StrokeVariation::draw(1, Velocity::medium, variant, 1);
+        std::vector<float> expected = library.recordings["a"];
+        const ChainParams chain = struck(sound.press.chain, Velocity::medium, drawn);
+        DSP::tone(expected, chain.eq, chain.highPassHz, chain.lowPassHz);
+        expected = levelled(DSP::resample(expected, 1 + drawn.pitch));
+        ASSERT_EQ(render(Velocity::medium, variant).size(), expected.size()) << variant;
+        const double gain = std::pow(10, drawn.levelDb / 20);
+        EXPECT_NEAR(peakOf(render(Velocity::medium, variant)), peakOf(expected) * gain, 1e-6);
+    }
+}
+
 TEST_F(RendererTest, startsOneMillisecondBeforeTheAttack) {
     EXPECT_EQ(DSP::onset(render()), 48);
 }
