@@ -1,5 +1,6 @@
 #include "VornicCore/keys/KeyLayout.h"
 #include "VornicCore/keys/KeyboardLayout.h"
+#include "VornicCore/realtime/Latency.h"
 #include "tests/Vornic/typing/KeystrokeFixture.h"
 
 #include <gmock/gmock.h>
@@ -127,6 +128,33 @@ TEST_F(KeystrokeDriverTest, binauralDelaysTheFarEar) {
               std::abs(block.left[100] / block.right[100]));
 }
 
+TEST_F(KeystrokeDriverTest, aBinauralReleaseIsThisVoiceToTheLastBit) {
+    Board board = plainBoard();
+    board.releaseByDefault = true;
+    useBoard(board, true);
+    driver.key(letterF, false, 0);
+    const auto block = output.render(512, 0);
+
+    const float pan = KeyLayout::pan(letterF, 1.0, layout(LayoutID::macANSI));
+    SamplerCore core(48000.0, 16);
+    core.play(engine.bank()->pool(VoiceBank::releaseKey("keys")).front(), 0.8F, pan,
+              KeyLayout::rate(letterF), 0, VoiceStage::binaural(pan, 48000.0));
+    std::vector<float> left(512);
+    std::vector<float> right(512);
+    core.render(512, left.data(), right.data(), 0, 0);
+    EXPECT_EQ(block.left, left);
+    EXPECT_EQ(block.right, right);
+}
+
+TEST_F(KeystrokeDriverTest, aVoiceKnowsWhenItsKeyWasPressed) {
+    Latency::reset();
+    useBoard(plainBoard());
+    driver.key(letterF, true, 5'000'000);
+    output.render(128, 7'000'000);
+    EXPECT_EQ(Latency::lastMillis(), 2.0);
+    Latency::reset();
+}
+
 TEST_F(KeystrokeDriverTest, refusesWhatCannotBePlayedAndSaysSoOnce) {
     const auto pressWith = [this](double gainDb, double pitch, std::optional<double> pan) {
         Board board = plainBoard();
@@ -149,7 +177,29 @@ TEST_F(KeystrokeDriverTest, refusesWhatCannotBePlayedAndSaysSoOnce) {
     EXPECT_THAT(problems, ElementsAre(HasSubstr("gainDb"), HasSubstr("pitch"), HasSubstr("pan")));
     pressWith(0.0, 60.0, std::nullopt);
     EXPECT_EQ(driver.played(), 1);
+    // Six octaves up and down, of which shape and detune take or give less than half a semitone.
+    pressWith(0.0, 72.6, std::nullopt);
+    pressWith(0.0, -72.6, std::nullopt);
+    EXPECT_EQ(driver.played(), 1);
+    pressWith(0.0, 71.4, std::nullopt);
+    pressWith(0.0, -71.4, std::nullopt);
+    EXPECT_EQ(driver.played(), 3);
     EXPECT_EQ(problems.size(), 3u);
+}
+
+TEST_F(KeystrokeDriverTest, sixOctavesUpAndDownAreStillPlayed) {
+    constexpr std::int64_t inTune = 37;
+    ASSERT_EQ(KeyLayout::rate(inTune), 1.0F);
+    for (const double pitch : {72.0, -72.0}) {
+        Board board = plainBoard();
+        board.releaseByDefault = true;
+        Assignment assignment;
+        assignment.pitch = pitch;
+        board.groups[KeyGroup::alphas] = assignment;
+        useBoard(board);
+        driver.key(inTune, false, 0);
+    }
+    EXPECT_EQ(driver.played(), 2);
 }
 
 TEST(PlaySettings, binauralNeedsTheDeskAndTheEars) {
