@@ -4,6 +4,7 @@
 // else.
 
 #include "VornicCore/dsp/DSP.h"
+#include "VornicCore/dsp/Tone.h"
 #include "VornicCore/render/BoardJobs.h"
 #include "VornicCore/render/BuildBoard.h"
 #include "VornicCore/render/FinishStroke.h"

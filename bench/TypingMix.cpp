@@ -2,7 +2,7 @@
 
 #include "VornicCore/audiofiles/LoadAudio.h"
 #include "VornicCore/base/SplitMix64.h"
-#include "VornicCore/dsp/Onset.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/packs/SoundPack.h"
 
 #include <algorithm>

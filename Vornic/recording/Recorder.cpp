@@ -1,7 +1,7 @@
 #include "Vornic/recording/Recorder.h"
 
 #include "VornicCore/base/SampleRate.h"
-#include "VornicCore/dsp/Resample.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/realtime/IntegerPart.h"
 
 #include <algorithm>

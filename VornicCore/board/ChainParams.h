@@ -1,7 +1,7 @@
 #pragma once
 
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/dsp/Equalizer.h"
-#include "VornicCore/dsp/Mode.h"
 
 #include <vector>
 

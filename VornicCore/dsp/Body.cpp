@@ -1,8 +1,5 @@
-#include "VornicCore/dsp/Body.h"
-
 #include "VornicCore/base/SampleRate.h"
-#include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

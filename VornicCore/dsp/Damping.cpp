@@ -1,6 +1,5 @@
-#include "VornicCore/dsp/Damping.h"
-
 #include "VornicCore/base/SampleRate.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "VornicCore/dsp/Drive.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,4 @@
-#include "VornicCore/dsp/Level.h"
-
-#include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

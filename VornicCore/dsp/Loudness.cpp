@@ -1,6 +1,5 @@
-#include "VornicCore/dsp/Loudness.h"
-
 #include "VornicCore/dsp/Biquad.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,5 @@
-#include "VornicCore/dsp/Transient.h"
-
 #include "VornicCore/base/SampleRate.h"
-#include "VornicCore/dsp/Decibels.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,4 @@
-#include "VornicCore/dsp/TrimTail.h"
-
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornicCore/dsp/Mode.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/parts/BuildParts.h"
 #include "VornicCore/parts/PartEffect.h"
 #include "VornicCore/parts/StabParts.h"

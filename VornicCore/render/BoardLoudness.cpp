@@ -1,6 +1,6 @@
 #include "VornicCore/render/BoardLoudness.h"
 
-#include "VornicCore/dsp/Loudness.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/keys/KeySet.h"
 #include "VornicCore/keys/KeyboardLayout.h"
 

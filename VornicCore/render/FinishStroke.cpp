@@ -1,9 +1,6 @@
 #include "VornicCore/render/FinishStroke.h"
 
-#include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/Level.h"
-#include "VornicCore/dsp/Onset.h"
-#include "VornicCore/dsp/TrimTail.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/render/JobLimits.h"
 
 #include <algorithm>

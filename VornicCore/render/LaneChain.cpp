@@ -2,8 +2,7 @@
 
 #include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Biquad.h"
-#include "VornicCore/dsp/Body.h"
-#include "VornicCore/dsp/Decibels.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/dsp/Tone.h"
 #include "VornicCore/realtime/IntegerPart.h"
 

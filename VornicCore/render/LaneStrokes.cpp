@@ -1,7 +1,6 @@
 #include "VornicCore/render/LaneStrokes.h"
 
-#include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/Resample.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/render/FinishStroke.h"
 #include "VornicCore/render/JobLimits.h"
 

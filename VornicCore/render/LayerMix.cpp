@@ -1,8 +1,6 @@
 #include "VornicCore/render/LayerMix.h"
 
-#include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/Onset.h"
-#include "VornicCore/dsp/Resample.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/realtime/IntegerPart.h"
 #include "VornicCore/render/JobLimits.h"
 

@@ -2,7 +2,7 @@
 
 #include "VornicCore/base/SampleRate.h"
 #include "VornicCore/dsp/Biquad.h"
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/realtime/IntegerPart.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "VornicCore/render/Renderer.h"
 
 #include "VornicCore/dsp/DSP.h"
+#include "VornicCore/dsp/Tone.h"
 #include "VornicCore/parts/Parts.h"
 #include "VornicCore/render/FinishStroke.h"
 #include "VornicCore/render/JobLimits.h"

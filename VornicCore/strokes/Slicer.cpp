@@ -1,8 +1,6 @@
 #include "VornicCore/strokes/Slicer.h"
 
-#include "VornicCore/dsp/Level.h"
-#include "VornicCore/dsp/Peak.h"
-#include "VornicCore/dsp/TrimTail.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/realtime/Fatal.h"
 #include "VornicCore/realtime/IntegerPart.h"
 #include "VornicCore/strokes/Envelope.h"

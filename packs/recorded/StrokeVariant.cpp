@@ -2,7 +2,7 @@
 
 #include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/dsp/Biquad.h"
-#include "VornicCore/dsp/Resample.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include "packs/recorded/StrokeShape.h"
 

@@ -2,7 +2,7 @@
 
 #include "Vornic/views/adapters/QmlText.h"
 #include "VornicCore/base/SampleRate.h"
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/strokes/Slicer.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "Vornic/recording/Recorder.h"
 
-#include "VornicCore/dsp/Resample.h"
+#include "VornicCore/dsp/DSP.h"
 #include "tests/support/ExpectRealTimeSafe.h"
 #include "tests/support/FakeMicrophone.h"
 

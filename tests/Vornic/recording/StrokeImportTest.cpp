@@ -1,6 +1,6 @@
 #include "Vornic/recording/StrokeImport.h"
 
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/strokes/Slicer.h"
 #include "tests/support/Required.h"
 #include "tests/support/ScratchFolder.h"

@@ -1,5 +1,4 @@
-#include "VornicCore/dsp/Body.h"
-
+#include "VornicCore/dsp/DSP.h"
 #include "tests/VornicCore/dsp/Signals.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "VornicCore/dsp/Equalizer.h"
 
-#include "VornicCore/dsp/Mode.h"
+#include "VornicCore/dsp/DSP.h"
 
 #include <gtest/gtest.h>
 

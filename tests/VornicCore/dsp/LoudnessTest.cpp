@@ -1,5 +1,4 @@
-#include "VornicCore/dsp/Loudness.h"
-
+#include "VornicCore/dsp/DSP.h"
 #include "tests/VornicCore/dsp/Signals.h"
 
 #include <ebur128.h>

@@ -1,6 +1,6 @@
 #include "VornicCore/render/LaneKernels.h"
 
-#include "VornicCore/dsp/Resample.h"
+#include "VornicCore/dsp/DSP.h"
 #include "tests/VornicCore/render/NoiseStroke.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "VornicCore/render/Renderer.h"
 
 #include "VornicCore/dsp/DSP.h"
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/Tone.h"
 #include "VornicCore/render/StrokeVariation.h"
 #include "tests/VornicCore/render/MapSource.h"
 #include "tests/VornicCore/render/TestStroke.h"

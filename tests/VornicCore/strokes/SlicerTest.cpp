@@ -1,7 +1,6 @@
 #include "VornicCore/strokes/Slicer.h"
 
-#include "VornicCore/dsp/Level.h"
-#include "VornicCore/dsp/TrimTail.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/strokes/Envelope.h"
 #include "tests/VornicCore/strokes/PlainSlicer.h"
 #include "tests/support/TypingNoise.h"
