@@ -93,14 +93,14 @@ void AppModel::chooseFirstBoard() {
 
 void AppModel::connect() {
     sound_->onOutputChange = [this] { refreshState(); };
-    player_->onPlay = [this](std::shared_ptr<const Board> board,
-                             std::shared_ptr<const VoiceBank> bank, double gain) {
-        ++renderRevision_;
-        playing_ = std::move(board);
-        playingGain_ = gain;
-        sound_->setBank(std::move(bank));
+    player_->onPlay = [this](const PlayedBoard& played) {
+        const bool otherSounds = played.bank != played_.bank;
+        played_ = played;
         publish();
-        onChange();
+        if (otherSounds) {
+            ++renderRevision_;
+            onChange();
+        }
     };
     player_->onMessage = [this](const std::string& line) { platform_.log.warning(line); };
     keys_->onKeyDown = [this](std::int64_t keyCode) {
@@ -185,7 +185,7 @@ void AppModel::dropPreview() {
         player_->endTrial();
         if (board() == nullptr) {
             // There is nothing to go back to.
-            playing_.reset();
+            played_ = {};
             publish();
         }
         for (const std::string& id : preview_->opened.samples) {
@@ -213,17 +213,27 @@ void AppModel::boardChanged(BoardEditor::Change change) {
     ++boardRevision_;
     rememberBoard();
     if (board() != nullptr) {
-        const bool selected = change == BoardEditor::Change::selected;
-        if (selected) {
-            player_->setReference(editor_->heardBoard());
-        } else {
+        const Board heard = editor_->heardBoard();
+        switch (change) {
+        case BoardEditor::Change::selected:
+            player_->setReference(heard);
+            player_->choose(heard);
+            break;
+        case BoardEditor::Change::edited:
             player_->compare(false);
+            player_->edit(heard, 150ms);
+            break;
+        case BoardEditor::Change::stepped:
+            player_->compare(false);
+            player_->edit(heard, 0ms);
+            break;
+        case BoardEditor::Change::tweaked:
+            player_->compare(false);
+            player_->edit(heard, 120ms);
+            break;
         }
-        const bool atOnce = selected || change == BoardEditor::Change::stepped;
-        player_->render(editor_->heardBoard(),
-                        atOnce ? 0ms : (change == BoardEditor::Change::tweaked ? 120ms : 150ms));
     } else {
-        playing_.reset();
+        played_ = {};
         publish();
     }
     onChange();
@@ -251,11 +261,11 @@ void AppModel::setComparing(bool on) {
 
 void AppModel::publish() {
     auto settings = std::make_shared<PlaySettings>();
-    settings->board = playing_;
-    settings->gain = playingGain_;
+    settings->played = played_;
     settings->stage = stage();
     settings->binaural = wantsBinaural(stage().placement, outputKind(), headphones());
     settings->silenced = silence().has_value();
+    sound_->setBank(played_.bank);
     keys_->apply(std::move(settings));
 }
 

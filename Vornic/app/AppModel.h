@@ -92,8 +92,8 @@ class AppModel {
     bool keepPreview();
     void dropPreview();
 
-    /// The board that keys play, as rendered; null before the first render.
-    const std::shared_ptr<const Board>& playing() const { return playing_; }
+    /// The board that keys play; null before the first render.
+    const std::shared_ptr<const Board>& playing() const { return played_.board; }
 
     const SimpleTweaks& tweaks() const { return editor_->tweaks(); }
     void setTweaks(const SimpleTweaks& tweaks) { editor_->setTweaks(tweaks); }
@@ -235,8 +235,7 @@ class AppModel {
     bool chosenByUser_ = false;
     bool firstStart_ = false;
 
-    std::shared_ptr<const Board> playing_;
-    double playingGain_ = 1.0;
+    PlayedBoard played_;
     std::optional<Silence> lastSilence_;
     bool secureInput_ = false;
     bool micInUse_ = false;

@@ -31,8 +31,7 @@ class EventClock final : public Clock {
 } // namespace
 
 OfflineReport OfflinePlayer::play(const std::vector<KeyEvent>& events,
-                                  std::shared_ptr<const PlaySettings> settings,
-                                  std::shared_ptr<const VoiceBank> bank, FileOutput& output,
+                                  std::shared_ptr<const PlaySettings> settings, FileOutput& output,
                                   const std::function<void(const std::string&)>& report) const {
     EventClock clock;
     SoundEngine engine(output, clock, [](const std::function<void()>& work) { work(); },
@@ -41,7 +40,7 @@ OfflineReport OfflinePlayer::play(const std::vector<KeyEvent>& events,
     engine.setReflection(reflection.level, reflection.damp);
     engine.setRoom(settings->stage.room);
     engine.setVolume(options_.volume);
-    engine.setBank(std::move(bank));
+    engine.setBank(settings->played.bank);
     KeystrokeDriver driver(engine, clock, options_.seed, report);
     driver.apply(std::move(settings));
 

@@ -3,7 +3,6 @@
 #include "Vornic/commands/FileOutput.h"
 #include "Vornic/typing/KeyEvent.h"
 #include "Vornic/typing/PlaySettings.h"
-#include "VornicCore/sampler/VoiceBank.h"
 
 #include <cstdint>
 #include <functional>
@@ -50,8 +49,7 @@ class OfflinePlayer {
     /// std::runtime_error with a sentence for the user when the file cannot be written; nothing is
     /// left of it then.
     OfflineReport play(const std::vector<KeyEvent>& events,
-                       std::shared_ptr<const PlaySettings> settings,
-                       std::shared_ptr<const VoiceBank> bank, FileOutput& output,
+                       std::shared_ptr<const PlaySettings> settings, FileOutput& output,
                        const std::function<void(const std::string&)>& report) const;
 
     /// The slowest voice of a long recording lasts longer than anybody wants to wait for.

@@ -62,11 +62,12 @@ TypeOutcome playIntoFile(const TypeRequest& request, const std::vector<KeyEvent>
     BoardShelf shelf(request.packs);
 
     auto settings = std::make_shared<PlaySettings>();
-    settings->board =
+    const auto board =
         std::make_shared<const Board>(chooseBoard(request.board, shelf.store, shelf.library));
     settings->stage = request.stage;
     settings->binaural = wantsBinaural(request.stage.placement, request.outputKind, false);
-    RenderedBoard rendered = RenderService::build(*settings->board, shelf.library);
+    RenderedBoard rendered = RenderService::build(*board, shelf.library);
+    settings->played = {.board = board, .rendered = board, .bank = rendered.bank};
 
     TypeOutcome outcome;
     outcome.remarks = std::move(rendered.messages);
@@ -76,7 +77,7 @@ TypeOutcome playIntoFile(const TypeRequest& request, const std::vector<KeyEvent>
     FileOutput output(request.out);
     const OfflinePlayer player({request.seed, request.raw, request.volume});
     outcome.report =
-        player.play(events, std::move(settings), std::move(rendered.bank), output,
+        player.play(events, std::move(settings), output,
                     [&outcome](const std::string& problem) { outcome.remarks.push_back(problem); });
     return outcome;
 }

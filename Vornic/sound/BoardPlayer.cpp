@@ -9,8 +9,21 @@ namespace vornic {
 BoardPlayer::BoardPlayer(const Clock& clock, Scheduler& scheduler,
                          std::shared_ptr<const SampleSource> library, RenderService::Build builder)
     : clock_(clock), builder_(builder), library_(std::move(library)),
-      renderer_(clock, scheduler, builder), referenceRenderer_(clock, scheduler, builder),
-      trialRenderer_(clock, scheduler, std::move(builder)) {}
+      renderer_(clock, scheduler, std::move(builder)) {}
+
+void BoardPlayer::choose(const Board& board) {
+    chosen_ = true;
+    render(board, std::chrono::milliseconds(0));
+}
+
+void BoardPlayer::edit(const Board& board, std::chrono::milliseconds delay) {
+    if (!chosen_ && current_.played.bank) {
+        current_.played.board = std::make_shared<const Board>(board);
+        current_.loudness.reset();
+        play();
+    }
+    render(board, delay);
+}
 
 void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
     const auto wanted = std::make_shared<const Board>(board);
@@ -21,7 +34,8 @@ void BoardPlayer::render(const Board& board, std::chrono::milliseconds delay) {
                      });
     // The current board is about to differ from the reference, whose own bank may never come by
     // that way any more.
-    if (reference_.board && !reference_.bank && !(board == *reference_.board)) {
+    const PlayedBoard& reference = reference_.played;
+    if (reference.board && !reference.bank && !(board == *reference.board)) {
         renderReference();
     }
 }
@@ -38,88 +52,97 @@ void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoa
                            double seconds) {
     report(result);
     rendering_ = false;
+    chosen_ = false;
     lastRenderSeconds_ = seconds;
-    current_ = {.board = std::move(board), .bank = result.bank};
-    if (reference_.board && !reference_.bank && *reference_.board == *current_.board) {
-        reference_.bank = current_.bank;
+    current_ = {.played = {.board = board, .rendered = board, .bank = result.bank}};
+    if (reference_.played.board && !reference_.played.bank && *reference_.played.board == *board) {
+        reference_.played.bank = result.bank;
     }
     play();
 }
 
 void BoardPlayer::setReference(const Board& board) {
     comparing_ = false;
-    reference_ = {.board = std::make_shared<const Board>(board), .bank = nullptr};
-    if (current_.board && *current_.board == board) {
-        reference_.bank = current_.bank;
+    renderer_.drop(RenderPurpose::compared);
+    const auto fresh = std::make_shared<const Board>(board);
+    reference_ = {.played = {.board = fresh, .rendered = fresh, .bank = nullptr}};
+    if (current_.played.bank && *current_.played.rendered == board) {
+        reference_.played.bank = current_.played.bank;
     }
     play();
 }
 
 void BoardPlayer::renderReference() {
-    referenceRenderer_.render(
-        *reference_.board, library_, std::chrono::milliseconds(0),
-        [this, board = reference_.board](const RenderedBoard& result, double /*seconds*/) {
-            if (board == reference_.board && !reference_.bank) {
-                reference_.bank = result.bank;
+    renderer_.render(
+        *reference_.played.board, library_, std::chrono::milliseconds(0),
+        [this, board = reference_.played.board](const RenderedBoard& result, double /*seconds*/) {
+            if (board == reference_.played.board && !reference_.played.bank) {
+                reference_.played.bank = result.bank;
                 play();
             }
-        });
+        },
+        RenderPurpose::compared);
 }
 
 void BoardPlayer::compare(bool on) {
-    if (comparing_ == on || !reference_.board) {
+    if (comparing_ == on || !reference_.played.board) {
         return;
     }
     comparing_ = on;
-    if (on && !reference_.bank) {
+    if (on && !reference_.played.bank) {
         renderReference();
     }
     play();
 }
 
 void BoardPlayer::tryOut(const Board& board) {
-    trial_ = {.board = std::make_shared<const Board>(board), .bank = nullptr};
-    trialRenderer_.render(
+    const auto tried = std::make_shared<const Board>(board);
+    trial_ = {.played = {.board = tried, .rendered = tried, .bank = nullptr}};
+    renderer_.render(
         board, library_, std::chrono::milliseconds(0),
-        [this, tried = trial_->board](const RenderedBoard& result, double /*seconds*/) {
-            if (trial_ && trial_->board == tried) {
+        [this, tried](const RenderedBoard& result, double /*seconds*/) {
+            if (trial_ && trial_->played.board == tried) {
                 report(result);
-                trial_->bank = result.bank;
+                trial_->played.bank = result.bank;
                 play();
             }
-        });
+        },
+        RenderPurpose::lookedAt);
 }
 
 void BoardPlayer::endTrial() {
     if (trial_) {
         trial_.reset();
+        renderer_.drop(RenderPurpose::lookedAt);
         play();
     }
 }
 
 void BoardPlayer::play() {
-    if (trial_ && trial_->bank) {
-        onPlay(trial_->board, trial_->bank, 1.0);
-    } else if (comparing_ && reference_.bank) {
-        onPlay(reference_.board, reference_.bank,
-               matchingGain(loudness(reference_), loudness(current_)));
-    } else if (current_.bank) {
-        onPlay(current_.board, current_.bank, 1.0);
+    if (trial_ && trial_->played.bank) {
+        onPlay(trial_->played);
+    } else if (comparing_ && reference_.played.bank) {
+        PlayedBoard matched = reference_.played;
+        matched.gain = matchingGain(loudness(reference_), loudness(current_));
+        onPlay(matched);
+    } else if (current_.played.bank) {
+        onPlay(current_.played);
     }
 }
 
 std::optional<double> BoardPlayer::loudness(Version& version) {
-    if (!version.bank) {
+    if (!version.played.bank) {
         return std::nullopt;
     }
     if (!version.loudness) {
-        version.loudness = boardLoudness(*version.board, *version.bank);
+        version.loudness = boardLoudness(*version.played.board, *version.played.bank);
     }
     return *version.loudness;
 }
 
 std::span<const float> BoardPlayer::stroke(std::string_view key) const {
-    const auto pool = current_.bank ? current_.bank->pool(key) : std::span<const Sample>();
+    const auto pool =
+        current_.played.bank ? current_.played.bank->pool(key) : std::span<const Sample>();
     return pool.empty()
                ? std::span<const float>()
                : std::span(pool.front().data, static_cast<std::size_t>(pool.front().length));

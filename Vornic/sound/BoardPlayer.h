@@ -2,6 +2,7 @@
 
 #include "Vornic/ports/Clock.h"
 #include "Vornic/ports/Scheduler.h"
+#include "Vornic/sound/PlayedBoard.h"
 #include "Vornic/sound/RenderService.h"
 #include "VornicCore/board/Board.h"
 #include "VornicCore/packs/SampleSource.h"
@@ -20,7 +21,7 @@ namespace vornic {
 
 /// Renders boards in the background and says what is to play: the current board as last rendered;
 /// while two versions are compared, the reference, which stays rendered for that; while a board is
-/// tried out, that one. Main thread.
+/// tried out, that one. Thread: main.
 class BoardPlayer {
   public:
     /// All outlive it; `library` is shared with renders under way.
@@ -28,17 +29,18 @@ class BoardPlayer {
                 std::shared_ptr<const SampleSource> library,
                 RenderService::Build builder = RenderService::build);
 
-    /// A board and its bank that keys play from now on, and the gain of every key. They change
-    /// together: a key of the one finds no sound in the other. The gain makes the reference as loud
-    /// as the current board; that plays as it is.
-    std::function<void(std::shared_ptr<const Board>, std::shared_ptr<const VoiceBank>, double gain)>
-        onPlay = [](auto&&, auto&&, double) {};
+    /// What keys play from now on. The gain makes the reference as loud as the current board, which
+    /// plays as it is.
+    std::function<void(const PlayedBoard&)> onPlay = [](const PlayedBoard&) {};
     /// A value of a board could not be rendered as it stands.
     std::function<void(const std::string&)> onMessage = [](const std::string&) {};
 
-    /// Makes `board` the current one and renders it after `delay`, unless another one comes first;
-    /// until then the one before plays on.
-    void render(const Board& board, std::chrono::milliseconds delay);
+    /// Makes `board` the current one and renders it; until that is done the one before plays on.
+    void choose(const Board& board);
+
+    /// The current board after an edit. What needs no rendering is heard at once; the board is
+    /// rendered after `delay`, unless another edit comes first.
+    void edit(const Board& board, std::chrono::milliseconds delay);
 
     /// Renders the current board here and now; how that went. The caller waits.
     struct FullRender {
@@ -72,12 +74,12 @@ class BoardPlayer {
 
   private:
     struct Version {
-        std::shared_ptr<const Board> board;
-        std::shared_ptr<const VoiceBank> bank; // null until it is rendered
+        PlayedBoard played; // without a bank until it is rendered
         // Measured when it is first compared; none for a silent one.
         std::optional<std::optional<double>> loudness = std::nullopt;
     };
 
+    void render(const Board& board, std::chrono::milliseconds delay);
     void rendered(std::shared_ptr<const Board> board, const RenderedBoard& result, double seconds);
     void renderReference();
     void play();
@@ -88,15 +90,14 @@ class BoardPlayer {
     RenderService::Build builder_;
     std::shared_ptr<const SampleSource> library_;
     Version current_;
+    /// Another board is chosen, and what is current is still the one before.
+    bool chosen_ = false;
     Version reference_;
     std::optional<Version> trial_;
     bool comparing_ = false;
     bool rendering_ = false;
     std::optional<double> lastRenderSeconds_;
-    // One each: a request for the one must not overtake the other's.
     RenderService renderer_;
-    RenderService referenceRenderer_;
-    RenderService trialRenderer_;
 };
 
 } // namespace vornic

@@ -1,5 +1,7 @@
 #include "Vornic/sound/RenderService.h"
 
+#include "VornicCore/base/ThisThread.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <cstdint>
@@ -9,7 +11,16 @@
 
 namespace vornic {
 
+namespace {
+
+constexpr std::size_t index(RenderPurpose purpose) {
+    return static_cast<std::size_t>(purpose);
+}
+
+} // namespace
+
 struct RenderService::Request {
+    RenderPurpose purpose;
     Board board;
     std::shared_ptr<const SampleSource> library;
     Done done;
@@ -23,33 +34,36 @@ class RenderService::Queue : public std::enable_shared_from_this<RenderService::
     Queue(const Clock& clock, Scheduler& scheduler, Build builder)
         : clock_(clock), scheduler_(scheduler), builder_(std::move(builder)) {}
 
-    /// Starts a new generation: older requests deliver nothing any more, and one that still waits
-    /// for its turn is not even built. Main thread.
-    std::uint64_t overtake() {
+    /// Starts a new generation: older requests for that purpose deliver nothing any more, and one
+    /// that still waits for its turn is not even built. Main thread.
+    std::uint64_t overtake(RenderPurpose purpose) {
         const std::scoped_lock lock(mutex_);
-        waiting_.reset();
-        return ++generation_;
+        waiting_[index(purpose)].reset();
+        return ++generations_[index(purpose)];
     }
 
     /// Hands over a request whose delay has passed. Main thread.
     void submit(Request request) {
         {
             const std::scoped_lock lock(mutex_);
-            waiting_ = std::move(request);
+            waiting_[index(request.purpose)] = std::move(request);
         }
         wake_.notify_one();
     }
 
     /// Builds one request after the other until stopped. Render thread.
     void work(const std::stop_token& stop) {
+        // A key goes before a board, also on a machine with one core. Helpers inherit both.
+        ThisThread::setName("vornic.render");
+        ThisThread::stepBack();
         while (std::optional<Request> request = take(stop)) {
             const std::uint64_t begin = clock_.nanos();
             RenderedBoard board = builder_(request->board, *request->library);
             const double seconds = static_cast<double>(clock_.nanos() - begin) / 1e9;
             scheduler_.post([queue = shared_from_this(), board = std::move(board), seconds,
-                             generation = request->generation,
+                             purpose = request->purpose, generation = request->generation,
                              done = std::move(request->done)]() mutable {
-                if (generation == queue->generation_) {
+                if (generation == queue->generations_[index(purpose)]) {
                     done(std::move(board), seconds);
                 }
             });
@@ -59,22 +73,25 @@ class RenderService::Queue : public std::enable_shared_from_this<RenderService::
   private:
     std::optional<Request> take(const std::stop_token& stop) {
         std::unique_lock lock(mutex_);
-        wake_.wait(lock, stop, [&] { return waiting_.has_value(); });
+        const auto first = [&] {
+            return std::ranges::find_if(waiting_, &std::optional<Request>::has_value);
+        };
+        wake_.wait(lock, stop, [&] { return first() != waiting_.end(); });
         if (stop.stop_requested()) {
             return std::nullopt;
         }
-        return std::exchange(waiting_, std::nullopt);
+        return std::exchange(*first(), std::nullopt);
     }
 
     const Clock& clock_;
     Scheduler& scheduler_;
     Build builder_;
 
-    std::uint64_t generation_ = 0; // main thread
+    ByPurpose<std::uint64_t> generations_{}; // main thread
 
     std::mutex mutex_;
     std::condition_variable_any wake_;
-    std::optional<Request> waiting_; // guarded by mutex_
+    ByPurpose<std::optional<Request>> waiting_; // guarded by mutex_
 };
 
 RenderService::RenderService(const Clock& clock, Scheduler& scheduler, Build builder)
@@ -82,21 +99,30 @@ RenderService::RenderService(const Clock& clock, Scheduler& scheduler, Build bui
       worker_([queue = queue_](const std::stop_token& stop) { queue->work(stop); }) {}
 
 RenderService::~RenderService() {
-    queue_->overtake();
+    for (std::size_t purpose = 0; purpose < purposes; ++purpose) {
+        drop(static_cast<RenderPurpose>(purpose));
+    }
 }
 
 void RenderService::render(Board board, std::shared_ptr<const SampleSource> library,
-                           std::chrono::milliseconds delay, Done done) {
-    pending_.reset();
-    const std::uint64_t generation = queue_->overtake();
+                           std::chrono::milliseconds delay, Done done, RenderPurpose purpose) {
+    pending_[index(purpose)].reset();
+    const std::uint64_t generation = queue_->overtake(purpose);
     // The timer's work may be copied, the request need not.
-    auto request = std::make_shared<Request>(Request{.board = std::move(board),
+    auto request = std::make_shared<Request>(Request{.purpose = purpose,
+                                                     .board = std::move(board),
                                                      .library = std::move(library),
                                                      .done = std::move(done),
                                                      .generation = generation});
-    pending_ = scheduler_.after(delay, [queue = queue_, request = std::move(request)] {
-        queue->submit(std::move(*request));
-    });
+    pending_[index(purpose)] =
+        scheduler_.after(delay, [queue = queue_, request = std::move(request)] {
+            queue->submit(std::move(*request));
+        });
+}
+
+void RenderService::drop(RenderPurpose purpose) {
+    pending_[index(purpose)].reset();
+    queue_->overtake(purpose);
 }
 
 RenderedBoard RenderService::build(const Board& board, const SampleSource& library) {

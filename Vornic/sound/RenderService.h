@@ -6,15 +6,22 @@
 #include "VornicCore/packs/SampleSource.h"
 #include "VornicCore/render/BuildBoard.h"
 
+#include <array>
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <thread>
 
 namespace vornic {
 
-/// Renders boards in the background, one at a time. Edits in quick succession render once, and a
-/// result that a newer request has overtaken is dropped. Main thread only, unless noted.
+/// What a board is rendered for, by rank: of those that wait, the first one goes first.
+enum class RenderPurpose : std::uint8_t { played, compared, lookedAt };
+
+/// Renders boards in the background, one at a time. Each purpose has one request at most: edits in
+/// quick succession render once, and a result that a newer request for the same purpose has
+/// overtaken is dropped. Thread: main, where nothing else is said.
 class RenderService {
   public:
     /// The new board and how long it took to render, in seconds.
@@ -30,21 +37,29 @@ class RenderService {
     ~RenderService();
 
     /// Renders `board` as it is now, after `delay`. `done` is called on the main thread, unless
-    /// another request comes first. `library` is kept until the build has ended.
+    /// another request for that purpose comes first. `library` is kept until the build has ended.
     void render(Board board, std::shared_ptr<const SampleSource> library,
-                std::chrono::milliseconds delay, Done done);
+                std::chrono::milliseconds delay, Done done,
+                RenderPurpose purpose = RenderPurpose::played);
 
-    /// Renders on all cores without waiting for its turn, and counts for no request: for previews
-    /// and references. Blocks; any thread.
+    /// Nobody waits for a board for that purpose any more.
+    void drop(RenderPurpose purpose);
+
+    /// Renders on all cores without waiting for its turn, and counts for no request. Blocks.
+    /// Thread: any.
     static RenderedBoard build(const Board& board, const SampleSource& library);
 
   private:
+    static constexpr std::size_t purposes = 3;
+    template <typename Item>
+    using ByPurpose = std::array<Item, purposes>;
+
     struct Request;
     class Queue;
 
     Scheduler& scheduler_;
     std::shared_ptr<Queue> queue_;
-    std::unique_ptr<Scheduler::Timer> pending_;
+    ByPurpose<std::unique_ptr<Scheduler::Timer>> pending_;
     std::jthread worker_;
 };
 

@@ -26,6 +26,10 @@ void RetiredBanks::add(std::shared_ptr<const VoiceBank> bank, double now) {
     banks_.push_back({.bank = std::move(bank), .since = now, .lastEvent = std::nullopt});
 }
 
+void RetiredBanks::takeBack(const std::shared_ptr<const VoiceBank>& bank) {
+    std::erase_if(banks_, [&](const Retired& retired) { return retired.bank == bank; });
+}
+
 void RetiredBanks::release(double now, const SamplerCore& core) {
     std::erase_if(banks_, [&](Retired& retired) {
         if (!retired.lastEvent && heldAlone(retired.bank)) {

@@ -12,7 +12,7 @@ namespace vornic {
 
 class SamplerCore;
 
-/// Replaced banks, kept until nothing can read their frames any more. Main thread.
+/// Replaced banks, kept until nothing can read their frames any more. Thread: main.
 class RetiredBanks {
   public:
     /// The shortest time that a replaced bank is kept, in seconds.
@@ -20,6 +20,9 @@ class RetiredBanks {
 
     /// Keeps `bank`, replaced at `now` (seconds).
     void add(std::shared_ptr<const VoiceBank> bank, double now);
+
+    /// Forgets `bank`, which plays again. Kept twice, a bank would hold itself for ever.
+    void takeBack(const std::shared_ptr<const VoiceBank>& bank);
 
     /// Frees every bank that was replaced more than `shortestStay` before `now`, that nobody else
     /// holds any more, and whose last voice `core` has reported as ended. A voice may outlast the

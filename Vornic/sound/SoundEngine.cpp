@@ -45,16 +45,12 @@ bool SoundEngine::ensureRunning() {
     return output_.requestStart();
 }
 
-std::shared_ptr<const VoiceBank> SoundEngine::bank() const {
-    const std::scoped_lock lock(bankMutex_);
-    return bank_;
-}
-
 void SoundEngine::setBank(std::shared_ptr<const VoiceBank> bank) {
-    {
-        const std::scoped_lock lock(bankMutex_);
-        std::swap(bank_, bank);
+    if (bank == bank_) {
+        return;
     }
+    retired_.takeBack(bank);
+    std::swap(bank_, bank);
     if (bank != nullptr) {
         retired_.add(std::move(bank), clock_.seconds());
     }

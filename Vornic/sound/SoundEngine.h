@@ -14,18 +14,17 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <span>
 
 namespace vornic {
 
-/// Connects the sampler to the sound output: sampler, room, limiter, volume. Holds the bank that
-/// keys play from, keeps replaced banks alive while a voice may read them, starts the output on
-/// demand and pauses it after a time without use.
+/// Connects the sampler to the sound output: sampler, room, limiter, volume. Keeps the bank that
+/// keys play from, and replaced ones while a voice may read them, starts the output on demand and
+/// pauses it after a time without use.
 ///
-/// Threads: construction, destruction and everything not said otherwise on the main thread;
-/// `ensureRunning`, `bank` and `core().play` on the key thread; `render` on the audio thread.
-/// Stop the key thread before destroying the engine.
+/// Thread: main, for construction, destruction and everything not said otherwise; `ensureRunning`
+/// and `core().play` on the key thread, `render` on the audio thread. Stop the key thread before
+/// destroying the engine.
 class SoundEngine final : public AudioOutput::Source {
   public:
     /// Runs work on the key thread, in order; the offline path runs it at once.
@@ -54,11 +53,12 @@ class SoundEngine final : public AudioOutput::Source {
     /// lock that the sound server can hold. Any thread.
     bool ensureRunning();
 
-    /// The bank that keys play from; may be none. Keep the result until `play` has returned: what
-    /// it holds stays valid from then on for as long as a voice reads it. Any thread.
-    std::shared_ptr<const VoiceBank> bank() const;
+    /// The bank that keys play from; may be none.
+    const std::shared_ptr<const VoiceBank>& bank() const { return bank_; }
 
-    /// Makes `bank` current and retires the one before.
+    /// Makes `bank` current and retires the one before, if it is another. Call it before the key
+    /// thread gets `bank`: from then on its frames stay valid for as long as the key thread holds
+    /// it or a voice reads it.
     void setBank(std::shared_ptr<const VoiceBank> bank);
 
     /// Changes the room: its preset and mix first, what lets it through last.
@@ -100,7 +100,6 @@ class SoundEngine final : public AudioOutput::Source {
     const Executor runOnKeyThread_;
     const Options options_;
     SamplerCore core_;
-    mutable std::mutex bankMutex_; // guards bank_ for the time of a pointer's copy
     std::shared_ptr<const VoiceBank> bank_;
     RetiredBanks retired_;
     std::atomic<double> lastUse_; // seconds of clock_; minus infinity before the first use

@@ -1,5 +1,6 @@
 #include "Vornic/typing/KeyThread.h"
 
+#include "VornicCore/base/ThisThread.h"
 #include "VornicCore/realtime/Fatal.h"
 
 #include <fcntl.h>
@@ -85,6 +86,7 @@ void KeyThread::unwatch(EventSource& source) {
 }
 
 void KeyThread::run() {
+    ThisThread::setName("vornic.keys");
     raisePriority();
     while (!stopping_) {
         waitAndDispatch();

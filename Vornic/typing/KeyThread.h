@@ -12,7 +12,7 @@ namespace vornic {
 /// The thread on which keys are read and played. It waits for event sources and for posted work and
 /// runs everything here, one thing at a time, so that nothing that the interface thread does can
 /// delay a key. It takes the lowest real-time priority where the system grants that, and does
-/// without where not.
+/// without where not. Thread: main, where nothing else is said.
 class KeyThread {
   public:
     KeyThread();

@@ -34,6 +34,24 @@ bool playsRelease(ReleaseMode mode, const Board& board) {
     return false;
 }
 
+std::span<const Sample> poolOf(const PlayedBoard& played, const std::string& key) {
+    return played.bank ? played.bank->pool(key) : std::span<const Sample>();
+}
+
+/// The variations of a press of `sound`. While that is yet to be rendered, the key goes on to play
+/// the one it had before: a key is never silent because of an edit.
+std::span<const Sample> pressOf(const SoundSpec& sound, std::int64_t keyCode, Velocity velocity,
+                                const PlayedBoard& played) {
+    const bool stabilised = KeySet::isStabilised(keyCode);
+    const auto wanted = poolOf(played, VoiceBank::key(sound.id, stabilised, velocity));
+    if (!wanted.empty() || !played.rendered || played.rendered == played.board) {
+        return wanted;
+    }
+    const auto before = played.rendered->resolve(keyCode);
+    return before ? poolOf(played, VoiceBank::key(before->sound->id, stabilised, velocity))
+                  : wanted;
+}
+
 } // namespace
 
 KeystrokeDriver::KeystrokeDriver(SoundEngine& engine, const Clock& clock, std::uint64_t seed,
@@ -45,14 +63,14 @@ void KeystrokeDriver::apply(std::shared_ptr<const PlaySettings> settings) {
 }
 
 void KeystrokeDriver::key(std::int64_t keyCode, bool down, std::uint64_t nanos) {
-    if (settings_ && settings_->board && !settings_->silenced) {
+    if (settings_ && settings_->played.board && !settings_->silenced) {
         play(*settings_, keyCode, down, nanos);
     }
 }
 
 void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, bool down,
                            std::uint64_t nanos) {
-    const Board& board = *settings.board;
+    const Board& board = *settings.played.board;
     const auto resolved = board.resolve(keyCode);
     if (!resolved) {
         return;
@@ -68,20 +86,20 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
         settings.binaural ? VoiceStage::binaural(voice.pan, sampleRate) : VoiceStage::none;
     const double baseRate = static_cast<double>(
         KeyLayout::rate(keyCode) * std::exp2(static_cast<float>(assignment.pitch) / 12.0f));
-    const double baseGain = std::pow(10.0, assignment.gainDb / 20.0) * settings.gain;
+    const double baseGain = std::pow(10.0, assignment.gainDb / 20.0) * settings.played.gain;
 
     if (!down) {
         if (playsRelease(assignment.release, board)) {
             voice.gain = baseGain * releaseGain;
             voice.rate = baseRate;
-            playFrom(VoiceBank::releaseKey(sound->id), voice);
+            playOneOf(poolOf(settings.played, VoiceBank::releaseKey(sound->id)), voice);
         }
         return;
     }
     const StrokeShape shape = dynamics_.down(clock_.seconds(), generator_);
     voice.gain = ((static_cast<double>(shape.gain) - 1.0) * shapeGainShare + 1.0) * baseGain;
     voice.rate = baseRate * ((static_cast<double>(shape.rate) - 1.0) * shapeRateShare + 1.0);
-    playFrom(VoiceBank::key(sound->id, KeySet::isStabilised(keyCode), velocity(board)), voice);
+    playOneOf(pressOf(*sound, keyCode, velocity(board), settings.played), voice);
 }
 
 Velocity KeystrokeDriver::velocity(const Board& board) const {
@@ -95,12 +113,7 @@ Velocity KeystrokeDriver::velocity(const Board& board) const {
     return x >= 0.34 ? Velocity::medium : Velocity::soft;
 }
 
-void KeystrokeDriver::playFrom(const std::string& pool, const Voice& voice) {
-    const auto bank = engine_.bank();
-    if (!bank) {
-        return;
-    }
-    const auto variations = bank->pool(pool);
+void KeystrokeDriver::playOneOf(std::span<const Sample> variations, const Voice& voice) {
     if (variations.empty() || !engine_.ensureRunning()) {
         return;
     }

@@ -11,13 +11,14 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 
 namespace vornic {
 
 /// Turns a key event into at most one voice: resolves the key through the board, chooses the
 /// velocity from the typing pace, picks a variation and computes gain, pan, rate and stage.
-/// Everything runs on the key thread, or on one thread that plays a sequence offline.
+/// Thread: key; or the one thread that plays a sequence offline.
 class KeystrokeDriver {
   public:
     /// `clock` times the typing dynamics. `seed` starts the random choices. `report` is told, once
@@ -25,7 +26,8 @@ class KeystrokeDriver {
     KeystrokeDriver(SoundEngine& engine, const Clock& clock, std::uint64_t seed,
                     std::function<void(const std::string&)> report);
 
-    /// Takes effect with the next key.
+    /// Takes effect with the next key. The engine has its bank by `setBank`, which keeps what
+    /// voices read.
     void apply(std::shared_ptr<const PlaySettings> settings);
 
     /// Plays the key event, unless the program is quiet. `nanos` is the event's monotonic time.
@@ -45,7 +47,7 @@ class KeystrokeDriver {
 
     void play(const PlaySettings& settings, std::int64_t keyCode, bool down, std::uint64_t nanos);
     Velocity velocity(const Board& board) const;
-    void playFrom(const std::string& pool, const Voice& voice);
+    void playOneOf(std::span<const Sample> variations, const Voice& voice);
     bool playable(const Voice& voice);
     bool refuse(const std::string& field);
 

@@ -158,6 +158,14 @@ class ModelFixture : public ::testing::Test {
         });
     }
 
+    /// Waits until the key thread has taken over what the model told it: a key that is there at
+    /// the same time goes first.
+    bool keysFollow() {
+        const auto done = std::make_shared<std::atomic<bool>>(false);
+        model->keys().post([done] { *done = true; });
+        return eventually([&] { return done->load(); });
+    }
+
     bool heard() {
         const auto block = output.render(128, clock.nanos());
         const auto loud = [](float sample) { return std::abs(sample) > 0.02f; };

@@ -161,6 +161,56 @@ TEST_F(AppModelBoardsTest, comparingPlaysTheVersionThatTheUserStartedFrom) {
     EXPECT_FALSE(model->comparing()) << "whoever edits wants to hear it";
 }
 
+TEST_F(AppModelBoardsTest, replacedBanksAreFreedHoweverTheyWereReplaced) {
+    ASSERT_TRUE(startToPlay());
+    std::vector<std::weak_ptr<const VoiceBank>> banks;
+    const auto noteTheNext = [&] {
+        const auto before = banks.empty() ? nullptr : banks.back().lock();
+        scheduler.advance(150ms);
+        const bool came = eventually([&] { return model->sound().bank() != before; });
+        banks.push_back(model->sound().bank());
+        return came;
+    };
+    const auto file = scratch / "sent.vornic";
+    ASSERT_TRUE(model->exportBoard(file));
+    ASSERT_TRUE(noteTheNext());
+    for (int round = 1; round <= 3; ++round) {
+        setRattle(0.2 * round);
+        ASSERT_TRUE(noteTheNext());
+        for (const bool comparing : {true, false, true, false}) {
+            model->setComparing(comparing);
+        }
+        ASSERT_TRUE(model->previewBoard(file));
+        ASSERT_TRUE(noteTheNext());
+        model->dropPreview();
+        model->setVolume(0.1 * round); // nothing of this concerns the bank
+        model->setStage({.placement = round == 2 ? Placement::close : Placement::desk});
+        model->newBoard();
+        ASSERT_TRUE(noteTheNext());
+    }
+    EXPECT_TRUE(eventually([&] {
+        clock.advance(1.0);
+        scheduler.advance(1000ms);
+        return model->sound().retiredBanks() == 0;
+    }));
+    banks.pop_back();
+    EXPECT_TRUE(std::ranges::all_of(banks, [](const auto& bank) { return bank.expired(); }));
+}
+
+TEST_F(AppModelBoardsTest, anEditThatNeedsNoRenderingIsHeardWithTheNextKey) {
+    ASSERT_TRUE(startToPlay());
+    model->setStage({.placement = Placement::close, .room = Room::dry});
+    const auto bank = model->sound().bank();
+    model->edit([](Board& board) { board.keys[std::to_string(FakeTap::key)].pan = 1.0; });
+    ASSERT_TRUE(keysFollow());
+    tap.press();
+    ASSERT_TRUE(eventually([&] { return model->sound().core().pushedEvents() == 1; }));
+    const auto block = output.render(512, clock.nanos());
+    EXPECT_LT(std::abs(*std::ranges::max_element(block.left)), 1e-6F);
+    EXPECT_GT(std::abs(*std::ranges::max_element(block.right)), 0.02F);
+    EXPECT_EQ(model->sound().bank(), bank) << "nothing is rendered yet";
+}
+
 TEST_F(AppModelBoardsTest, adragOfASliderRendersOnceItRests) {
     std::atomic<int> builds{0};
     auto counted = options();

@@ -47,11 +47,12 @@ class OfflinePlayerTest : public ::testing::Test {
 
     OfflineReport play(const std::vector<KeyEvent>& events) {
         PlaySettings settings;
-        settings.board = std::make_shared<const Board>(board);
+        const auto shared = std::make_shared<const Board>(board);
+        settings.played = {.board = shared, .rendered = shared, .bank = bank};
         settings.stage = stage;
         FileOutput output(file);
         return OfflinePlayer(options).play(
-            events, std::make_shared<const PlaySettings>(settings), bank, output,
+            events, std::make_shared<const PlaySettings>(settings), output,
             [this](const std::string& problem) { problems.push_back(problem); });
     }
 

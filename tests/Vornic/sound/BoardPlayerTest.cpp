@@ -29,11 +29,12 @@ Board named(const std::string& name) {
 class BoardPlayerTest : public ::testing::Test {
   protected:
     BoardPlayerTest() {
-        player.onPlay = [this](const std::shared_ptr<const Board>& board,
-                               const std::shared_ptr<const VoiceBank>& bank, double given) {
-            EXPECT_FALSE(bank->pool(board->name).empty()) << "board and bank belong together";
-            playing = board->name;
-            gain = given;
+        player.onPlay = [this](const PlayedBoard& played) {
+            EXPECT_FALSE(played.bank->pool(played.rendered->name).empty())
+                << "the bank is that of the rendered board";
+            playing = played.board->name;
+            sounds = played.rendered->name;
+            gain = played.gain;
             ++plays;
         };
     }
@@ -52,13 +53,14 @@ class BoardPlayerTest : public ::testing::Test {
     }
     bool comesToPlay(const std::string& name) {
         scheduler.advance(1000ms);
-        return eventually([&] { return playing == name; });
+        return eventually([&] { return playing == name && sounds == name; });
     }
 
     ManualClock clock;
     ManualScheduler scheduler;
     std::atomic<int> builds{0};
     std::string playing;
+    std::string sounds;
     double gain = 0.0;
     int plays = 0;
     BoardPlayer player{clock, scheduler, std::make_shared<MapSource>(MapSource::Recordings()),
@@ -69,7 +71,7 @@ class BoardPlayerTest : public ::testing::Test {
 };
 
 TEST_F(BoardPlayerTest, playsABoardOnceItIsRendered) {
-    player.render(named("a"), 0ms);
+    player.choose(named("a"));
     EXPECT_EQ(playing, "");
     EXPECT_FALSE(player.lastRenderSeconds());
     ASSERT_TRUE(comesToPlay("a"));
@@ -78,9 +80,9 @@ TEST_F(BoardPlayerTest, playsABoardOnceItIsRendered) {
 
 TEST_F(BoardPlayerTest, theReferenceComesBackAtOnceWithoutARender) {
     player.setReference(named("start"));
-    player.render(named("start"), 0ms);
+    player.choose(named("start"));
     ASSERT_TRUE(comesToPlay("start"));
-    player.render(named("edited"), 150ms);
+    player.edit(named("edited"), 150ms);
     ASSERT_TRUE(comesToPlay("edited"));
     const int before = builds;
     for (int times = 0; times < 3; ++times) {
@@ -95,14 +97,14 @@ TEST_F(BoardPlayerTest, theReferenceComesBackAtOnceWithoutARender) {
 
 TEST_F(BoardPlayerTest, aBoardThatIsTriedOutPlaysUntilTheTrialEnds) {
     player.setReference(named("start"));
-    player.render(named("start"), 0ms);
+    player.choose(named("start"));
     ASSERT_TRUE(comesToPlay("start"));
     player.tryOut(named("guest"));
     EXPECT_EQ(playing, "start") << "until it is rendered";
     ASSERT_TRUE(comesToPlay("guest"));
     player.compare(true);
     EXPECT_EQ(playing, "guest");
-    player.render(named("edited"), 0ms);
+    player.edit(named("edited"), 0ms);
     scheduler.advance(0ms);
     ASSERT_TRUE(eventually([&] { return builds == 3; }));
     player.compare(false);
@@ -112,20 +114,20 @@ TEST_F(BoardPlayerTest, aBoardThatIsTriedOutPlaysUntilTheTrialEnds) {
 }
 
 TEST_F(BoardPlayerTest, aTrialThatEndsBeforeItIsRenderedNeverPlays) {
-    player.render(named("start"), 0ms);
+    player.choose(named("start"));
     ASSERT_TRUE(comesToPlay("start"));
     player.tryOut(named("guest"));
     player.endTrial();
     scheduler.advance(1000ms);
-    player.render(named("next"), 0ms);
+    player.choose(named("next"));
     EXPECT_TRUE(comesToPlay("next"));
     EXPECT_EQ(playing, "next");
 }
 
 TEST_F(BoardPlayerTest, anEditThatOvertakesTheFirstRenderDoesNotCostTheReference) {
     player.setReference(named("start"));
-    player.render(named("start"), 0ms);
-    player.render(named("edited"), 0ms);
+    player.choose(named("start"));
+    player.edit(named("edited"), 0ms);
     ASSERT_TRUE(comesToPlay("edited"));
     ASSERT_TRUE(eventually([&] { return builds >= 2; }));
     player.compare(true);
@@ -134,22 +136,56 @@ TEST_F(BoardPlayerTest, anEditThatOvertakesTheFirstRenderDoesNotCostTheReference
     EXPECT_EQ(playing, "edited");
 }
 
+TEST_F(BoardPlayerTest, anEditIsHeardAtOnceWithTheSoundsThereAre) {
+    player.choose(named("start"));
+    ASSERT_TRUE(comesToPlay("start"));
+    player.edit(named("edited"), 150ms);
+    EXPECT_EQ(playing, "edited");
+    EXPECT_EQ(sounds, "start");
+    EXPECT_TRUE(player.rendering());
+    player.edit(named("edited again"), 150ms);
+    EXPECT_EQ(playing, "edited again");
+    EXPECT_EQ(sounds, "start");
+    ASSERT_TRUE(comesToPlay("edited again"));
+    EXPECT_EQ(builds, 2);
+}
+
+TEST_F(BoardPlayerTest, aBoardChosenAnewIsHeardOnceItIsRendered) {
+    player.choose(named("start"));
+    ASSERT_TRUE(comesToPlay("start"));
+    player.choose(named("next"));
+    EXPECT_EQ(playing, "start");
+    // It is not played from the sounds of another board because it was edited either.
+    player.edit(named("edited"), 150ms);
+    EXPECT_EQ(playing, "start");
+    ASSERT_TRUE(comesToPlay("edited"));
+    player.edit(named("edited again"), 150ms);
+    EXPECT_EQ(playing, "edited again");
+}
+
+TEST_F(BoardPlayerTest, anEditBeforeAnythingIsRenderedWaitsForIt) {
+    player.edit(named("edited"), 150ms);
+    EXPECT_EQ(plays, 0);
+    EXPECT_TRUE(comesToPlay("edited"));
+}
+
 TEST_F(BoardPlayerTest, aRenderThatEndsWhileComparingWaitsItsTurn) {
     player.setReference(named("start"));
-    player.render(named("start"), 0ms);
+    player.choose(named("start"));
     ASSERT_TRUE(comesToPlay("start"));
-    player.render(named("edited"), 150ms);
+    player.edit(named("edited"), 150ms);
     player.compare(true);
     scheduler.advance(150ms);
-    ASSERT_TRUE(eventually([&] { return builds == 2 && plays >= 3; }));
+    ASSERT_TRUE(eventually([&] { return builds == 2 && !player.rendering(); }));
     EXPECT_EQ(playing, "start");
     player.compare(false);
     EXPECT_EQ(playing, "edited");
+    EXPECT_EQ(sounds, "edited");
 }
 
 TEST_F(BoardPlayerTest, anotherReferenceEndsTheComparison) {
     player.setReference(named("start"));
-    player.render(named("start"), 0ms);
+    player.choose(named("start"));
     ASSERT_TRUE(comesToPlay("start"));
     player.compare(true);
     player.setReference(named("other"));
@@ -165,11 +201,12 @@ TEST_F(BoardPlayerTest, withoutAReferenceThereIsNothingToCompareWith) {
 class ComparedLoudnessTest : public ::testing::Test {
   protected:
     ComparedLoudnessTest() {
-        player.onPlay = [this](const std::shared_ptr<const Board>& board,
-                               const std::shared_ptr<const VoiceBank>& bank, double given) {
-            playing = board->name;
-            gain = given;
-            measured = boardLoudness(*board, *bank).value_or(-100.0) + 20.0 * std::log10(given);
+        player.onPlay = [this](const PlayedBoard& played) {
+            playing = played.board->name;
+            rendered = played.rendered == played.board;
+            gain = played.gain;
+            measured = boardLoudness(*played.board, *played.bank).value_or(-100.0) +
+                       20.0 * std::log10(played.gain);
         };
     }
 
@@ -190,7 +227,7 @@ class ComparedLoudnessTest : public ::testing::Test {
         EXPECT_TRUE(waitFor([&] {
             scheduler.advance(1000ms);
             scheduler.run();
-            return playing == board.name;
+            return playing == board.name && rendered;
         }));
         return measured;
     }
@@ -198,6 +235,7 @@ class ComparedLoudnessTest : public ::testing::Test {
     ManualClock clock;
     ManualScheduler scheduler;
     std::string playing;
+    bool rendered = false;
     double gain = 0.0;
     double measured = 0.0;
     BoardPlayer player{clock, scheduler,
@@ -209,9 +247,9 @@ TEST_F(ComparedLoudnessTest, bothVersionsAreEquallyLoudWithinHalfADecibel) {
         const Board start = boardOf("start", Equalizer::flat(), 0);
         const Board edited = boardOf("edited " + std::string(preset.id), preset.eq, -4);
         player.setReference(start);
-        player.render(start, 0ms);
+        player.choose(start);
         playedLoudness(start, false);
-        player.render(edited, 0ms);
+        player.edit(edited, 0ms);
         const double now = playedLoudness(edited, false);
         EXPECT_EQ(gain, 1.0) << "what is edited plays as it is";
         EXPECT_NEAR(playedLoudness(start, true), now, 0.5) << preset.id;
@@ -223,9 +261,9 @@ TEST_F(ComparedLoudnessTest, aVersionThatIsNoneAnyMoreIsNotMadeUnbearable) {
     const Board start = boardOf("start", Equalizer::flat(), -60);
     const Board edited = boardOf("edited", Equalizer::flat(), 0);
     player.setReference(start);
-    player.render(start, 0ms);
+    player.choose(start);
     playedLoudness(start, false);
-    player.render(edited, 0ms);
+    player.edit(edited, 0ms);
     playedLoudness(edited, false);
     playedLoudness(start, true);
     EXPECT_NEAR(20.0 * std::log10(gain), 12.0, 1e-9);

@@ -8,7 +8,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <sys/resource.h>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -79,11 +82,15 @@ class RenderServiceTest : public testing::Test {
                               return result;
                           }};
 
-    void request(const std::string& name, milliseconds delay = milliseconds(150)) {
-        service.render(named(name), library, delay, [this](RenderedBoard board, double took) {
-            delivered.push_back(board.messages.front());
-            seconds.push_back(took);
-        });
+    void request(const std::string& name, milliseconds delay = milliseconds(150),
+                 RenderPurpose purpose = RenderPurpose::played) {
+        service.render(
+            named(name), library, delay,
+            [this](RenderedBoard board, double took) {
+                delivered.push_back(board.messages.front());
+                seconds.push_back(took);
+            },
+            purpose);
     }
     bool deliveredSomething() {
         const std::size_t before = delivered.size();
@@ -212,6 +219,78 @@ TEST_F(RenderServiceTest, rendersOneBoardAtATime) {
     ASSERT_TRUE(begins("second"));
     builder.release(1);
     ASSERT_TRUE(deliveredSomething());
+}
+
+TEST_F(RenderServiceTest, aRequestForAnotherPurposeOvertakesNothing) {
+    builder.release(3);
+    request("current");
+    request("reference", milliseconds(0), RenderPurpose::compared);
+    request("guest", milliseconds(150), RenderPurpose::lookedAt);
+    EXPECT_EQ(scheduler.timers(), 3U);
+    scheduler.advance(milliseconds(150));
+    ASSERT_TRUE(ranPosted(3));
+    EXPECT_THAT(delivered, testing::UnorderedElementsAre("current", "reference", "guest"));
+}
+
+TEST_F(RenderServiceTest, ofThoseThatWaitWhatPlaysGoesFirst) {
+    request("first", milliseconds(0), RenderPurpose::lookedAt);
+    scheduler.advance(milliseconds(0));
+    ASSERT_TRUE(begins("first"));
+    request("guest", milliseconds(0), RenderPurpose::lookedAt);
+    request("reference", milliseconds(0), RenderPurpose::compared);
+    request("current", milliseconds(0));
+    scheduler.advance(milliseconds(0));
+    EXPECT_THAT(builder.begun(), ElementsAre("first")) << "one at a time";
+    builder.release(4);
+    ASSERT_TRUE(ranPosted(4));
+    EXPECT_THAT(builder.begun(), ElementsAre("first", "current", "reference", "guest"));
+    EXPECT_THAT(delivered, ElementsAre("current", "reference", "guest"));
+}
+
+TEST_F(RenderServiceTest, whatIsDroppedIsNeitherBuiltNorDelivered) {
+    request("guest", milliseconds(0), RenderPurpose::lookedAt);
+    scheduler.advance(milliseconds(0));
+    ASSERT_TRUE(begins("guest"));
+    request("waiting", milliseconds(0), RenderPurpose::compared);
+    scheduler.advance(milliseconds(0));
+    request("pending", milliseconds(150));
+    service.drop(RenderPurpose::played);
+    service.drop(RenderPurpose::compared);
+    service.drop(RenderPurpose::lookedAt);
+    EXPECT_EQ(scheduler.timers(), 0U);
+    request("next", milliseconds(0));
+    scheduler.advance(milliseconds(0));
+    builder.release(4);
+    ASSERT_TRUE(deliveredSomething());
+    EXPECT_THAT(builder.begun(), ElementsAre("guest", "next"));
+    EXPECT_THAT(delivered, ElementsAre("next"));
+}
+
+TEST(RenderServiceThread, isNamedAndStepsBackBehindTheKeys) {
+    const ManualClock clock;
+    ManualScheduler scheduler;
+    std::array<char, 16> name{};
+    int niceness = 0;
+    const int before = getpriority(PRIO_PROCESS, 0);
+    RenderService service(clock, scheduler, [&](const Board&, const SampleSource&) {
+        // A helper of its own, as boards are built with.
+        std::jthread([&] {
+            pthread_getname_np(pthread_self(), name.data(), name.size());
+            niceness = getpriority(PRIO_PROCESS, 0);
+        }).join();
+        return RenderedBoard{.bank = std::make_shared<VoiceBank>(), .messages = {}};
+    });
+    bool done = false;
+    service.render(named("a"), std::make_shared<MapSource>(MapSource::Recordings()),
+                   milliseconds(0), [&](const RenderedBoard&, double) { done = true; });
+    scheduler.advance(milliseconds(0));
+    ASSERT_TRUE(waitFor([&] {
+        scheduler.run();
+        return done;
+    }));
+    EXPECT_STREQ(name.data(), "vornic.render");
+    EXPECT_GT(niceness, before);
+    EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before) << "nobody else steps back";
 }
 
 TEST(RenderServiceEnd, deliversNothingAfterIt) {

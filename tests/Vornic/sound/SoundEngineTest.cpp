@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -35,8 +36,8 @@ float loudest(const FakeOutput::Block& block) {
 class SoundEngineTest : public ::testing::Test {
   protected:
     /// What a key does.
-    bool key(float rate = 1.0F) {
-        const auto bank = engine.bank();
+    bool key(float rate = 1.0F) { return key(engine.bank(), rate); }
+    bool key(const std::shared_ptr<const VoiceBank>& bank, float rate = 1.0F) {
         if (bank == nullptr || !engine.ensureRunning()) {
             return false;
         }
@@ -361,6 +362,45 @@ TEST_F(SoundEngineTest, aReplacedBankStaysForThreeSecondsAndGoesWithTheNextTick)
     EXPECT_NE(engine.bank(), nullptr);
 }
 
+TEST_F(SoundEngineTest, aBankThatIsSetTwiceIsFreedLikeAnyOther) {
+    auto bank = bankOf(100);
+    const std::weak_ptr<const VoiceBank> first = bank;
+    engine.setBank(bank);
+    engine.setBank(std::move(bank));
+    EXPECT_EQ(engine.retiredBanks(), 0U);
+    engine.setBank(bankOf(100));
+    tickAfter(3.5);
+    EXPECT_TRUE(first.expired());
+}
+
+TEST_F(SoundEngineTest, aBankThatComesBackIsFreedWhenItIsReplacedAgain) {
+    auto bank = bankOf(100);
+    const std::weak_ptr<const VoiceBank> first = bank;
+    for (int round = 0; round < 3; ++round) {
+        engine.setBank(bank);
+        engine.setBank(bankOf(100));
+        tickAfter(1.0);
+    }
+    bank.reset();
+    tickAfter(1.5);
+    EXPECT_FALSE(first.expired()) << "its time counts from the last replacement";
+    tickAfter(1.0);
+    EXPECT_TRUE(first.expired());
+    tickAfter(3.5);
+    EXPECT_EQ(engine.retiredBanks(), 0U);
+}
+
+TEST_F(SoundEngineTest, aBankThatCameBackIsNotFreedWhileItPlays) {
+    auto bank = bankOf(100);
+    const std::weak_ptr<const VoiceBank> first = bank;
+    engine.setBank(bank);
+    engine.setBank(bankOf(100));
+    engine.setBank(std::move(bank));
+    tickAfter(10.0);
+    EXPECT_FALSE(first.expired());
+    EXPECT_TRUE(key());
+}
+
 TEST_F(SoundEngineTest, nothingIsRetiredWhenThereWasNoBank) {
     engine.setBank(nullptr);
     engine.setBank(bankOf(100));
@@ -444,10 +484,21 @@ TEST_F(SoundEngineTest, aKeyThreadThatStillHoldsABankKeepsItAndSoDoesWhatItPlays
 TEST_F(SoundEngineTest, banksAreReplacedWhileKeysPlayFromThem) {
     // Every frame of a bank has its value, so that freed or foreign memory would be heard.
     std::atomic<bool> stop{false};
-    engine.setBank(bankOf(500, 0.25F));
+    std::mutex exchange;
+    std::shared_ptr<const VoiceBank> handed;
+    const auto use = [&](std::shared_ptr<const VoiceBank> bank) {
+        engine.setBank(bank);
+        const std::scoped_lock lock(exchange);
+        handed.swap(bank);
+    };
+    use(bankOf(500, 0.25F));
     std::thread keys([&] {
         while (!stop) {
-            key();
+            const auto held = [&] {
+                const std::scoped_lock lock(exchange);
+                return handed;
+            }();
+            key(held);
         }
     });
     std::thread audio([&] {
@@ -458,7 +509,7 @@ TEST_F(SoundEngineTest, banksAreReplacedWhileKeysPlayFromThem) {
     for (int change = 0; change < 100; ++change) {
         const auto started = engine.core().keysStarted();
         EXPECT_TRUE(waitFor([&] { return engine.core().keysStarted() > started + 10; }));
-        engine.setBank(bankOf(500, 0.25F));
+        use(bankOf(500, 0.25F));
         tickAfter(2.0);
     }
     stop = true;

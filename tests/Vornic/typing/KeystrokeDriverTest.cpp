@@ -19,7 +19,7 @@ using ::testing::HasSubstr;
 class KeystrokeDriverTest : public KeystrokeFixture {};
 
 TEST_F(KeystrokeDriverTest, isSilentWithoutABankAndQueuesNothing) {
-    engine.setBank(nullptr);
+    bank.reset();
     useBoard(plainBoard());
     driver.key(letterF, true, 0);
     EXPECT_EQ(driver.played(), 0);
@@ -137,7 +137,7 @@ TEST_F(KeystrokeDriverTest, aBinauralReleaseIsThisVoiceToTheLastBit) {
 
     const float pan = KeyLayout::pan(letterF, 1.0, layout(LayoutID::macANSI));
     SamplerCore core(48000.0, 16);
-    core.play(engine.bank()->pool(VoiceBank::releaseKey("keys")).front(), 0.8F, pan,
+    core.play(bank->pool(VoiceBank::releaseKey("keys")).front(), 0.8F, pan,
               KeyLayout::rate(letterF), 0, VoiceStage::binaural(pan, 48000.0));
     std::vector<float> left(512);
     std::vector<float> right(512);

@@ -52,19 +52,21 @@ class KeystrokeFixture : public ::testing::Test {
         const auto constant = [](float value) {
             return std::vector<std::vector<float>>{std::vector<float>(4800, value)};
         };
-        auto bank = std::make_shared<VoiceBank>();
+        auto fresh = std::make_shared<VoiceBank>();
         for (const Velocity velocity : {Velocity::soft, Velocity::medium, Velocity::hard}) {
             const float step = 0.001f * static_cast<float>(1 + static_cast<int>(velocity));
-            bank->add(VoiceBank::key("keys", false, velocity), constant(step));
-            bank->add(VoiceBank::key("keys", true, velocity), constant(0.01f + step));
+            fresh->add(VoiceBank::key("keys", false, velocity), constant(step));
+            fresh->add(VoiceBank::key("keys", true, velocity), constant(0.01f + step));
         }
-        bank->add(VoiceBank::releaseKey("keys"), constant(0.02f));
-        engine.setBank(bank);
+        fresh->add(VoiceBank::releaseKey("keys"), constant(0.02f));
+        bank = fresh;
     }
 
-    void useBoard(const Board& board, bool binaural = false, bool silenced = false) {
+    void useBoard(const Board& board, bool binaural = false, bool silenced = false,
+                  double gain = 1.0) {
         auto settings = std::make_shared<PlaySettings>();
-        settings->board = std::make_shared<const Board>(board);
+        const auto shared = std::make_shared<const Board>(board);
+        settings->played = {.board = shared, .rendered = shared, .bank = bank, .gain = gain};
         settings->binaural = binaural;
         settings->silenced = silenced;
         driver.apply(settings);
@@ -116,6 +118,7 @@ class KeystrokeFixture : public ::testing::Test {
                        clock,
                        [](const std::function<void()>& work) { work(); },
                        {.idleLimits = {}, .raw = true}};
+    std::shared_ptr<const VoiceBank> bank;
     std::vector<std::string> problems;
     KeystrokeDriver driver{engine, clock, 42,
                            [this](const std::string& problem) { problems.push_back(problem); }};

@@ -87,10 +87,7 @@ TEST_F(KeystrokeShapeTest, aGainForEveryKeyCountsForPressesAndReleases) {
     Board board = plainBoard();
     board.feel.speedSensitivity = 0.0;
     board.releaseByDefault = true;
-    auto settings = std::make_shared<PlaySettings>();
-    settings->board = std::make_shared<const Board>(board);
-    settings->gain = 0.1;
-    driver.apply(settings);
+    useBoard(board, false, false, 0.1);
     pressAfterPause(letterF);
     const double level = gainOf(heard(), 0.002f);
     EXPECT_GT(level, 0.09);
@@ -183,18 +180,18 @@ TEST_F(KeystrokeShapeTest, releasesAreQuieterAndLeaveTheDynamics) {
 
 TEST_F(KeystrokeShapeTest, equalSeedsPickEqually) {
     const auto picks = [this](std::uint64_t seed) {
-        auto bank = std::make_shared<VoiceBank>();
+        auto fresh = std::make_shared<VoiceBank>();
         std::vector<std::vector<float>> variations;
         for (int variation = 1; variation <= 8; ++variation) {
             variations.emplace_back(512, 0.001f * static_cast<float>(variation));
         }
-        bank->add(VoiceBank::key("keys", false, Velocity::medium), variations);
-        engine.setBank(bank);
+        fresh->add(VoiceBank::key("keys", false, Velocity::medium), variations);
         Board board = plainBoard();
         board.feel.speedSensitivity = 0.0;
         KeystrokeDriver seeded(engine, clock, seed, [](const std::string&) {});
         auto settings = std::make_shared<PlaySettings>();
-        settings->board = std::make_shared<const Board>(board);
+        settings->played.board = std::make_shared<const Board>(board);
+        settings->played.bank = fresh;
         seeded.apply(settings);
         std::vector<long> found;
         for (int key = 0; key < 40; ++key) {
