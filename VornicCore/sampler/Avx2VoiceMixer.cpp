@@ -134,6 +134,34 @@ VORNIC_AVX2_INLINE std::int64_t mixInside(const Voice& voice, const Avx2Resample
                : resampler.runInside(frames, AddToBoth<true>(left, right, voice, envelope));
 }
 
+/// Whether every frame that the next `frames` frames of output may be read from is finite. The
+/// vector code weighs neighbours that the plain formula does not look at, and what is not finite
+/// stays in a sum whatever its weight.
+VORNIC_AVX2_INLINE bool readsFinite(const Voice& voice, std::int64_t frames) {
+    constexpr std::int64_t lanes = 8;
+    constexpr double before = 2.0; // frames that a step reads before its position, and behind it
+    constexpr double behind = 11.0;
+    const double delay = voice.farEar == 0 ? 0.0 : voice.itd;
+    const double from = voice.position - std::max(delay, 0.0) - before;
+    const double to =
+        voice.position - std::min(delay, 0.0) + static_cast<double>(frames) * voice.rate + behind;
+    const auto length = static_cast<double>(voice.length);
+    auto frame = static_cast<std::int64_t>(std::clamp(from, 0.0, length));
+    const auto end = static_cast<std::int64_t>(std::clamp(to, 0.0, length));
+    // Of a finite value the difference from itself is 0, of any other it is no number.
+    __m256 sum = _mm256_setzero_ps();
+    for (; frame + lanes <= end; frame += lanes) {
+        const __m256 values = _mm256_loadu_ps(voice.data + frame);
+        sum = _mm256_add_ps(sum, _mm256_sub_ps(values, values));
+    }
+    for (; frame < end; ++frame) {
+        if (!std::isfinite(voice.data[frame])) {
+            return false;
+        }
+    }
+    return _mm256_movemask_ps(_mm256_cmp_ps(sum, sum, _CMP_UNORD_Q)) == 0;
+}
+
 /// What the vector code is not made for, and voices that the plain mixer stops the program for.
 bool needsPlainMixer(const Voice& voice, std::int64_t frames) VORNIC_REALTIME {
     constexpr double longestDelay = 0x1p20;
@@ -141,7 +169,8 @@ bool needsPlainMixer(const Voice& voice, std::int64_t frames) VORNIC_REALTIME {
         voice.rate >= Avx2Resampler::lowestRate && voice.rate <= Avx2Resampler::highestRate;
     const bool lengthFits = static_cast<double>(voice.length) <= Avx2Resampler::end;
     const bool stageFits =
-        voice.farEar == 0 || (std::fabs(voice.itd) <= longestDelay && !(voice.farLowpass > 1.0F));
+        voice.farEar == 0 || (std::fabs(voice.itd) <= longestDelay && !(voice.farLowpass > 1.0F) &&
+                              std::isfinite(voice.farState));
     return !(VoiceSpan::isExact(voice, frames) && rateFits && lengthFits && stageFits);
 }
 
@@ -149,7 +178,7 @@ bool needsPlainMixer(const Voice& voice, std::int64_t frames) VORNIC_REALTIME {
 
 VORNIC_AVX2 void mixVoiceAvx2(Voice& voice, const FadeCurve& fade, std::int64_t frames, float* left,
                               float* right) VORNIC_REALTIME {
-    if (needsPlainMixer(voice, frames)) {
+    if (needsPlainMixer(voice, frames) || !readsFinite(voice, frames)) {
         mixVoicePlain(voice, fade, frames, left, right);
         return;
     }

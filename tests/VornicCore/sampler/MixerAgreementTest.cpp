@@ -302,6 +302,57 @@ TEST(MixerAgreement, holdsOnRandomScenes) {
     }
 }
 
+/// The value, or what it is instead of one.
+std::string kind(float value) {
+    return std::isfinite(value) ? "finite" : std::isnan(value) ? "nan" : std::to_string(value);
+}
+
+TEST(MixerAgreement, holdsBesideASampleThatIsNotFinite) {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr std::int64_t frames = 64;
+    SplitMix64 random(11);
+    const FadeCurve fade(288);
+    const Noise noise(random, 700);
+    for (const float bad : {infinity, -infinity, std::nanf("")}) {
+        for (const float rate : {0.3F, 0.77F, 1.0F, 1.0594631F, 2.0F, 11.3F}) {
+            for (const std::int32_t farEar : {0, 1, 2}) {
+                for (const std::size_t place : {0U, 1U, 65U, 300U, 301U, 698U, 699U}) {
+                    std::vector<float> sample(noise.data(), noise.data() + noise.length());
+                    sample[place] = bad;
+                    Voice plain{.data = sample.data(),
+                                .length = noise.length(),
+                                .rate = static_cast<double>(rate),
+                                .gainLeft = 0.8F,
+                                .gainRight = 0.6F,
+                                .itd = 31.68,
+                                .farLowpass = 0.544F,
+                                .farEar = farEar};
+                    Voice fast = plain;
+                    for (int buffer = 0; plain.data != nullptr; ++buffer) {
+                        std::vector<float> left(frames), right(frames), fastLeft(frames),
+                            fastRight(frames);
+                        mixVoicePlain(plain, fade, frames, left.data(), right.data());
+                        bestVoiceMixer()(fast, fade, frames, fastLeft.data(), fastRight.data());
+                        for (std::size_t i = 0; i < frames; ++i) {
+                            const std::string where =
+                                kind(bad) + " at " + std::to_string(place) + ", rate " +
+                                std::to_string(rate) + ", far ear " + std::to_string(farEar) +
+                                ", " + std::to_string(buffer) + ", " + std::to_string(i);
+                            ASSERT_EQ(kind(left[i]), kind(fastLeft[i])) << where;
+                            ASSERT_EQ(kind(right[i]), kind(fastRight[i])) << where;
+                            if (std::isfinite(left[i]) && std::isfinite(right[i])) {
+                                ASSERT_NEAR(left[i], fastLeft[i], tolerance * 2.0) << where;
+                                ASSERT_NEAR(right[i], fastRight[i], tolerance * 2.0) << where;
+                            }
+                        }
+                    }
+                    EXPECT_EQ(fast.data, nullptr);
+                }
+            }
+        }
+    }
+}
+
 TEST(MixerAgreement, comparesTwoDifferentMixersWhereThereAreTwo) {
 #if defined(__x86_64__)
     EXPECT_EQ(bestVoiceMixer() != &mixVoicePlain, hasAvx2());
