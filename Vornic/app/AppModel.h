@@ -190,6 +190,8 @@ class AppModel {
     LiveKeys& keys() { return *keys_; }
     std::size_t packs() const { return packs_.size(); }
     const std::vector<SoundPack>& soundPacks() const { return packs_; }
+    /// What has become of the keys so far.
+    KeyCounts keyCounts() const;
     /// How keys became voices so far, for the log: "Voices started: 12, stolen: 0, dropped: 0".
     std::string voiceReport() const;
 

@@ -113,6 +113,19 @@ void AppModel::announce() {
     }
 }
 
+KeyCounts AppModel::keyCounts() const {
+    const SamplerCore& core = sound_->core();
+    KeyCounts counts = keys_->counts();
+    counts.auditions = sound_->auditions();
+    counts.started = core.keysStarted();
+    counts.stolen = core.voicesStolen();
+    counts.dropped.queueFull = core.eventsRefused();
+    counts.dropped.noVoice = core.eventsWithoutSlot();
+    counts.dropped.stalled = core.eventsStale();
+    counts.dropped.streamEnded = core.eventsCleared();
+    return counts;
+}
+
 std::string AppModel::voiceReport() const {
     const SamplerCore& core = sound_->core();
     return "Voices started: " + std::to_string(core.keysStarted()) +

@@ -105,6 +105,12 @@ std::string statusAsJson(const AppModel& model) {
         board = {{"id", model.board()->id}, {"name", model.board()->name}};
     }
     const Diagnostics& measured = model.diagnostics();
+    const KeyCounts counts = model.keyCounts();
+    const nlohmann::json dropped{
+        {"quiet", counts.dropped.quiet},         {"noSound", counts.dropped.noSound},
+        {"noOutput", counts.dropped.noOutput},   {"notPlayable", counts.dropped.notPlayable},
+        {"queueFull", counts.dropped.queueFull}, {"noVoice", counts.dropped.noVoice},
+        {"stalled", counts.dropped.stalled},     {"streamEnded", counts.dropped.streamEnded}};
     const nlohmann::json status{
         {"soundsOn", model.soundsOn()},
         {"silence", silence ? nlohmann::json(rawString(*silence)) : nlohmann::json()},
@@ -118,6 +124,12 @@ std::string statusAsJson(const AppModel& model) {
         {"keyToSoundMillis", measured.keyToAppMillis},
         {"keyToSoundMaxMillis", measured.keyToAppMaxMillis},
         {"keysMeasured", measured.keys},
+        {"pressed", counts.pressed},
+        {"released", counts.released},
+        {"auditions", counts.auditions},
+        {"started", counts.started},
+        {"stolen", counts.stolen},
+        {"dropped", dropped},
         {"deviceMillis", orNull(measured.deviceMillis)},
         {"deviceBuffer", orNull(measured.deviceBuffer)},
         {"engineRunning", measured.engineRunning},

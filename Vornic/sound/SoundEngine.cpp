@@ -42,6 +42,13 @@ bool SoundEngine::ensureRunning() {
     // First the time, then the state of the output: tick() does it the other way round, so that one
     // of the two sees what the other did.
     lastUse_.store(clock_.seconds());
+    return start();
+}
+
+bool SoundEngine::start() {
+    if (!output_.isRunning()) {
+        startRequest_.store(clock_.nanos());
+    }
     return output_.requestStart();
 }
 
@@ -85,6 +92,7 @@ void SoundEngine::audition(std::span<const float> samples, float gain) {
     fresh->add(auditionKey, {std::move(frames)});
     retired_.add(fresh, clock_.seconds());
     runOnKeyThread_([this, fresh, gain] {
+        auditions_.fetch_add(1, std::memory_order_relaxed);
         core_.play(fresh->pool(auditionKey).front(), gain, 0.0F, 1.0F, 0, VoiceStage::none);
     });
 }
@@ -106,12 +114,14 @@ void SoundEngine::tick() {
     output_.pause();
     // A key that came in between may have seen the output still running.
     if (secondsSinceUse() <= limit) {
-        output_.requestStart();
+        start();
     }
 }
 
 void SoundEngine::configurationChanged() {
     if (secondsSinceUse() < idleLimit()) {
+        // Another device has to start, whether the output runs on or not.
+        startRequest_.store(clock_.nanos());
         ensureRunning();
     }
     onOutputChange();
@@ -120,7 +130,8 @@ void SoundEngine::configurationChanged() {
 void SoundEngine::render(std::int64_t frames, float* left, float* right,
                          std::uint64_t nowNanos) VORNIC_REALTIME {
     const ScopedFlushDenormals flush;
-    const std::uint64_t staleBefore = StaleKeys::before(lastRender_, nowNanos);
+    const std::uint64_t staleBefore =
+        StaleKeys::before(lastRender_, startRequest_.load(std::memory_order_relaxed), nowNanos);
     if (nowNanos != 0) {
         lastRender_ = nowNanos;
     }
@@ -136,6 +147,7 @@ void SoundEngine::render(std::int64_t frames, float* left, float* right,
 
 void SoundEngine::streamEnded() {
     core_.clear();
+    lastRender_ = 0;
     room_.reset();
     limiter_.reset();
 }

@@ -84,6 +84,9 @@ class SoundEngine final : public AudioOutput::Source {
     /// The output calls it.
     void configurationChanged();
 
+    /// Sounds that `audition` has handed to the sampler.
+    std::int64_t auditions() const { return auditions_.load(std::memory_order_relaxed); }
+
     /// Replaced banks that are still kept.
     std::size_t retiredBanks() const { return retired_.size(); }
 
@@ -92,6 +95,7 @@ class SoundEngine final : public AudioOutput::Source {
     void streamEnded() override;
 
   private:
+    bool start();
     double idleLimit() const;
     double secondsSinceUse() const;
 
@@ -103,11 +107,14 @@ class SoundEngine final : public AudioOutput::Source {
     std::shared_ptr<const VoiceBank> bank_;
     RetiredBanks retired_;
     std::atomic<double> lastUse_; // seconds of clock_; minus infinity before the first use
+    /// When the output, while it did not run, was last asked to; nanoseconds, 0 = never.
+    std::atomic<std::uint64_t> startRequest_{0};
+    std::atomic<std::int64_t> auditions_{0}; // written by the key thread
     double userVolume_ = 0.7;
     RoomReverb room_;
     Limiter limiter_;
     Volume volume_;
-    std::uint64_t lastRender_ = 0; // nanoseconds; audio thread
+    std::uint64_t lastRender_ = 0; // nanoseconds, 0 = none since the stream began; audio thread
 };
 
 } // namespace vornic

@@ -63,8 +63,17 @@ void KeystrokeDriver::apply(std::shared_ptr<const PlaySettings> settings) {
 }
 
 void KeystrokeDriver::key(std::int64_t keyCode, bool down, std::uint64_t nanos) {
-    if (settings_ && settings_->played.board && !settings_->silenced) {
+    if (down) {
+        count(pressed_);
+    }
+    if (settings_ && settings_->silenced) {
+        if (down) {
+            count(quiet_);
+        }
+    } else if (settings_ && settings_->played.board) {
         play(*settings_, keyCode, down, nanos);
+    } else if (down) {
+        count(noSound_);
     }
 }
 
@@ -73,6 +82,9 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
     const Board& board = *settings.played.board;
     const auto resolved = board.resolve(keyCode);
     if (!resolved) {
+        if (down) {
+            count(noSound_);
+        }
         return;
     }
     const auto& [sound, assignment] = *resolved;
@@ -90,6 +102,7 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
 
     if (!down) {
         if (playsRelease(assignment.release, board)) {
+            count(released_);
             voice.gain = baseGain * releaseGain;
             voice.rate = baseRate;
             playOneOf(poolOf(settings.played, VoiceBank::releaseKey(sound->id)), voice);
@@ -100,6 +113,21 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
     voice.gain = ((static_cast<double>(shape.gain) - 1.0) * shapeGainShare + 1.0) * baseGain;
     voice.rate = baseRate * ((static_cast<double>(shape.rate) - 1.0) * shapeRateShare + 1.0);
     playOneOf(pressOf(*sound, keyCode, velocity(board), settings.played), voice);
+}
+
+void KeystrokeDriver::count(Counter& counter) {
+    counter.store(counter.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+}
+
+KeyCounts KeystrokeDriver::counts() const {
+    KeyCounts counts;
+    counts.pressed = pressed_.load(std::memory_order_relaxed);
+    counts.released = released_.load(std::memory_order_relaxed);
+    counts.dropped.quiet = quiet_.load(std::memory_order_relaxed);
+    counts.dropped.noSound = noSound_.load(std::memory_order_relaxed);
+    counts.dropped.noOutput = noOutput_.load(std::memory_order_relaxed);
+    counts.dropped.notPlayable = notPlayable_.load(std::memory_order_relaxed);
+    return counts;
 }
 
 Velocity KeystrokeDriver::velocity(const Board& board) const {
@@ -114,11 +142,17 @@ Velocity KeystrokeDriver::velocity(const Board& board) const {
 }
 
 void KeystrokeDriver::playOneOf(std::span<const Sample> variations, const Voice& voice) {
-    if (variations.empty() || !engine_.ensureRunning()) {
+    if (variations.empty()) {
+        count(noSound_);
+        return;
+    }
+    if (!engine_.ensureRunning()) {
+        count(noOutput_);
         return;
     }
     const auto pick = static_cast<std::size_t>(generator_.next(variations.size()));
     if (!playable(voice)) {
+        count(notPlayable_);
         return;
     }
     if (engine_.core().play(variations[pick], static_cast<float>(voice.gain), voice.pan,

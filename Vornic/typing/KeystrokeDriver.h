@@ -2,11 +2,13 @@
 
 #include "Vornic/ports/Clock.h"
 #include "Vornic/sound/SoundEngine.h"
+#include "Vornic/typing/KeyCounts.h"
 #include "Vornic/typing/PlaySettings.h"
 #include "Vornic/typing/TypingDynamics.h"
 #include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/sampler/VoiceBank.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -36,6 +38,9 @@ class KeystrokeDriver {
     /// Voices handed to the sampler so far.
     std::int64_t played() const { return played_; }
 
+    /// What has become of the keys as far as the driver knows. Thread: any.
+    KeyCounts counts() const;
+
   private:
     struct Voice {
         double gain;
@@ -59,6 +64,16 @@ class KeystrokeDriver {
     TypingDynamics dynamics_;
     std::set<std::string> refused_;
     std::int64_t played_ = 0;
+
+    // Written by the key thread alone, read by any.
+    using Counter = std::atomic<std::int64_t>;
+    static void count(Counter& counter);
+    Counter pressed_{0};
+    Counter released_{0};
+    Counter quiet_{0};
+    Counter noSound_{0};
+    Counter noOutput_{0};
+    Counter notPlayable_{0};
 };
 
 } // namespace vornic

@@ -59,6 +59,9 @@ class LiveKeys {
     /// Whether the system granted the hot key, as of the start.
     bool hotKeyRegistered() const { return hotKeyRegistered_; }
 
+    /// What has become of the keys as far as the driver knows; after `start`. Thread: any.
+    KeyCounts counts() const { return driver_->counts(); }
+
     /// Keys that the tap has heard so far, up and down.
     std::int64_t keysHeard() const { return keysHeard_; }
 

@@ -120,6 +120,7 @@ void SamplerCore::clear() VORNIC_REALTIME {
     vornic_event event;
     while (vornic_ring_pop(ring_.get(), &event)) {
         ++poppedEvents_;
+        add<std::int64_t>(eventsCleared_, 1);
     }
     table_.clear();
     earlyReflection_.clear();

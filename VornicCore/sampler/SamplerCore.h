@@ -75,11 +75,15 @@ class SamplerCore {
     std::int64_t fadingVoices() const { return fadingVoices_.load(relaxed); }
     /// Voices that had to fade out for a new one.
     std::int64_t voicesStolen() const { return voicesStolen_.load(relaxed); }
-    /// Requests lost because the queue was full, because no slot was free or fading, or because
-    /// they were stale.
+    /// Requests lost because the queue was full, because no slot was free or fading, because they
+    /// were stale, and because `clear` found them waiting.
+    std::int64_t eventsRefused() const { return eventsRefused_.load(relaxed); }
+    std::int64_t eventsWithoutSlot() const { return eventsWithoutSlot_.load(relaxed); }
+    std::int64_t eventsStale() const { return eventsStale_.load(relaxed); }
+    std::int64_t eventsCleared() const { return eventsCleared_.load(relaxed); }
+    /// All of these.
     std::int64_t eventsDropped() const {
-        return eventsRefused_.load(relaxed) + eventsWithoutSlot_.load(relaxed) +
-               eventsStale_.load(relaxed);
+        return eventsRefused() + eventsWithoutSlot() + eventsStale() + eventsCleared();
     }
 
     /// Requests queued since construction. A request is counted before its `play` returns.
@@ -126,6 +130,7 @@ class SamplerCore {
     std::atomic<std::int64_t> voicesStolen_{0};
     std::atomic<std::int64_t> eventsWithoutSlot_{0};
     std::atomic<std::int64_t> eventsStale_{0};
+    std::atomic<std::int64_t> eventsCleared_{0};
     std::atomic<std::uint64_t> settledEvents_{0};
 
     // Written by the key thread.

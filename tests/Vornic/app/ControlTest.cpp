@@ -17,6 +17,11 @@ class ControlTest : public ModelFixture {
     ControlAnswer run(const RunningCopy::Words& words) {
         return control(*model, words, [this] { ++activations; });
     }
+    bool startsToPlay() {
+        scheduler.advance(std::chrono::milliseconds(0));
+        return eventually(
+            [&] { return model->tapState() == TapState::listening && model->lastRenderSeconds(); });
+    }
     static ControlAnswer said(const std::string& text) { return {0, text}; }
 
     int activations = 0;
@@ -66,6 +71,61 @@ TEST_F(ControlTest, tellsTheState) {
     secureInput.focused = true;
     model->refreshState();
     EXPECT_EQ(nlohmann::json::parse(run({"status", "--json"}).text)["silence"], "password");
+}
+
+TEST_F(ControlTest, everyKeyIsCountedAsStartedOrDroppedForAReason) {
+    ASSERT_TRUE(startsToPlay());
+    std::int64_t presses = 0;
+    const auto press = [&] {
+        EXPECT_TRUE(keysFollow());
+        tap.press();
+        ++presses;
+        return eventually([&] { return model->keys().keysHeard() == presses; });
+    };
+    const auto status = [&] { return nlohmann::json::parse(run({"status", "--json"}).text); };
+    ASSERT_TRUE(press());
+    output.render(128, clock.nanos());
+    // The sound server stalls.
+    ASSERT_TRUE(press());
+    clock.advance(1.0);
+    ASSERT_TRUE(press());
+    output.render(128, clock.nanos());
+    // It ends, comes back, and a queued key is gone.
+    ASSERT_TRUE(press());
+    output.lose();
+    ASSERT_TRUE(press());
+    output.available = true;
+    model->setSoundsOn(false);
+    ASSERT_TRUE(press());
+    model->setSoundsOn(true);
+    model->edit([](Board& board) { board.keys[std::to_string(FakeTap::key)].pitch = 1e9; });
+    ASSERT_TRUE(press());
+    model->undo();
+    for (int key = 0; key < 60; ++key) {
+        ASSERT_TRUE(press());
+    }
+    model->sound().audition(std::vector<float>(100, 0.1F), 1.0F);
+    ASSERT_TRUE(eventually([&] { return model->sound().auditions() == 1; }));
+    output.render(128, clock.nanos());
+
+    const auto now = status();
+    const auto& dropped = now["dropped"];
+    EXPECT_EQ(now["pressed"], presses);
+    EXPECT_EQ(now["auditions"], 1);
+    EXPECT_EQ(dropped["stalled"], 1);
+    EXPECT_EQ(dropped["streamEnded"], 1);
+    EXPECT_EQ(dropped["noOutput"], 1);
+    EXPECT_EQ(dropped["quiet"], 1);
+    EXPECT_EQ(dropped["notPlayable"], 1);
+    EXPECT_GT(now["stolen"], 0);
+    std::int64_t sum = 0;
+    for (const auto& count : dropped) {
+        sum += count.get<std::int64_t>();
+    }
+    EXPECT_EQ(now["pressed"].get<std::int64_t>() + now["released"].get<std::int64_t>() +
+                  now["auditions"].get<std::int64_t>(),
+              now["started"].get<std::int64_t>() + sum);
+    EXPECT_EQ(sum, model->keyCounts().dropped.sum());
 }
 
 TEST_F(ControlTest, aSecondStartActivatesTheFirst) {

@@ -46,12 +46,13 @@ TEST(SoundEngineRealTime, droppingStaleKeysIsRealTimeSafe) {
     ManualClock clock;
     SoundEngine engine(output, clock, [](const auto& work) { work(); });
     const std::vector<float> frames(100, 0.5F);
+    std::array<float, 128> left{};
+    std::array<float, 128> right{};
+    engine.render(128, left.data(), right.data(), clock.nanos());
     for (int key = 0; key < 20; ++key) {
         engine.core().play({frames.data(), 100}, 1.0F, 0.0F, 1.0F, clock.nanos(), VoiceStage::none);
     }
     clock.advance(1.0);
-    std::array<float, 128> left{};
-    std::array<float, 128> right{};
     expectRealTimeSafe([&] { engine.render(128, left.data(), right.data(), clock.nanos()); });
     EXPECT_EQ(engine.core().eventsDropped(), 20);
 }

@@ -551,15 +551,56 @@ TEST_F(SoundEngineTest, theEndOfTheServerSettlesTheBanksOfItsVoices) {
     EXPECT_EQ(engine.retiredBanks(), 0U);
 }
 
-TEST_F(SoundEngineTest, keysThatWaitedTooLongForTheOutputAreDroppedAndTheOthersSound) {
+TEST_F(SoundEngineTest, keysThatWaitForADeviceToStartAllSound) {
     engine.setBank(bankOf(1000));
     key();
     key();
-    clock.advance(0.3);
+    clock.advance(2.0); // a Bluetooth link takes its time
     key();
     render();
-    EXPECT_EQ(engine.core().keysStarted(), 1);
-    EXPECT_EQ(engine.core().eventsDropped(), 2);
+    EXPECT_EQ(engine.core().keysStarted(), 3);
+    EXPECT_EQ(engine.core().eventsDropped(), 0);
+}
+
+TEST_F(SoundEngineTest, keysThatWaitForAPausedDeviceToWakeAllSound) {
+    engine.setBank(bankOf(1000));
+    key();
+    render(2000);
+    tickAfter(31.0);
+    ASSERT_FALSE(output.isRunning());
+    render(); // one more may be on its way when the output is paused
+    clock.advance(5.0);
+    key();
+    clock.advance(2.0);
+    key();
+    render();
+    EXPECT_EQ(engine.core().keysStarted(), 3);
+    EXPECT_EQ(engine.core().eventsStale(), 0);
+}
+
+TEST_F(SoundEngineTest, keysThatWaitForANewDeviceAllSound) {
+    engine.setBank(bankOf(1000));
+    key();
+    render(2000);
+    clock.advance(0.1);
+    output.onConfigurationChange();
+    key();
+    clock.advance(1.0);
+    render();
+    EXPECT_EQ(engine.core().keysStarted(), 2);
+}
+
+TEST_F(SoundEngineTest, keysSoundAfterAServerCameBackAndTookLongToStart) {
+    engine.setBank(bankOf(1000));
+    key();
+    render(2000);
+    output.lose();
+    output.available = true;
+    clock.advance(3.0);
+    key();
+    clock.advance(1.0);
+    render();
+    EXPECT_EQ(engine.core().keysStarted(), 2);
 }
 
 TEST_F(SoundEngineTest, keysSoundAtOnceWhenTheOutputTakesAMomentToStart) {
@@ -581,6 +622,7 @@ TEST_F(SoundEngineTest, keysThatCameDuringAStallAreDroppedWhenItIsOver) {
     }
     render();
     EXPECT_EQ(engine.core().keysStarted(), 3) << "those of the last quarter of a second";
+    EXPECT_EQ(engine.core().eventsStale(), 17);
 }
 
 TEST_F(SoundEngineTest, withoutAnInterruptionALateKeyIsHeard) {
@@ -599,17 +641,26 @@ TEST_F(SoundEngineTest, withoutAnInterruptionALateKeyIsHeard) {
 
 TEST(StaleKeys, onlyAnInterruptionMakesKeysStale) {
     constexpr std::uint64_t now = 10'000'000'000;
-    EXPECT_EQ(StaleKeys::before(0, now), now - StaleKeys::limit);
-    EXPECT_EQ(StaleKeys::before(now - StaleKeys::limit - 1, now), now - StaleKeys::limit);
-    EXPECT_EQ(StaleKeys::before(now - StaleKeys::limit, now), 0U);
-    EXPECT_EQ(StaleKeys::before(now - 2'666'666, now), 0U);
+    constexpr std::uint64_t limit = StaleKeys::limit;
+    EXPECT_EQ(StaleKeys::before(now - limit - 1, 0, now), now - limit);
+    EXPECT_EQ(StaleKeys::before(now - limit, 0, now), 0U);
+    EXPECT_EQ(StaleKeys::before(now - 2'666'666, 0, now), 0U);
+}
+
+TEST(StaleKeys, aStartMakesNoneStaleThatCameSinceItWasAskedFor) {
+    constexpr std::uint64_t now = 10'000'000'000;
+    EXPECT_EQ(StaleKeys::before(0, 0, now), 0U) << "the first call of a stream";
+    constexpr std::uint64_t asked = now - 3'000'000'000;
+    EXPECT_EQ(StaleKeys::before(asked - 5'000'000'000, asked, now), asked - StaleKeys::limit);
+    EXPECT_EQ(StaleKeys::before(asked + 1'000'000'000, asked, now), now - StaleKeys::limit)
+        << "it had started before the interruption";
 }
 
 TEST(StaleKeys, anUnknownTimeOrAClockThatStepsBackMakesNoneStale) {
-    EXPECT_EQ(StaleKeys::before(0, 0), 0U);
-    EXPECT_EQ(StaleKeys::before(5'000'000'000, 0), 0U);
-    EXPECT_EQ(StaleKeys::before(5'000'000'000, 4'000'000'000), 0U);
-    EXPECT_EQ(StaleKeys::before(0, StaleKeys::limit), 0U);
+    EXPECT_EQ(StaleKeys::before(0, 0, 0), 0U);
+    EXPECT_EQ(StaleKeys::before(5'000'000'000, 0, 0), 0U);
+    EXPECT_EQ(StaleKeys::before(5'000'000'000, 0, 4'000'000'000), 0U);
+    EXPECT_EQ(StaleKeys::before(1, 1, StaleKeys::limit), 0U);
 }
 
 } // namespace
