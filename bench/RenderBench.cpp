@@ -155,7 +155,7 @@ void renderPlain(const BoardJobs& jobs, const SampleSource& library) {
 
 void renderLanes(const BoardJobs& jobs, const SampleSource& library, const LaneKernels& kernels) {
     for (const RenderJob& job : jobs.jobs) {
-        LaneRenderer::renderAll(job, allVelocities, library, 1, kernels);
+        LaneRenderer::renderAll(job, library, 1, kernels);
     }
 }
 

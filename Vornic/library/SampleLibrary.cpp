@@ -83,6 +83,12 @@ std::optional<std::vector<float>> SampleLibrary::samples(const std::string& id) 
     return found == store_.end() ? std::nullopt : std::optional(found->second);
 }
 
+std::size_t SampleLibrary::frames(const std::string& id) const {
+    const std::lock_guard guard(lock_);
+    const auto found = store_.find(id);
+    return found == store_.end() ? 0 : found->second.size();
+}
+
 std::vector<SampleInfo> SampleLibrary::userSamples() const {
     const std::lock_guard guard(lock_);
     return infos_;

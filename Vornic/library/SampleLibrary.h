@@ -41,6 +41,7 @@ class SampleLibrary final : public SampleSource {
 
     /// A copy of the samples stored under `id`, or none.
     [[nodiscard]] std::optional<std::vector<float>> samples(const std::string& id) const override;
+    [[nodiscard]] std::size_t frames(const std::string& id) const override;
 
     /// What there is besides the packs: the derived samples, which are `builtIn`, and the user's,
     /// each in the order in which they were added.

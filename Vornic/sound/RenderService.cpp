@@ -1,5 +1,6 @@
 #include "Vornic/sound/RenderService.h"
 
+#include "VornicCore/base/FreeMemory.h"
 #include "VornicCore/base/ThisThread.h"
 
 #include <algorithm>
@@ -67,6 +68,8 @@ class RenderService::Queue : public std::enable_shared_from_this<RenderService::
                     done(std::move(board), seconds);
                 }
             });
+            // What rendering took besides the bank.
+            returnFreeMemory();
         }
     }
 

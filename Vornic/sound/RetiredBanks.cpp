@@ -1,5 +1,6 @@
 #include "Vornic/sound/RetiredBanks.h"
 
+#include "VornicCore/base/FreeMemory.h"
 #include "VornicCore/sampler/SamplerCore.h"
 
 #include <algorithm>
@@ -31,13 +32,16 @@ void RetiredBanks::takeBack(const std::shared_ptr<const VoiceBank>& bank) {
 }
 
 void RetiredBanks::release(double now, const SamplerCore& core) {
-    std::erase_if(banks_, [&](Retired& retired) {
+    const std::size_t freed = std::erase_if(banks_, [&](Retired& retired) {
         if (!retired.lastEvent && heldAlone(retired.bank)) {
             retired.lastEvent = core.pushedEvents();
         }
         return now - retired.since > shortestStay && retired.lastEvent &&
                core.settledEvents() >= *retired.lastEvent;
     });
+    if (freed > 0) {
+        returnFreeMemory();
+    }
 }
 
 } // namespace vornic

@@ -18,7 +18,7 @@ bool canRing(const Mode& mode) noexcept {
 
 // Adds the output of one two-pole resonator, at rest at first, to `wet`.
 void ring(const Mode& mode, const std::vector<float>& samples, std::vector<double>& wet) noexcept {
-    const double r = std::exp(-1.0 / (mode.decayMs / 1000.0 * sampleRate));
+    const double r = modeRadius(mode);
     const double c =
         std::cos(2.0 * std::numbers::pi * std::min(mode.frequency, 21600.0) / sampleRate);
     const double g = factorOfDecibels(mode.gainDb);

@@ -30,6 +30,12 @@ struct Mode {
     bool operator==(const Mode&) const = default;
 };
 
+/// What remains of a mode's ringing after one frame, for a decay time of 0 or more: nothing for 0,
+/// of whatever sign.
+inline double modeRadius(const Mode& mode) noexcept {
+    return std::exp(-1.0 / (std::abs(mode.decayMs) / 1000.0 * sampleRate));
+}
+
 /// The largest magnitude in `samples`; 0 if there are none. Samples that are not numbers are passed
 /// over.
 [[nodiscard]] float peak(const std::vector<float>& samples) noexcept;
@@ -47,6 +53,10 @@ void level(std::vector<float>& samples, double targetDb, double ceilingDb) noexc
 /// last 4 ms (a third, if that is less) to 0. Empty if no sample is above; unchanged if `floorDb`
 /// is not a number.
 void trimTail(std::vector<float>& samples, double floorDb) noexcept;
+
+/// Fades the last 4 ms (a third, if that is less) to 0, so that a cut is not heard as a click.
+/// Fewer than 3 samples stay as they are.
+void fadeEnd(std::span<float> samples) noexcept;
 
 /// Raises or lowers the strike by `attackDb` and the decay by `sustainDb`, in place. Where a fast
 /// follower of the level leads a slow one the attack gain applies, where the slow one leads the

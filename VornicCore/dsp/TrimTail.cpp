@@ -26,8 +26,12 @@ void trimTail(std::vector<float>& samples, double floorDb) noexcept {
         return;
     }
     // `kept` is one more than the index of the last loud sample.
-    const std::size_t n = std::min(samples.size(), kept - 1 + fadeSamples);
-    samples.resize(n);
+    samples.resize(std::min(samples.size(), kept - 1 + fadeSamples));
+    fadeEnd(samples);
+}
+
+void fadeEnd(std::span<float> samples) noexcept {
+    const std::size_t n = samples.size();
     if (n < 3) {
         return;
     }

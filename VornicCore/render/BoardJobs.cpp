@@ -23,10 +23,22 @@ std::set<std::string> soundsOfStabilisedKeys(const Board& board) {
     return sounds;
 }
 
+std::set<std::string> soundsOfAnyKey(const Board& board) {
+    constexpr std::int64_t keyCodes = 128;
+    std::set<std::string> sounds;
+    for (std::int64_t key = 0; key < keyCodes; ++key) {
+        if (const auto resolved = board.resolve(key)) {
+            sounds.insert(resolved->sound->id);
+        }
+    }
+    return sounds;
+}
+
 } // namespace
 
 BoardJobs::BoardJobs(const Board& board) {
     const std::set<std::string> stabilised = soundsOfStabilisedKeys(board);
+    const std::set<std::string> onKeys = soundsOfAnyKey(board);
     std::unordered_map<RenderJob, std::size_t> known;
     bool tooMany = false;
     const auto add = [&](const RenderJob& wanted) {
@@ -43,6 +55,7 @@ BoardJobs::BoardJobs(const Board& board) {
             }
             strokes_ += strokes(within.job);
             jobs.push_back(std::move(within.job));
+            played.push_back(onKeys.contains(wanted.sound.id));
         }
         uses.push_back({.job = found->second, .sound = wanted.sound.id});
     };

@@ -19,6 +19,7 @@ struct BoardJobs {
     };
 
     std::vector<RenderJob> jobs; // within their limits
+    std::vector<bool> played;    // of each job: whether a key plays its sound
     std::vector<Use> uses;       // in the board's order
     std::vector<std::string> messages;
 

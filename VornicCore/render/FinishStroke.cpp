@@ -24,8 +24,9 @@ void finishStroke(std::vector<float>& samples, double levelDb) {
     const auto onset = static_cast<std::size_t>(DSP::onset(samples));
     const auto silence = static_cast<std::ptrdiff_t>(onset - std::min(onset, beforeAttack));
     samples.erase(samples.begin(), samples.begin() + silence);
-    DSP::trimTail(samples, trimFloorDb);
+    // Before the fade, or a stroke that is too long would end in a hard edge.
     samples.resize(std::min(samples.size(), JobLimits::mostStrokeFrames));
+    DSP::trimTail(samples, trimFloorDb);
     DSP::level(samples, strokeTargetDb, strokeCeilingDb);
     const double gain = DSP::factorOfDecibels(levelDb);
     for (float& sample : samples) {
@@ -57,13 +58,8 @@ std::span<float> withoutTail(std::span<float> samples, float peak) {
         return {};
     }
     const auto trimmed = samples.first(std::min(samples.size(), kept - 1 + fadeFrames));
-    if (trimmed.size() >= 3) {
-        const std::size_t fade = std::min(trimmed.size() / 3, fadeFrames);
-        for (std::size_t j = 0; j < fade; ++j) {
-            trimmed[trimmed.size() - 1 - j] *= static_cast<float>(j) / static_cast<float>(fade);
-        }
-    }
-    return trimmed.first(std::min(trimmed.size(), JobLimits::mostStrokeFrames));
+    DSP::fadeEnd(trimmed);
+    return trimmed;
 }
 
 double levelGain(std::span<const float> samples, double peak) {
@@ -89,7 +85,11 @@ std::vector<float> finishedStroke(std::span<float> samples, double levelDb,
     if (!std::isfinite(peak) || peak == 0) {
         return {};
     }
-    const std::span<float> kept = withoutTail(fromAttack(samples, peak), peak);
+    const std::span<float> struck = fromAttack(samples, peak);
+    const auto within = struck.first(std::min(struck.size(), JobLimits::mostStrokeFrames));
+    const float peakWithin =
+        within.size() == struck.size() ? peak : kernels.peak(within.data(), std::ssize(within));
+    const std::span<float> kept = withoutTail(within, peakWithin);
     const float keptPeak = kernels.peak(kept.data(), std::ssize(kept));
     const auto gain = static_cast<float>(levelGain(kept, static_cast<double>(keptPeak)) *
                                          DSP::factorOfDecibels(levelDb));

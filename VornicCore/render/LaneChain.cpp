@@ -77,7 +77,7 @@ LaneBody::LaneBody(const ChainParams& chain) : mix(chain.bodyMix) {
     }
     double longest = 0;
     for (const DSP::Mode& mode : chain.bodyModes) {
-        const double radius = std::exp(-1.0 / (mode.decayMs / 1000.0 * DSP::sampleRate));
+        const double radius = DSP::modeRadius(mode);
         const double cosine =
             std::cos(2.0 * std::numbers::pi * std::min(mode.frequency, 21600.0) / DSP::sampleRate);
         modes.push_back({.feedback1 = 2.0 * radius * cosine,

@@ -24,31 +24,34 @@ std::vector<float> render(const RenderJob& job, Velocity velocity, std::int64_t 
     return std::move(strokes.at(velocity).front());
 }
 
-Renderer::Variations renderAll(const RenderJob& job, std::span<const Velocity> velocities,
-                               const SampleSource& library, std::uint64_t seed,
-                               const LaneKernels& kernels) {
+Renderer::Variations renderSome(const RenderJob& job, std::span<const Velocity> velocities,
+                                Range range, const SampleSource& library, std::uint64_t seed,
+                                const LaneKernels& kernels) {
     const RenderJob within = limited(job).job;
+    const std::int64_t end = std::min(range.end, within.sound.variations);
     Renderer::Variations result;
     for (const Velocity velocity : velocities) {
-        result[velocity].resize(static_cast<std::size_t>(within.sound.variations));
+        result[velocity].resize(
+            static_cast<std::size_t>(std::max<std::int64_t>(end - range.first, 0)));
     }
     if (within.stroke() == nullptr) {
         return result;
     }
     const ScopedFlushDenormals flush;
     LaneStrokes strokes(within, library, seed, kernels);
-    for (std::int64_t first = 0; first < within.sound.variations; first += laneCount) {
-        strokes.mix(first, std::min(laneCount, within.sound.variations - first));
+    for (std::int64_t first = range.first; first < end; first += laneCount) {
+        strokes.mix(first, std::min(laneCount, end - first));
         for (auto& [velocity, variations] : result) {
-            std::ranges::move(strokes.at(velocity), variations.begin() + first);
+            std::ranges::move(strokes.at(velocity), variations.begin() + (first - range.first));
         }
     }
     return result;
 }
 
 Renderer::Variations renderAll(const RenderJob& job, const SampleSource& library,
-                               std::uint64_t seed) {
-    return renderAll(job, allVelocities, library, seed);
+                               std::uint64_t seed, const LaneKernels& kernels) {
+    return renderSome(job, allVelocities, {.first = 0, .end = JobLimits::mostVariations}, library,
+                      seed, kernels);
 }
 
 } // namespace vornic::LaneRenderer

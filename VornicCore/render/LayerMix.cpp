@@ -29,8 +29,9 @@ double gainOf(const LayerSpec& layer) {
 std::optional<std::vector<float>> recorded(const std::string& recording,
                                            const SampleSource& library) {
     std::optional<std::vector<float>> samples = library.samples(recording);
-    if (samples) {
-        samples->resize(std::min(samples->size(), JobLimits::mostFrames));
+    if (samples && samples->size() > JobLimits::mostFrames) {
+        samples->resize(JobLimits::mostFrames);
+        DSP::fadeEnd(*samples);
     }
     return samples;
 }
@@ -105,14 +106,19 @@ std::vector<float> mixed(std::span<const PlacedLayer> layers, bool alignAttacks)
         first = std::min(first, start);
     }
     std::vector<float> mix;
+    bool cut = false;
     for (std::size_t index = 0; index < layers.size(); ++index) {
         const std::vector<float>& samples = layers[index].layer->samples;
         const auto start = static_cast<std::size_t>(starts[index] - first);
         const std::size_t end = std::min(start + samples.size(), JobLimits::mostFrames);
+        cut = cut || end < start + samples.size();
         mix.resize(std::max(mix.size(), end));
         for (std::size_t n = start; n < end; ++n) {
             mix[n] += samples[n - start];
         }
+    }
+    if (cut) {
+        DSP::fadeEnd(mix);
     }
     return mix;
 }

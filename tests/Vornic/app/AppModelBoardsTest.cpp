@@ -167,7 +167,8 @@ TEST_F(AppModelBoardsTest, replacedBanksAreFreedHoweverTheyWereReplaced) {
     const auto noteTheNext = [&] {
         const auto before = banks.empty() ? nullptr : banks.back().lock();
         scheduler.advance(150ms);
-        const bool came = eventually([&] { return model->sound().bank() != before; });
+        const bool came =
+            eventually([&] { return model->sound().bank() != before && !model->rendering(); });
         banks.push_back(model->sound().bank());
         return came;
     };

@@ -1,4 +1,6 @@
 #include "VornicCore/render/BuildBoard.h"
+
+#include "VornicCore/base/SplitMix64.h"
 #include "VornicCore/render/BoardJobs.h"
 #include "VornicCore/render/LaneRenderer.h"
 #include "tests/VornicCore/render/MapSource.h"
@@ -166,20 +168,86 @@ TEST(BuildBoard, saysWhichFieldOfAHostileBoardItChanged) {
     EXPECT_TRUE(rendered.bank->pool("space|key|1").empty());
 }
 
-TEST(BuildBoard, cutsStrokesThatWouldExceedTheBank) {
-    const Board plain = board();
-    constexpr std::size_t mostFrames = 24000;
-    const RenderedBoard rendered = buildBoard(plain, library(), 2, {.mostFrames = mostFrames});
+std::size_t sizeOf(const VoiceBank& bank) {
     std::size_t frames = 0;
-    for (const auto& [name, pool] : rendered.bank->pools()) {
+    for (const auto& [name, pool] : bank.pools()) {
         for (const Sample& sample : pool) {
-            EXPECT_EQ(sample.length, 1000); // of 24 strokes
             frames += static_cast<std::size_t>(sample.length);
         }
     }
-    EXPECT_EQ(frames, mostFrames);
-    EXPECT_EQ(rendered.messages.size(), 2U);
-    EXPECT_THAT(rendered.messages.front(), HasSubstr("\"keys\" is too long"));
+    return frames;
+}
+
+TEST(BuildBoard, cutsStrokesWhereOneVariationOfEachExceedsTheBank) {
+    constexpr std::size_t mostFrames = 12000;
+    const RenderedBoard rendered = buildBoard(board(), library(), 2, {.mostFrames = mostFrames});
+    for (const auto& [name, pool] : rendered.bank->pools()) {
+        ASSERT_EQ(pool.size(), 1U) << name;
+        EXPECT_EQ(pool.front().length, 1000); // of 12 strokes
+    }
+    EXPECT_EQ(sizeOf(*rendered.bank), mostFrames);
+    EXPECT_THAT(rendered.messages,
+                ElementsAre("Sound \"keys\" gets 1 of its 2 variations: its board is too long",
+                            "Sound \"keys\" is too long for its board and cut",
+                            "Sound \"space\" gets 1 of its 2 variations: its board is too long",
+                            "Sound \"space\" is too long for its board and cut"));
+}
+
+TEST(BuildBoard, givesSoundsThatNoKeyPlaysFewerVariationsFirst) {
+    Board large = board();
+    large.sounds[0].variations = 12;
+    large.sounds[1].variations = 12;
+    for (int n = 0; n < 10; ++n) {
+        large.sounds.push_back(sound("spare-" + std::to_string(n), n % 2 == 0 ? "a" : "b", 12));
+    }
+    const RenderedBoard whole = buildBoard(large, library(), 2);
+    EXPECT_THAT(whole.messages, IsEmpty());
+    const std::size_t most = sizeOf(*whole.bank) / 2;
+    const RenderedBoard fitted = buildBoard(large, library(), 2, {.mostFrames = most});
+    EXPECT_LE(sizeOf(*fitted.bank), most);
+    EXPECT_GT(sizeOf(*fitted.bank), most * 8 / 10) << "what there is room for is used";
+    for (const auto& [name, pool] : whole.bank->pools()) {
+        const auto left = fitted.bank->pool(name);
+        if (name.starts_with("spare")) {
+            EXPECT_LT(left.size(), 12U) << name;
+            EXPECT_GE(left.size(), 1U) << name;
+        } else {
+            EXPECT_EQ(left.size(), 12U) << name;
+        }
+        for (std::size_t n = 0; n < left.size(); ++n) {
+            EXPECT_EQ(framesOf(left[n]), framesOf(pool[n])) << name << ": as without the limit";
+        }
+    }
+    EXPECT_EQ(fitted.messages.size(), 10U);
+    EXPECT_THAT(fitted.messages.front(), HasSubstr("\"spare-0\" gets "));
+    const RenderedBoard again = buildBoard(large, library(), 4, {.mostFrames = most});
+    EXPECT_EQ(again.messages, fitted.messages);
+}
+
+TEST(BuildBoard, aBoardOfManyLongSoundsFitsIntoABank) {
+    // As many sounds as a user makes who records a keyboard key by key, in strokes of a second.
+    const MapSource recordings({{"a", noiseStroke(1, 48'000)}});
+    std::vector<SoundSpec> sounds;
+    for (int n = 0; n < 57; ++n) {
+        sounds.push_back(sound("sound-" + std::to_string(n), "a", 12));
+        sounds.back().press.chain.sustainDb = 24; // a tail that stays above the floor
+    }
+    const RenderedBoard rendered = buildBoard(boardOf(sounds), recordings, 2);
+    EXPECT_LE(sizeOf(*rendered.bank), mostBankFrames);
+    EXPECT_EQ(rendered.bank->pool("sound-0|key|1").size(), 12U) << "the one that keys play";
+    EXPECT_FALSE(rendered.bank->pool("sound-56|key|1").empty());
+}
+
+TEST(BuildBoard, saysWhichRecordingsAndStrokesAreTooLong) {
+    std::vector<float> hiss(300'000);
+    SplitMix64 random(1);
+    std::ranges::generate(hiss, [&] { return static_cast<float>(random.uniform(-0.5, 0.5)); });
+    const MapSource recordings({{"long", hiss}, {"short", {hiss.begin(), hiss.begin() + 9000}}});
+    const RenderedBoard rendered =
+        buildBoard(boardOf({sound("long", "long", 1), sound("short", "short", 1)}), recordings, 2);
+    EXPECT_THAT(rendered.messages,
+                ElementsAre("Sound \"long\" is longer than 4 s and cut there",
+                            "Sound \"long\" has a recording longer than 5 s, cut there: long"));
 }
 
 TEST(BuildBoard, leavesOutSoundsBeyondItsBudgetWhateverTheNumberOfThreads) {

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <functional>
@@ -119,6 +120,9 @@ TEST(JobLimits, nameTheFieldThatIsNotANumber) {
 
 TEST(JobLimits, nameTheFieldThatIsBeyondAllReason) {
     for (const Field& field : fields()) {
+        RenderJob zero = ordinaryJob();
+        field.at(zero) = -0.0;
+        expectPlayable(zero, std::string(field.name) + " -0");
         for (const double value : {1e300, -1e300, std::numeric_limits<double>::infinity()}) {
             RenderJob job = ordinaryJob();
             field.at(job) = value;
@@ -181,6 +185,48 @@ TEST(JobLimits, boundTheNumberOfLayersAndModes) {
         ElementsAre("Sound \"Keys\", press: layers is 1000 long, rendered as 32 long",
                     "Sound \"Keys\", press: bodyModes is 100000 long, rendered as 32 long"));
     expectPlayable(job, "many");
+}
+
+TEST(JobLimits, aDecayOfMinusZeroIsOneOfZero) {
+    RenderJob job = ordinaryJob();
+    job.sound.press.chain.bodyModes[0].decayMs = 0.0;
+    const auto plain = Renderer::render(job, Velocity::hard, 1, library(), 1);
+    const auto fast = LaneRenderer::render(job, Velocity::hard, 1, library(), 1);
+    ASSERT_FALSE(plain.empty());
+    job.sound.press.chain.bodyModes[0].decayMs = -0.0;
+    EXPECT_EQ(Renderer::render(job, Velocity::hard, 1, library(), 1), plain);
+    EXPECT_EQ(LaneRenderer::render(job, Velocity::hard, 1, library(), 1), fast);
+    expectPlayable(job, "decayMs -0");
+}
+
+TEST(JobLimits, whatIsTooLongEndsInAFadeAndNotInAnEdge) {
+    std::vector<float> hum(400'000);
+    for (std::size_t n = 0; n < hum.size(); ++n) {
+        hum[n] =
+            static_cast<float>(0.5 * std::sin(static_cast<double>(n) * 104.19 / 48000 * 6.283));
+    }
+    const MapSource source({{"a", hum}});
+    RenderJob job = ordinaryJob();
+    job.sound.press.layers.resize(1);
+    ChainParams& chain = job.sound.press.chain;
+    chain = ChainParams::neutral();
+    // As it is, the stroke is cut; an octave up the recording is, and the body rings on behind it.
+    for (const double pitch : {0.0, 12.0}) {
+        chain.pitch = pitch;
+        chain.bodyModes = {{.frequency = 300, .decayMs = 100, .gainDb = 0}};
+        chain.bodyMix = pitch == 0.0 ? 0.0 : 0.2;
+        for (const auto& samples : {Renderer::render(job, Velocity::medium, 0, source, 1),
+                                    LaneRenderer::render(job, Velocity::medium, 0, source, 1)}) {
+            ASSERT_GT(samples.size(), 100'000U);
+            EXPECT_LE(samples.size(), JobLimits::mostStrokeFrames);
+            EXPECT_EQ(samples.back(), 0.0F);
+            float largest = 0.0F; // step
+            for (std::size_t n = 48'000; n < samples.size(); ++n) {
+                largest = std::max(largest, std::abs(samples[n] - samples[n - 1]));
+            }
+            EXPECT_LT(largest, 0.02F) << pitch;
+        }
+    }
 }
 
 TEST(JobLimits, keepEverythingAtItsLimitPlayable) {

@@ -120,7 +120,7 @@ void expectAgreement(const LaneKernels& kernels, std::uint64_t seed) {
     for (int round = 0; round < 12; ++round) {
         const RenderJob job = maker.make();
         const auto plain = Renderer::renderAll(job, library, 1);
-        const auto fast = LaneRenderer::renderAll(job, allVelocities, library, 1, kernels);
+        const auto fast = LaneRenderer::renderAll(job, library, 1, kernels);
         ASSERT_EQ(plain.size(), fast.size());
         for (const auto& [velocity, variations] : plain) {
             const auto& others = fast.at(velocity);
