@@ -101,6 +101,14 @@ TEST(LoadAudio, readsEveryFormat) {
     }
 }
 
+TEST(LoadAudio, oneFrameIsEnough) {
+    const ScratchFolder folder;
+    writeSound(folder / "a.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 48000, 1, {0.25F});
+    EXPECT_EQ(loadAudio(folder / "a.wav"), std::vector<float>{0.25F});
+    writeSound(folder / "b.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 48000, 1, {});
+    EXPECT_FALSE(loadAudio(folder / "b.wav"));
+}
+
 TEST(LoadAudio, averagesTheChannels) {
     const ScratchFolder folder;
     writeSound(folder / "a.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 48000, 3,

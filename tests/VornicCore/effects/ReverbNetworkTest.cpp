@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <map>
 #include <numbers>
 #include <ostream>
 #include <random>
@@ -80,6 +81,11 @@ INSTANTIATE_TEST_SUITE_P(Rooms, RoomResponse, testing::ValuesIn(rooms), nameOf);
 
 TEST_P(RoomResponse, mixesAsMuchAsTheRoomHas) {
     EXPECT_EQ(roomPreset(GetParam().room).mix, GetParam().mix);
+}
+
+TEST_P(RoomResponse, hasTheStatedShareOfItsEnergyInTheEarlyReflections) {
+    const std::map<Room, double> stated{{Room::desk, 0.5}, {Room::studio, 0.4}, {Room::wood, 0.25}};
+    EXPECT_EQ(roomPreset(GetParam().room).earlyShare, stated.at(GetParam().room));
 }
 
 TEST_P(RoomResponse, decaysInTheStatedTimes) {

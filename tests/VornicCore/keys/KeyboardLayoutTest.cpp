@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 #include <string>
@@ -248,6 +249,15 @@ TEST(KeyboardLayout, theFunctionRowStandsApart) {
             EXPECT_EQ(key(id, name.code).label, name.label);
             EXPECT_EQ(key(id, name.code).y, 0);
         }
+    }
+}
+
+TEST(KeyboardLayout, everyFunctionKeySaysItsNumber) {
+    constexpr std::array codes{122, 120, 99, 118, 96, 97, 98, 100, 101, 109, 103, 111};
+    ASSERT_EQ(KeyboardLayout::fKeys.size(), codes.size());
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        EXPECT_EQ(KeyboardLayout::fKeys.at(i).code, codes.at(i));
+        EXPECT_EQ(KeyboardLayout::fKeys.at(i).label, "F" + std::to_string(i + 1));
     }
 }
 

@@ -140,6 +140,9 @@ TEST_F(Effective, appendsClickSpringAndRattleInThisOrder) {
     EXPECT_EQ(layers[3].samples, std::vector<std::string>{"part/rattle"});
     EXPECT_EQ(layers[3].offsetMs, 8);
     EXPECT_EQ(layers[3].gainDb, -12);
+    for (const LayerSpec& layer : layers) {
+        EXPECT_EQ(layer.pitch, 0);
+    }
     EXPECT_EQ(stroke(false).layers.size(), 3U);
 }
 

@@ -1,6 +1,7 @@
 #include "VornicCore/render/LaneKernels.h"
 
 #include "VornicCore/dsp/DSP.h"
+#include "VornicCore/render/FinishStroke.h"
 #include "tests/VornicCore/render/NoiseStroke.h"
 
 #include <gtest/gtest.h>
@@ -46,6 +47,15 @@ TEST_P(LaneKernelsTest, peakIsNotFiniteIfASampleIsNot) {
         EXPECT_FALSE(std::isfinite(GetParam()->peak(samples.data(), 21)));
         EXPECT_FALSE(std::isfinite(GetParam()->peak(samples.data(), 4)));
     }
+}
+
+TEST_P(LaneKernelsTest, almostSilenceIsNotMadeLoud) {
+    // Below an RMS of 1e-7 the strike is no strike, and no gain would make it one.
+    std::vector<float> samples(4000, 0.9e-7F);
+    const std::vector<float> before = samples;
+    const std::vector<float> finished = finishedStroke(samples, 0.0, *GetParam());
+    ASSERT_EQ(finished.size(), before.size());
+    EXPECT_EQ(finished.front(), before.front());
 }
 
 TEST_P(LaneKernelsTest, resamplesToTheEndsOfTheBuffer) {

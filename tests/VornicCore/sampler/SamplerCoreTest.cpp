@@ -111,6 +111,17 @@ TEST_P(SamplerCoreTest, aBufferOfNoFramesStillStartsVoices) {
     EXPECT_THAT(render(3).left, ElementsAre(1.0F, 2.0F, 4.0F));
 }
 
+TEST_P(SamplerCoreTest, everyKeyOfABurstIsStartedOrDropped) {
+    const std::vector<float> longNote(4800, 0.1F);
+    constexpr std::int64_t keys = 600; // more than the queue holds
+    for (std::int64_t key = 0; key < keys; ++key) {
+        play(longNote);
+    }
+    render(128);
+    EXPECT_GT(core.eventsDropped(), 0);
+    EXPECT_EQ(core.keysStarted() + core.eventsDropped(), keys);
+}
+
 TEST_P(SamplerCoreTest, aFullQueueLosesTheKey) {
     SamplerCore small(48000.0, 2, GetParam().mixer);
     const Sample sample{fourFrames.data(), 4};
