@@ -68,6 +68,13 @@ void ChildProcess::end(int signal) {
     wait();
 }
 
+bool ChildProcess::runs() const {
+    siginfo_t ended{};
+    return process_ > 0 &&
+           waitid(P_PID, static_cast<id_t>(process_), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           ended.si_pid == 0;
+}
+
 int ChildProcess::wait() {
     if (process_ <= 0) {
         return -1;

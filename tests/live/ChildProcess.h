@@ -28,6 +28,12 @@ class ChildProcess {
     /// Sends `signal` and waits for the end.
     void end(int signal);
 
+    /// Its process id; -1 once it has been waited for.
+    pid_t id() const { return process_; }
+
+    /// Whether it has not ended yet.
+    bool runs() const;
+
     /// Waits for the end; the exit status, or -1 when a signal ended it.
     int wait();
 

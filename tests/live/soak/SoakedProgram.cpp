@@ -1,0 +1,103 @@
+#include "tests/live/soak/SoakedProgram.h"
+
+#include <csignal>
+#include <fstream>
+#include <numeric>
+#include <stdexcept>
+
+namespace vornic {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::size_t entries(const fs::path& folder) {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+double proportionalMB(const fs::path& process) {
+    std::ifstream file(process / "smaps_rollup");
+    for (std::string word; file >> word;) {
+        if (word == "Pss:") {
+            double kilobytes = 0;
+            file >> kilobytes;
+            return kilobytes / 1024.0;
+        }
+    }
+    throw std::runtime_error("the kernel does not say what memory the program has");
+}
+
+} // namespace
+
+std::int64_t KeyCounts::withoutReason() const {
+    return std::accumulate(
+        dropped.begin(), dropped.end(), pressed - started,
+        [](std::int64_t left, const auto& reason) { return left - reason.second; });
+}
+
+SoakedProgram::SoakedProgram(ChildProcess::Environment environment)
+    : environment_(std::move(environment)) {
+    environment_.emplace_back("XDG_CONFIG_HOME", (folder_ / "config").string());
+    environment_.emplace_back("XDG_DATA_HOME", (folder_ / "data").string());
+    environment_.emplace_back("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    folder_.write("config/Vornic/settings.json", R"({"welcomed": true})");
+    process_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{VORNIC_PROGRAM, "--packs", VORNIC_BUILT_PACKS}, environment_,
+        (folder_ / "vornic.log").string());
+}
+
+std::string SoakedProgram::say(const std::vector<std::string>& words) const {
+    const fs::path answer = folder_ / "answer";
+    fs::remove(answer);
+    std::vector<std::string> command{VORNIC_PROGRAM};
+    command.insert(command.end(), words.begin(), words.end());
+    if (ChildProcess(command, environment_, answer.string()).wait() != 0) {
+        throw std::runtime_error("vornic " + words.front() + ": " + readBytes(answer) + log());
+    }
+    return readBytes(answer);
+}
+
+nlohmann::json SoakedProgram::status() const {
+    return nlohmann::json::parse(say({"status", "--json"}));
+}
+
+KeyCounts SoakedProgram::counts() const {
+    const nlohmann::json now = status();
+    if (!now.contains("pressed")) { // TODO until it counts
+        const std::int64_t started = now.at("keysMeasured");
+        return {.pressed = started, .started = started, .stolen = 0, .dropped = {}};
+    }
+    return {.pressed = now.at("pressed"),
+            .started = now.at("started"),
+            .stolen = now.at("stolen"),
+            .dropped = now.at("dropped")};
+}
+
+ProcessFacts SoakedProgram::facts() const {
+    const fs::path process = fs::path("/proc") / std::to_string(process_->id());
+    return {.memoryMB = proportionalMB(process),
+            .descriptors = entries(process / "fd"),
+            .threads = entries(process / "task")};
+}
+
+fs::path SoakedProgram::exported(const std::string& board) const {
+    const fs::path file = folder_ / (board + ".vornic");
+    say({"export", board, file.string(), "--packs", VORNIC_BUILT_PACKS});
+    return file;
+}
+
+bool SoakedProgram::lives() const {
+    return process_->runs();
+}
+
+std::string SoakedProgram::log() const {
+    return readBytes(folder_ / "vornic.log");
+}
+
+int SoakedProgram::end() {
+    process_->send(SIGTERM);
+    return process_->wait();
+}
+
+} // namespace vornic
