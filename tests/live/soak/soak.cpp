@@ -195,6 +195,7 @@ class Soak {
     /// The accessibility bus: it is what a desktop restarts under running programs.
     void restartBus() {
         auto* const session = QDBusConnection::sessionBus().interface();
+        session->startService("org.a11y.Bus"); // Nobody may have asked for it since the last time.
         const auto bus = session->servicePid("org.a11y.Bus");
         expect(bus.isValid() && bus.value() > 1, "an accessibility bus");
         ::kill(static_cast<pid_t>(bus.value()), SIGKILL);
