@@ -32,7 +32,7 @@ double proportionalMB(const fs::path& process) {
 
 std::int64_t KeyCounts::withoutReason() const {
     return std::accumulate(
-        dropped.begin(), dropped.end(), pressed - started,
+        dropped.begin(), dropped.end(), pressed + released + auditions - started,
         [](std::int64_t left, const auto& reason) { return left - reason.second; });
 }
 
@@ -64,11 +64,9 @@ nlohmann::json SoakedProgram::status() const {
 
 KeyCounts SoakedProgram::counts() const {
     const nlohmann::json now = status();
-    if (!now.contains("pressed")) { // TODO until it counts
-        const std::int64_t started = now.at("keysMeasured");
-        return {.pressed = started, .started = started, .stolen = 0, .dropped = {}};
-    }
     return {.pressed = now.at("pressed"),
+            .released = now.at("released"),
+            .auditions = now.at("auditions"),
             .started = now.at("started"),
             .stolen = now.at("stolen"),
             .dropped = now.at("dropped")};

@@ -25,11 +25,13 @@ struct ProcessFacts {
 /// What the program says became of the keys.
 struct KeyCounts {
     std::int64_t pressed = 0;
+    std::int64_t released = 0;  // those with a sound of their own
+    std::int64_t auditions = 0; // played from the windows
     std::int64_t started = 0;
     std::int64_t stolen = 0;
     std::map<std::string, std::int64_t> dropped; // by reason
 
-    /// Keys that neither sounded nor have a reason for it.
+    /// Of all these, those that neither sounded nor have a reason for it.
     std::int64_t withoutReason() const;
 };
 

@@ -224,6 +224,7 @@ bool report(const Soak& soak, bool stuck, const ProcessFacts& start, const Proce
     std::printf("\nrounds                %10d\n", rounds);
     std::printf("keys sent             %10lld\n", static_cast<long long>(soak.sent()));
     std::printf("heard                 %10lld\n", static_cast<long long>(counts.pressed));
+    std::printf("released with a sound %10lld\n", static_cast<long long>(counts.released));
     std::printf("started               %10lld\n", static_cast<long long>(counts.started));
     for (const auto& [reason, keys] : counts.dropped) {
         std::printf("dropped, %-12s %10lld\n", reason.c_str(), static_cast<long long>(keys));
