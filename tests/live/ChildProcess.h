@@ -20,8 +20,6 @@ class ChildProcess {
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    pid_t id() const { return process_; }
-
     /// Sends `signal`.
     void send(int signal) const;
 
