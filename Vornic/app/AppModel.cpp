@@ -14,7 +14,11 @@ namespace vornic {
 using namespace std::chrono_literals;
 
 AppModel::AppModel(Platform platform, Options options)
-    : platform_(platform), options_(std::move(options)) {}
+    : platform_(std::move(platform)), options_(std::move(options)),
+      watches_{{Silence::microphone, &platform_.microphone},
+               {Silence::password, &platform_.secureInput}} {
+    watches_.insert(watches_.end(), platform_.quiet.begin(), platform_.quiet.end());
+}
 
 AppModel::~AppModel() {
     if (settingsFile_) {
@@ -22,8 +26,9 @@ AppModel::~AppModel() {
             platform_.log.warning("Couldn't save the settings: " + error.message());
         }
     }
-    platform_.microphone.onChange = [] {};
-    platform_.secureInput.onChange = [] {};
+    for (const WatchedReason& watched : watches_) {
+        watched.watch->onChange = [] {};
+    }
 }
 
 void AppModel::start() {
@@ -117,11 +122,11 @@ void AppModel::connect() {
     };
     keys_->onProblem = [this](const std::string& problem) { platform_.log.warning(problem); };
     keys_->start(*sound_);
-    for (auto* const pushed : {&platform_.microphone.onChange, &platform_.secureInput.onChange}) {
-        *pushed = [this] { refreshQuiet(); };
+    for (const WatchedReason& watched : watches_) {
+        watched.watch->onChange = [this] { refreshQuiet(); };
+        watched.watch->start();
     }
-    platform_.microphone.start();
-    platform_.secureInput.start();
+    platform_.secureInput.noticeEverywhere(noticePasswordsEverywhere());
     timers_.push_back(platform_.scheduler.every(1000ms, [this] {
         sound_->tick();
         refreshState();

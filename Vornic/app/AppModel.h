@@ -9,7 +9,7 @@
 #include "Vornic/library/BoardStore.h"
 #include "Vornic/library/BoardTransfer.h"
 #include "Vornic/library/SampleLibrary.h"
-#include "Vornic/quiet/Silence.h"
+#include "Vornic/quiet/QuietRules.h"
 #include "Vornic/recording/SoundMaker.h"
 #include "Vornic/sound/BoardPlayer.h"
 #include "Vornic/sound/SoundEngine.h"
@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -133,6 +134,9 @@ class AppModel {
     void setSoundsOn(bool on);
     bool quietDuringCalls() const { return settings_.quietDuringCalls; }
     void setQuietDuringCalls(bool on);
+    /// Whether every program is asked to tell of its password fields.
+    bool noticePasswordsEverywhere() const { return settings_.noticePasswordsEverywhere; }
+    void setNoticePasswordsEverywhere(bool on);
     bool advanced() const { return settings_.advanced; }
     void setAdvanced(bool on);
     double volume() const { return settings_.volume; }
@@ -145,12 +149,16 @@ class AppModel {
 
     // Facts.
 
-    /// Why keys are silent; absent when they sound.
+    /// Why keys are silent; null when they sound.
+    const QuietRule* quietRule() const;
+    /// Its reason; absent when keys sound.
     std::optional<Silence> silence() const;
     /// The line below the program's name.
     std::string statusLine() const;
-    bool secureInput() const { return secureInput_; }
-    bool micInUse() const { return micInUse_; }
+    /// Which programs tell of their password fields, as far as known.
+    PasswordFields passwordFields() const { return platform_.secureInput.told(); }
+    bool secureInput() const { return watched_.contains(Silence::password); }
+    bool micInUse() const { return watched_.contains(Silence::microphone); }
     /// The program itself records the keyboard.
     bool recording() const { return recording_; }
     void setRecording(bool on);
@@ -238,9 +246,9 @@ class AppModel {
     bool firstStart_ = false;
 
     PlayedBoard played_;
-    std::optional<Silence> lastSilence_;
-    bool secureInput_ = false;
-    bool micInUse_ = false;
+    const QuietRule* lastRule_ = nullptr;
+    std::vector<WatchedReason> watches_;
+    std::set<Silence> watched_; // the reasons among them that hold
     bool recording_ = false;
     TapState tapState_ = TapState::needsPermission;
     OutputDeviceFacts device_;

@@ -6,16 +6,27 @@
 
 namespace vornic {
 
+const QuietRule* AppModel::quietRule() const {
+    QuietFacts facts{.holding = watched_};
+    if (recording_) {
+        facts.holding.insert(Silence::recording);
+    }
+    if (!soundsOn()) {
+        facts.holding.insert(Silence::off);
+    }
+    if (!quietDuringCalls()) {
+        facts.ignored.insert(Silence::microphone);
+    }
+    return vornic::quietRule(facts);
+}
+
 std::optional<Silence> AppModel::silence() const {
-    return vornic::silence({.soundsOn = soundsOn(),
-                            .quietDuringCalls = quietDuringCalls(),
-                            .recording = recording_,
-                            .secureInput = secureInput_,
-                            .micInUse = micInUse_});
+    const QuietRule* const rule = quietRule();
+    return rule == nullptr ? std::nullopt : std::optional(rule->reason);
 }
 
 std::string AppModel::statusLine() const {
-    return vornic::statusLine(silence(), board() != nullptr ? board()->name : "",
+    return vornic::statusLine(quietRule(), board() != nullptr ? board()->name : "",
                               stage().placement);
 }
 
@@ -35,15 +46,19 @@ void AppModel::refreshState() {
 }
 
 void AppModel::refreshQuiet() {
-    const bool secure = platform_.secureInput.active();
-    const bool microphone = platform_.microphone.inUse() && !recording_;
-    const bool changed = secure != secureInput_ || microphone != micInUse_;
-    secureInput_ = secure;
-    micInUse_ = microphone;
-    const std::optional<Silence> reason = silence();
-    if (reason != lastSilence_) {
-        lastSilence_ = reason;
-        platform_.log.info(reason ? std::string(label(*reason)) : "Sounds are on");
+    std::set<Silence> watched;
+    for (const WatchedReason& each : watches_) {
+        // The program's own recording is no other program's use of the microphone.
+        if (each.watch->active() && !(recording_ && each.reason == Silence::microphone)) {
+            watched.insert(each.reason);
+        }
+    }
+    const bool changed = watched != watched_;
+    watched_ = std::move(watched);
+    const QuietRule* const rule = quietRule();
+    if (rule != lastRule_) {
+        lastRule_ = rule;
+        platform_.log.info(rule != nullptr ? std::string(rule->text) : "Sounds are on");
         publish();
         onChange();
     } else if (changed) {

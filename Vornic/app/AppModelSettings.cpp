@@ -45,6 +45,13 @@ void AppModel::setQuietDuringCalls(bool on) {
     }
 }
 
+void AppModel::setNoticePasswordsEverywhere(bool on) {
+    if (noticePasswordsEverywhere() != on) {
+        platform_.secureInput.noticeEverywhere(on);
+        change([on](Settings& settings) { settings.noticePasswordsEverywhere = on; });
+    }
+}
+
 void AppModel::setAdvanced(bool on) {
     if (advanced() != on) {
         change([on](Settings& settings) { settings.advanced = on; });

@@ -82,6 +82,18 @@ std::string_view tapWord(TapState state) {
     return "";
 }
 
+std::string_view fieldsWord(PasswordFields told) {
+    switch (told) {
+    case PasswordFields::unknown:
+        return "unknown";
+    case PasswordFields::someTell:
+        return "someTell";
+    case PasswordFields::allThatCanTell:
+        return "allThatCanTell";
+    }
+    return "";
+}
+
 template <typename T>
 nlohmann::json orNull(const std::optional<T>& value) {
     return value ? nlohmann::json(*value) : nlohmann::json();
@@ -99,7 +111,7 @@ std::string statusAsText(const AppModel& model) {
 } // namespace
 
 std::string statusAsJson(const AppModel& model) {
-    const std::optional<Silence> silence = model.silence();
+    const QuietRule* const silence = model.quietRule();
     nlohmann::json board;
     if (model.board() != nullptr) {
         board = {{"id", model.board()->id}, {"name", model.board()->name}};
@@ -113,13 +125,14 @@ std::string statusAsJson(const AppModel& model) {
         {"stalled", counts.dropped.stalled},     {"streamEnded", counts.dropped.streamEnded}};
     const nlohmann::json status{
         {"soundsOn", model.soundsOn()},
-        {"silence", silence ? nlohmann::json(rawString(*silence)) : nlohmann::json()},
+        {"silence", silence != nullptr ? nlohmann::json(silence->word) : nlohmann::json()},
         {"status", model.statusLine()},
         {"board", board},
         {"volume", model.volume()},
         {"outputKind", rawString(model.outputKind())},
         {"bluetooth", model.onBluetooth()},
         {"headphones", model.headphones()},
+        {"passwordFields", fieldsWord(model.passwordFields())},
         {"keys", tapWord(model.tapState())},
         {"keyToSoundMillis", measured.keyToAppMillis},
         {"keyToSoundMaxMillis", measured.keyToAppMaxMillis},

@@ -9,6 +9,9 @@
 #include "Vornic/ports/MicrophoneUse.h"
 #include "Vornic/ports/Scheduler.h"
 #include "Vornic/ports/SecureInput.h"
+#include "Vornic/quiet/QuietRules.h"
+
+#include <vector>
 
 namespace vornic {
 
@@ -23,6 +26,8 @@ struct Platform {
     Clock& clock;
     Scheduler& scheduler;
     Log& log;
+    /// Further reasons to be silent, beside the microphone and passwords.
+    std::vector<WatchedReason> quiet = {};
 };
 
 } // namespace vornic

@@ -14,6 +14,8 @@ struct Settings {
     /// Whether keys make a sound.
     bool hearMyself = true;
     bool quietDuringCalls = true;
+    /// Whether every program is asked to tell of its password fields.
+    bool noticePasswordsEverywhere = false;
     /// Whether the advanced editor is shown.
     bool advanced = false;
     /// From 0 to 1.

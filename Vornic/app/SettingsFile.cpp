@@ -23,6 +23,7 @@ template <typename Visit>
 void forEachSetting(Visit&& visit) {
     visit("hearMyself", &Settings::hearMyself);
     visit("quietDuringCalls", &Settings::quietDuringCalls);
+    visit("noticePasswordsEverywhere", &Settings::noticePasswordsEverywhere);
     visit("advanced", &Settings::advanced);
     visit("volume", &Settings::volume);
     visit("outputKind", &Settings::outputKind);

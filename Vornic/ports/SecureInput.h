@@ -1,28 +1,23 @@
 #pragma once
 
-#include <functional>
+#include "Vornic/ports/QuietWatch.h"
+
+#include <cstdint>
 
 namespace vornic {
 
+/// Which programs tell that their field with the focus takes a password.
+enum class PasswordFields : std::uint8_t { unknown, someTell, allThatCanTell };
+
 /// Whether what is typed now is meant for nobody's ears: a password field has the focus, or the
-/// screen is locked. Main thread.
-class SecureInput {
+/// screen is locked. Thread: main.
+class SecureInput : public QuietWatch {
   public:
-    SecureInput() = default;
-    SecureInput(const SecureInput&) = delete;
-    SecureInput& operator=(const SecureInput&) = delete;
-    virtual ~SecureInput() = default;
+    /// Asks every program of the session to tell of its password fields, at the price that
+    /// programs started from then on do a little more; `false` takes that back.
+    virtual void noticeEverywhere(bool on) = 0;
 
-    /// Starts watching; once. Returns without waiting for the system's answer.
-    virtual void start() = 0;
-
-    /// Whether a password is being typed now. False as long as nothing is known. Cheap: the fact as
-    /// the system last told it; asked every second.
-    virtual bool active() const = 0;
-
-    /// Called whenever `active` may answer differently, where the system pushes it: the model then
-    /// need not wait for its next look. Set before `start`.
-    std::function<void()> onChange = [] {};
+    virtual PasswordFields told() const = 0;
 };
 
 } // namespace vornic

@@ -9,7 +9,6 @@
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 #include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
 #include "Vornic/linux/sound/PipeWireOutput.h"
-#include "Vornic/ports/NoSecureInput.h"
 #include "Vornic/qt/QtScheduler.h"
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "tests/live/ChildProcess.h"
@@ -33,6 +32,15 @@
 
 namespace vornic {
 namespace {
+
+/// Nobody types a password here.
+class NoPassword final : public SecureInput {
+  public:
+    void start() override {}
+    bool active() const override { return false; }
+    void noticeEverywhere(bool /*on*/) override {}
+    PasswordFields told() const override { return PasswordFields::unknown; }
+};
 
 class RecordedKeysTest : public ::testing::Test {
   protected:
@@ -113,7 +121,7 @@ class RecordedKeysTest : public ::testing::Test {
     X11HotKey hotKey;
     PipeWireMicrophoneUse microphoneUse{scheduler};
     PipeWireMicrophone microphone{scheduler};
-    NoSecureInput secureInput;
+    NoPassword secureInput;
     Platform platform{output, tap,       hotKey, microphoneUse, microphone, secureInput,
                       clock,  scheduler, log};
     KeyTyper typer;

@@ -107,9 +107,14 @@ class FakeSecureInput final : public SecureInput {
   public:
     void start() override { ++starts; }
     bool active() const override { return focused; }
+    void noticeEverywhere(bool on) override { everywhere = on; }
+    PasswordFields told() const override {
+        return everywhere ? PasswordFields::allThatCanTell : PasswordFields::someTell;
+    }
 
     int starts = 0;
     bool focused = false;
+    bool everywhere = false;
 };
 
 /// The model on a platform that a test drives by hand, with a board of clicks.
@@ -130,7 +135,7 @@ class ModelFixture : public ::testing::Test {
     }
     Platform platform() {
         return {output,      tap,   hotKey,    microphone, microphoneInput,
-                secureInput, clock, scheduler, log};
+                secureInput, clock, scheduler, log,        {{Silence::password, &furtherReason}}};
     }
 
     void start() { model->start(); }
@@ -180,6 +185,7 @@ class ModelFixture : public ::testing::Test {
     FakeMicrophoneUse microphone;
     FakeMicrophone microphoneInput;
     FakeSecureInput secureInput;
+    FakeSecureInput furtherReason; // one that the platform brings along beside those it must have
     ManualScheduler scheduler;
     CollectingLog log;
     std::unique_ptr<AppModel> model = std::make_unique<AppModel>(platform(), options());

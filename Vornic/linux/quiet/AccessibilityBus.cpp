@@ -2,6 +2,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <chrono>
 #include <utility>
 
@@ -11,6 +12,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const QString launcherService = "org.a11y.Bus";
+const QString registryService = "org.a11y.atspi.Registry";
+
 // Numbers of the accessibility interface.
 constexpr uint rolePassword = 40;
 constexpr uint stateFocused = 12;
@@ -19,6 +23,8 @@ constexpr uint stateFocused = 12;
 constexpr auto answerLimit = 1s;
 /// A program that dies or hides its window may not say that its field lost the focus.
 constexpr auto watchInterval = 1s;
+/// A bus that died may take a moment to come again.
+constexpr auto retryInterval = 1s;
 
 AccessibleObject senderOf(const QDBusMessage& event) {
     return {.program = event.service().toStdString(), .path = event.path().toStdString()};
@@ -34,13 +40,18 @@ QDBusMessage callTo(const AccessibleObject& object, const QString& method) {
 
 AccessibilityBus::AccessibilityBus(const QDBusConnection& session, std::function<void()> changed)
     : session_(session), changed_(std::move(changed)),
-      name_("vornic-accessibility-" + QString::number(reinterpret_cast<quintptr>(this))) {
+      search_([this](const AccessibleObject& field) {
+          follow([&] { focus_.focused(field); });
+          askRole(field);
+      }) {
     watch_.setInterval(watchInterval);
     QObject::connect(&watch_, &QTimer::timeout, this, [this] { askFocus(); });
+    again_.setSingleShot(true);
+    QObject::connect(&again_, &QTimer::timeout, this, [this] { findBus(); });
 }
 
 AccessibilityBus::~AccessibilityBus() {
-    if (connected_) {
+    if (!name_.isEmpty()) {
         QDBusConnection::disconnectFromBus(name_);
     }
 }
@@ -50,8 +61,22 @@ QDBusConnection AccessibilityBus::bus() const {
 }
 
 void AccessibilityBus::start() {
-    const QDBusMessage call = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
-                                                             "org.a11y.Bus", "GetAddress");
+    auto* const launcher = new QDBusServiceWatcher(launcherService, session_,
+                                                   QDBusServiceWatcher::WatchForOwnerChange, this);
+    QObject::connect(launcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+                     [this](const QString&, const QString&, const QString& now) {
+                         // One that comes has a bus of its own.
+                         if (!now.isEmpty()) {
+                             findBus();
+                         }
+                     });
+    findBus();
+}
+
+void AccessibilityBus::findBus() {
+    again_.stop();
+    const QDBusMessage call = QDBusMessage::createMethodCall(launcherService, "/org/a11y/bus",
+                                                             launcherService, "GetAddress");
     auto* const watcher = new QDBusPendingCallWatcher(session_.asyncCall(call), this);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<QString> reply = *watcher;
@@ -62,13 +87,36 @@ void AccessibilityBus::start() {
     });
 }
 
+void AccessibilityBus::leaveBus() {
+    if (!name_.isEmpty()) {
+        QDBusConnection::disconnectFromBus(std::exchange(name_, QString()));
+    }
+    search_.end();
+    follow([&] { focus_ = PasswordFocus(); });
+}
+
+void AccessibilityBus::disconnected() {
+    leaveBus();
+    again_.start(retryInterval);
+}
+
 void AccessibilityBus::connectTo(const QString& address) {
-    QDBusConnection bus = QDBusConnection::connectToBus(address, name_);
-    if (!bus.isConnected()) {
-        QDBusConnection::disconnectFromBus(name_);
+    if (address == address_ && bus().isConnected()) {
         return;
     }
-    connected_ = true;
+    leaveBus();
+    address_ = address;
+    const QString name =
+        QString("vornic-accessibility-%1-%2").arg(quintptr(this)).arg(++connections_);
+    QDBusConnection bus = QDBusConnection::connectToBus(address, name);
+    if (!bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(name);
+        again_.start(retryInterval);
+        return;
+    }
+    name_ = name;
+    bus.connect({}, "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local", "Disconnected",
+                this, SLOT(disconnected()));
     bus.connect({}, {}, "org.a11y.atspi.Event.Object", "StateChanged", this,
                 SLOT(stateChanged(QDBusMessage)));
     for (const char* const left : {"Deactivate", "Destroy"}) {
@@ -77,16 +125,21 @@ void AccessibilityBus::connectTo(const QString& address) {
     }
     bus.connect("org.freedesktop.DBus", {}, "org.freedesktop.DBus", "NameOwnerChanged", this,
                 SLOT(ownerChanged(QString, QString, QString)));
+    listenToPrograms();
+}
+
+void AccessibilityBus::listenToPrograms() {
     // Programs tell what somebody has asked to be told.
     listen("object:state-changed:focused");
     listen("window:deactivate");
     listen("window:destroy");
+    // Where the focus is already, nobody tells.
+    search_.begin(bus());
 }
 
 void AccessibilityBus::listen(const QString& event) {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall("org.a11y.atspi.Registry", "/org/a11y/atspi/registry",
-                                       "org.a11y.atspi.Registry", "RegisterEvent");
+    QDBusMessage call = QDBusMessage::createMethodCall(registryService, "/org/a11y/atspi/registry",
+                                                       registryService, "RegisterEvent");
     call << event;
     bus().asyncCall(call);
 }
@@ -106,6 +159,7 @@ void AccessibilityBus::stateChanged(const QDBusMessage& event) {
     if (arguments.size() < 2 || arguments[0].toString() != "focused") {
         return;
     }
+    search_.end();
     const AccessibleObject object = senderOf(event);
     if (arguments[1].toInt() == 0) {
         follow([&] { focus_.unfocused(object); });
@@ -154,6 +208,9 @@ void AccessibilityBus::windowLeft(const QDBusMessage& event) {
 void AccessibilityBus::ownerChanged(const QString& name, const QString&, const QString& now) {
     if (now.isEmpty()) {
         follow([&] { focus_.left(name.toStdString()); });
+    } else if (name == registryService) {
+        // A new one knows nothing of who has asked before.
+        listenToPrograms();
     }
 }
 

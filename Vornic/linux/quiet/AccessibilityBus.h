@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/linux/quiet/FocusSearch.h"
 #include "Vornic/linux/quiet/PasswordFocus.h"
 
 #include <QDBusConnection>
@@ -12,7 +13,7 @@ namespace vornic {
 
 /// Follows the keyboard's focus on the accessibility bus, where programs tell what their fields are
 /// for. Only the role of a field is asked for, never what is in it. Terminals and programs without
-/// accessibility tell nothing. Main thread.
+/// accessibility tell nothing. The bus may come late, die and come again. Thread: main.
 class AccessibilityBus final : public QObject {
     Q_OBJECT
 
@@ -28,15 +29,19 @@ class AccessibilityBus final : public QObject {
     bool passwordFocused() const { return focus_.active(); }
 
     /// Whether the bus is there and tells its events.
-    bool connected() const { return connected_; }
+    bool connected() const { return !name_.isEmpty(); }
 
   private Q_SLOTS:
+    void disconnected();
     void stateChanged(const QDBusMessage& event);
     void windowLeft(const QDBusMessage& event);
     void ownerChanged(const QString& name, const QString& before, const QString& now);
 
   private:
+    void findBus();
+    void leaveBus();
     void connectTo(const QString& address);
+    void listenToPrograms();
     void listen(const QString& event);
     void askRole(const AccessibleObject& object);
     void askFocus();
@@ -45,10 +50,13 @@ class AccessibilityBus final : public QObject {
 
     QDBusConnection session_;
     std::function<void()> changed_;
-    QString name_;
-    bool connected_ = false;
+    QString address_;
+    QString name_; // of the connection; empty while there is none
+    int connections_ = 0;
     PasswordFocus focus_;
+    FocusSearch search_;
     QTimer watch_;
+    QTimer again_;
 };
 
 } // namespace vornic

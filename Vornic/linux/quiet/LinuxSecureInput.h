@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/linux/quiet/AccessibilityBus.h"
+#include "Vornic/linux/quiet/AccessibilitySwitch.h"
 #include "Vornic/linux/quiet/ScreenLock.h"
 #include "Vornic/ports/SecureInput.h"
 
@@ -8,7 +9,7 @@
 
 namespace vornic {
 
-/// A password field with the focus, or a locked screen.
+/// A password field with the focus, or a locked screen. Thread: main.
 class LinuxSecureInput final : public SecureInput {
   public:
     explicit LinuxSecureInput(const QDBusConnection& session = QDBusConnection::sessionBus(),
@@ -19,8 +20,12 @@ class LinuxSecureInput final : public SecureInput {
         return accessibility_.passwordFocused() || screenLock_.locked();
     }
 
+    void noticeEverywhere(bool on) override { switch_.wish(on); }
+    PasswordFields told() const override;
+
   private:
     AccessibilityBus accessibility_;
+    AccessibilitySwitch switch_;
     ScreenLock screenLock_;
 };
 

@@ -3,6 +3,7 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <utility>
 
@@ -43,6 +44,17 @@ void ScreenLock::start() {
                          SLOT(saverChanged(QDBusMessage)));
         askSaver(saver.service, saver.path);
     }
+    auto* const login = new QDBusServiceWatcher(loginService, system_,
+                                                QDBusServiceWatcher::WatchForOwnerChange, this);
+    QObject::connect(login, &QDBusServiceWatcher::serviceOwnerChanged, this,
+                     [this](const QString&, const QString&, const QString& now) {
+                         // One that is gone cannot unlock any more, and its successor says anew
+                         // how things stand.
+                         set(loginService, false);
+                         if (!now.isEmpty()) {
+                             findSession();
+                         }
+                     });
     findSession();
 }
 

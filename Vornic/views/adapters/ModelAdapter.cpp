@@ -54,8 +54,13 @@ QString ModelAdapter::subtitle() const {
 }
 
 QString ModelAdapter::silence() const {
-    const auto reason = model_.silence();
-    return reason ? qmlText(rawString(*reason)) : QString();
+    const QuietRule* const rule = model_.quietRule();
+    return rule != nullptr ? qmlText(rule->word) : QString();
+}
+
+QString ModelAdapter::silenceSymbol() const {
+    const QuietRule* const rule = model_.quietRule();
+    return rule != nullptr ? qmlText(rule->symbol) : QString();
 }
 
 QString ModelAdapter::tapState() const {

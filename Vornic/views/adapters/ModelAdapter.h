@@ -29,6 +29,7 @@ class ModelAdapter : public QObject {
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
     /// The reason to be silent by its name, or nothing.
     Q_PROPERTY(QString silence READ silence NOTIFY changed)
+    Q_PROPERTY(QString silenceSymbol READ silenceSymbol NOTIFY changed)
     /// "listening", "needsPermission" or "needsRelaunch".
     Q_PROPERTY(QString tapState READ tapState NOTIFY changed)
     Q_PROPERTY(QString permissionHint READ permissionHint NOTIFY changed)
@@ -99,6 +100,7 @@ class ModelAdapter : public QObject {
     bool keyHeard() const { return keyHeard_; }
     QString subtitle() const;
     QString silence() const;
+    QString silenceSymbol() const;
     QString tapState() const;
     QString permissionHint() const { return permissionHint_; }
     bool canAskForPermission() const { return static_cast<bool>(onAskForPermission); }

@@ -5,12 +5,14 @@ import Vornic
 
 RowLayout {
     required property ModelAdapter app
+    // The switch above it says "off" already.
+    readonly property bool quiet: app.silence !== "" && app.silence !== "off"
 
     spacing: Theme.gap
     visible: app.tapState === "listening"
-    Symbol { symbol: ({ "microphone": "mic", "password": "lock", "recording": "waveform" })[app.silence] ?? "check-circle" }
+    Symbol { symbol: parent.quiet ? app.silenceSymbol : "check-circle" }
     Label {
         Layout.fillWidth: true
-        text: app.silence === "" || app.silence === "off" ? qsTr("Listening") : app.subtitle
+        text: parent.quiet ? app.subtitle : qsTr("Listening")
     }
 }

@@ -28,6 +28,29 @@ class AppModelQuietTest : public ModelFixture {
 TEST_F(AppModelQuietTest, startsToWatchOnce) {
     EXPECT_EQ(microphone.starts, 1);
     EXPECT_EQ(secureInput.starts, 1);
+    EXPECT_EQ(furtherReason.starts, 1);
+    EXPECT_TRUE(keysSound());
+}
+
+TEST_F(AppModelQuietTest, everyProgramIsAskedForItsPasswordFieldsOnTheUsersWishOnly) {
+    EXPECT_FALSE(secureInput.everywhere);
+    model->setNoticePasswordsEverywhere(true);
+    EXPECT_TRUE(secureInput.everywhere);
+    EXPECT_EQ(model->passwordFields(), PasswordFields::allThatCanTell);
+    secureInput.everywhere = false;
+    restart();
+    EXPECT_TRUE(secureInput.everywhere) << "it is a setting";
+    model->setNoticePasswordsEverywhere(false);
+    EXPECT_FALSE(secureInput.everywhere);
+}
+
+TEST_F(AppModelQuietTest, aFurtherReasonSilencesKeysLikeThoseItKnowsByName) {
+    furtherReason.focused = true;
+    furtherReason.onChange();
+    EXPECT_EQ(model->silence(), Silence::password);
+    EXPECT_FALSE(keysSound());
+    furtherReason.focused = false;
+    furtherReason.onChange();
     EXPECT_TRUE(keysSound());
 }
 

@@ -15,9 +15,13 @@ namespace vornic {
 /// the lock is all that they do.
 class FakeScreenSaver final : public QDBusVirtualObject {
   public:
-    explicit FakeScreenSaver(const QString& service)
-        : service_(service),
-          bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "fake-" + service)) {
+    /// On the bus with this address, or the session's where that is empty.
+    explicit FakeScreenSaver(const QString& service, const QString& address = {},
+                             bool locked = false)
+        : active(locked), service_(service),
+          bus_(address.isEmpty()
+                   ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, "fake-" + service)
+                   : QDBusConnection::connectToBus(address, "fake-" + service)) {
         bus_.registerVirtualObject("/", this, QDBusConnection::SubPath);
         if (!bus_.registerService(service)) {
             throw std::runtime_error("the screen saver's name is taken");
@@ -26,7 +30,7 @@ class FakeScreenSaver final : public QDBusVirtualObject {
     ~FakeScreenSaver() override { QDBusConnection::disconnectFromBus("fake-" + service_); }
 
     /// What it answers when asked.
-    bool active = false;
+    bool active;
     /// How often it was asked.
     int asked = 0;
 

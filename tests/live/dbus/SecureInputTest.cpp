@@ -11,20 +11,58 @@
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <memory>
+#include <string>
+#include <utility>
 
 namespace vornic {
 namespace {
 
 class SecureInputTest : public ::testing::Test {
   protected:
-    std::unique_ptr<ChildProcess> openDialog() const {
-        return std::make_unique<ChildProcess>(
-            std::vector<std::string>{VORNIC_PASSWORD_DIALOG},
-            ChildProcess::Environment{{"QT_QPA_PLATFORM", "xcb"},
-                                      {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}},
-            scratch / "dialog.log");
+    std::unique_ptr<ChildProcess> openDialog(ChildProcess::Environment environment = {
+                                                 {"QT_QPA_PLATFORM", "xcb"},
+                                                 {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}}) const {
+        return std::make_unique<ChildProcess>(std::vector<std::string>{VORNIC_PASSWORD_DIALOG},
+                                              std::move(environment), scratch / "dialog.log");
+    }
+
+    /// Kills the bus with the one who starts it; false where there was none.
+    static bool killAccessibilityBus() {
+        QDBusConnectionInterface* const bus = QDBusConnection::sessionBus().interface();
+        const QDBusReply<uint> launcher = bus->servicePid("org.a11y.Bus");
+        if (!launcher.isValid()) {
+            return false;
+        }
+        const std::string children = "/proc/" + std::to_string(launcher.value()) + "/task/" +
+                                     std::to_string(launcher.value()) + "/children";
+        std::ifstream list(children);
+        for (pid_t child = 0; list >> child;) {
+            ::kill(child, SIGKILL);
+        }
+        return ::kill(static_cast<pid_t>(launcher.value()), SIGKILL) == 0;
+    }
+
+    static QDBusMessage statusCall(const QString& method) {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", method);
+        call << "org.a11y.Status" << "IsEnabled";
+        return call;
+    }
+    static bool accessibilityEnabled() {
+        const QDBusReply<QDBusVariant> reply =
+            QDBusConnection::sessionBus().call(statusCall("Get"));
+        return reply.value().variant().toBool();
+    }
+    static void setAccessibility(bool on) {
+        QDBusMessage call = statusCall("Set");
+        call << QVariant::fromValue(QDBusVariant(on));
+        QDBusConnection::sessionBus().call(call);
     }
 
     bool becomes(bool active) const {
@@ -33,13 +71,14 @@ class SecureInputTest : public ::testing::Test {
 
     /// Types Tab until a password is typed. The dialog has no key when it begins, and then has it
     /// in the field for the name.
-    bool tabIntoPassword() {
+    bool tabIntoPassword() { return tabIntoPassword(secure); }
+    bool tabIntoPassword(const LinuxSecureInput& told) {
         return loop.waitFor([&] {
-            if (!secure.active()) {
+            if (!told.active()) {
                 typer.type(KEY_TAB);
                 typer.settle();
             }
-            return loop.waitFor([&] { return secure.active(); }, std::chrono::milliseconds(300));
+            return loop.waitFor([&] { return told.active(); }, std::chrono::milliseconds(300));
         });
     }
 
@@ -79,6 +118,73 @@ TEST_F(SecureInputTest, endsWithAProgramThatHangs) {
     EXPECT_TRUE(becomes(false));
 }
 
+TEST_F(SecureInputTest, aPasswordFieldThatHadTheFocusBeforeIsFound) {
+    secure.start();
+    const auto dialog = openDialog();
+    ASSERT_TRUE(tabIntoPassword());
+    LinuxSecureInput later{QDBusConnection::sessionBus(), QDBusConnection::sessionBus()};
+    later.start();
+    EXPECT_TRUE(loop.waitFor([&] { return later.active(); }));
+    typer.type(KEY_TAB);
+    EXPECT_TRUE(loop.waitFor([&] { return !later.active(); }));
+}
+
+TEST_F(SecureInputTest, anotherFieldThatHadTheFocusBeforeIsNoPassword) {
+    secure.start();
+    const auto dialog = openDialog();
+    ASSERT_TRUE(tabIntoPassword());
+    typer.type(KEY_TAB);
+    ASSERT_TRUE(becomes(false));
+    LinuxSecureInput later{QDBusConnection::sessionBus(), QDBusConnection::sessionBus()};
+    later.start();
+    typer.type(KEY_TAB);
+    EXPECT_TRUE(loop.waitFor([&] { return later.active(); }));
+}
+
+TEST_F(SecureInputTest, findsPasswordFieldsAgainAfterTheAccessibilityBusHasStartedAnew) {
+    secure.start();
+    auto dialog = openDialog();
+    ASSERT_TRUE(tabIntoPassword());
+    ASSERT_TRUE(killAccessibilityBus());
+    dialog->end(SIGKILL);
+    EXPECT_TRUE(becomes(false));
+    // Programs that start from now on talk to the new one.
+    dialog = openDialog();
+    EXPECT_TRUE(tabIntoPassword());
+}
+
+TEST_F(SecureInputTest, everyProgramIsAskedToTellWhileItIsWantedAndNoLonger) {
+    {
+        LinuxSecureInput wishing{QDBusConnection::sessionBus(), QDBusConnection::sessionBus()};
+        wishing.start();
+        ASSERT_TRUE(loop.waitFor([&] { return wishing.told() == PasswordFields::someTell; }));
+        wishing.noticeEverywhere(true);
+        EXPECT_TRUE(loop.waitFor([&] { return accessibilityEnabled(); }));
+        EXPECT_EQ(wishing.told(), PasswordFields::allThatCanTell);
+        // A program that nobody made tell does so now.
+        const auto dialog = openDialog({{"QT_QPA_PLATFORM", "xcb"}});
+        EXPECT_TRUE(tabIntoPassword(wishing));
+        wishing.noticeEverywhere(false);
+        EXPECT_TRUE(loop.waitFor([&] { return !accessibilityEnabled(); }));
+        wishing.noticeEverywhere(true);
+        EXPECT_TRUE(loop.waitFor([&] { return accessibilityEnabled(); }));
+    }
+    EXPECT_FALSE(accessibilityEnabled()) << "the end of the program takes it back";
+}
+
+TEST_F(SecureInputTest, whatSomebodyElseTurnedOnStaysOn) {
+    setAccessibility(true);
+    {
+        LinuxSecureInput wishing{QDBusConnection::sessionBus(), QDBusConnection::sessionBus()};
+        wishing.start();
+        wishing.noticeEverywhere(true);
+        ASSERT_TRUE(loop.waitFor([&] { return wishing.told() == PasswordFields::allThatCanTell; }));
+        wishing.noticeEverywhere(false);
+    }
+    EXPECT_TRUE(accessibilityEnabled());
+    setAccessibility(false);
+}
+
 TEST_F(SecureInputTest, aLockedScreenIsSecure) {
     FakeScreenSaver saver("org.freedesktop.ScreenSaver");
     secure.start();
@@ -115,6 +221,29 @@ TEST_F(SecureInputTest, theLoginManagersWordCounts) {
     EXPECT_TRUE(becomes(true));
     login.tellHint(false);
     EXPECT_TRUE(becomes(false));
+}
+
+TEST_F(SecureInputTest, aLoginManagerThatDiesLockedLocksNothingAndItsSuccessorIsAsked) {
+    // A bus of its own, as the system's is: what happens there is not told on the session's.
+    const std::string address = "unix:path=" + (scratch / "system").string();
+    const ChildProcess daemon({"dbus-daemon", "--session", "--nofork", "--address=" + address}, {},
+                              scratch / "system.log");
+    ASSERT_TRUE(loop.waitFor([&] { return std::filesystem::exists(scratch / "system"); }));
+    const QString bus = QString::fromStdString(address);
+    {
+        LinuxSecureInput guarded{QDBusConnection::sessionBus(),
+                                 QDBusConnection::connectToBus(bus, "system of the test")};
+        auto login = std::make_unique<FakeScreenSaver>("org.freedesktop.login1", bus);
+        guarded.start();
+        ASSERT_TRUE(loop.waitFor([&] { return login->asked >= 2; }));
+        login->tellHint(true);
+        ASSERT_TRUE(loop.waitFor([&] { return guarded.active(); }));
+        login.reset();
+        EXPECT_TRUE(loop.waitFor([&] { return !guarded.active(); }));
+        login = std::make_unique<FakeScreenSaver>("org.freedesktop.login1", bus, true);
+        EXPECT_TRUE(loop.waitFor([&] { return guarded.active(); }));
+    }
+    QDBusConnection::disconnectFromBus("system of the test");
 }
 
 TEST_F(SecureInputTest, eitherOfTwoIsEnough) {
