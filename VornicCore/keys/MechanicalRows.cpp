@@ -36,8 +36,7 @@ void addFunctionKeys(Row& row) {
     row.skipTo(11).add(keys.subspan(8, 4));
 }
 
-// `rightWidth`: the width of each of the four keys to the right of the space bar.
-void addMainBlock(Rows& rows, double rightWidth) {
+void addMainBlock(Rows& rows) {
     rows.number.add(50, "`").add(numberRow).add(27, "-").add(24, "=").add(51, "delete", 2);
     rows.top.add(48, "tab", 1.5).add(topRow).add(33, "[").add(30, "]").add(42, "\\", 1.5);
     rows.home.add(57, "caps", 1.75).add(homeRow).add(41, ";").add(39, "'").add(36, "return", 2.25);
@@ -45,8 +44,7 @@ void addMainBlock(Rows& rows, double rightWidth) {
     rows.bottom.add(60, "shift", 2.75);
     rows.lowest.add(59, "control", 1.25).add(58, "option", 1.25).add(55, "command", 1.25);
     rows.lowest.add(49, "", 6.25);
-    rows.lowest.add(54, "command", rightWidth).add(61, "option", rightWidth);
-    rows.lowest.add(63, "fn", rightWidth).add(62, "control", rightWidth);
+    rows.lowest.add(54, "command").add(61, "option").add(63, "fn").add(62, "control");
 }
 
 // The arrows of the small boards: the cluster begins one unit inside the main block, so that its
@@ -73,7 +71,7 @@ void addKeypad(Rows& rows) {
 }
 
 void addSixtyFive(Rows& rows) {
-    addMainBlock(rows, 1);
+    addMainBlock(rows);
     rows.number.add(115, "home").add(116, "pg up");
     rows.top.add(117, "del").add(121, "pg dn");
     addCompactArrows(rows);
@@ -81,7 +79,7 @@ void addSixtyFive(Rows& rows) {
 
 void addSeventyFive(Rows& rows) {
     addFunctionKeys(rows.function);
-    addMainBlock(rows, 1);
+    addMainBlock(rows);
     rows.function.add(114, "help").add(117, "del");
     rows.number.add(115, "home").add(116, "pg up");
     rows.top.add(119, "end").add(121, "pg dn");
@@ -90,7 +88,7 @@ void addSeventyFive(Rows& rows) {
 
 void addTenkeyless(Rows& rows) {
     addFunctionKeys(rows.function);
-    addMainBlock(rows, 1.25);
+    addMainBlock(rows);
     addNavigationBlock(rows);
 }
 
@@ -119,7 +117,7 @@ std::vector<Row> mechanicalRows(LayoutID id) {
         addFull(rows);
         break;
     default:
-        addMainBlock(rows, 1.25);
+        addMainBlock(rows);
         break;
     }
     return {rows.function, rows.number, rows.top, rows.home, rows.bottom, rows.lowest};

@@ -12,11 +12,11 @@ namespace vornic {
 namespace {
 
 // Keysyms, as the X protocol numbers them.
-constexpr xcb_keysym_t symbolK = 0x6B;
 constexpr xcb_keysym_t symbolNumLock = 0xFF7F;
 constexpr std::array<xcb_keysym_t, 2> symbolsAlt{0xFFE9, 0xFFEA};
 constexpr std::array<xcb_keysym_t, 2> symbolsSuper{0xFFEB, 0xFFEC};
 
+/// The key in the place of K, whatever the layout puts there: as on a keyboard that is read.
 constexpr xcb_keycode_t keycodeInPlaceOfK = 45;
 
 struct FreeKeySymbols {
@@ -32,11 +32,6 @@ class Keymap {
               connection.get(), xcb_get_modifier_mapping(connection.get()), nullptr)) {}
 
     bool known() const { return symbols_ && modifiers_; }
-
-    std::optional<xcb_keycode_t> keycodeOf(xcb_keysym_t symbol) const {
-        const X11Owned<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols_.get(), symbol));
-        return codes && *codes != XCB_NO_SYMBOL ? std::optional(*codes) : std::nullopt;
-    }
 
     /// The bit of the first modifier that a key with one of `symbols` sets; 0 if none does. Shift,
     /// Lock and Control have fixed places; Mod1 to Mod5 hold what the keymap puts there.
@@ -76,7 +71,7 @@ std::optional<HotKeyMapping> HotKeyMapping::find(const X11Connection& connection
     if (alt == 0 || super == 0 || alt == super) {
         return std::nullopt;
     }
-    return HotKeyMapping{.keycode = keymap.keycodeOf(symbolK).value_or(keycodeInPlaceOfK),
+    return HotKeyMapping{.keycode = keycodeInPlaceOfK,
                          .modifiers = static_cast<std::uint16_t>(alt | super),
                          .numLock = keymap.modifierOf(std::span(&symbolNumLock, 1))};
 }

@@ -9,7 +9,7 @@ namespace vornic {
 
 /// Where the keyboard mapping of an X server puts Alt+Super+K.
 struct HotKeyMapping {
-    /// The key that types K; where none does, the one in its place on a US keyboard.
+    /// The key in the place of K on a US keyboard, whatever it types.
     xcb_keycode_t keycode = 0;
     /// The modifier bits of Alt and Super together.
     std::uint16_t modifiers = 0;

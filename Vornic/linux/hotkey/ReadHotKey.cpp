@@ -11,9 +11,22 @@ ReadHotKey::~ReadHotKey() {
     ::close(presses_);
 }
 
-void ReadHotKey::key(std::int64_t keyCode, bool down) {
+void ReadHotKey::keyboardCame(std::uint32_t keyboard, const std::vector<std::int64_t>& held) {
+    ++keyboards_;
+    for (const std::int64_t keyCode : held) {
+        // Nobody presses the combination by plugging a keyboard in.
+        match_.key(keyboard, keyCode, true);
+    }
+}
+
+void ReadHotKey::keyboardGone(std::uint32_t keyboard) {
+    --keyboards_;
+    match_.forgetKeyboard(keyboard);
+}
+
+void ReadHotKey::keyMoved(std::uint32_t keyboard, std::int64_t keyCode, bool down) {
     // Modifiers are followed in any case, so that the combination is known when it comes back.
-    if (match_.key(keyCode, down) && !leftToOthers_) {
+    if (match_.key(keyboard, keyCode, down) && !leftToOthers_) {
         onPress();
     }
 }

@@ -1,25 +1,28 @@
 #pragma once
 
+#include "Vornic/linux/keys/InputDevices.h"
 #include "Vornic/ports/HotKey.h"
 #include "Vornic/typing/HotKeyMatch.h"
 
 #include <atomic>
 #include <cstdint>
+#include <vector>
 
 namespace vornic {
 
 /// The hot key of a session where no X server matches it: the desktop does so, where it can, and
 /// says so to `pressedElsewhere`; until then, or where it cannot, Alt+Super+K is recognised among
-/// the keys that are read anyway. Nobody can refuse that, and the window in front sees it too.
-class ReadHotKey final : public HotKey {
+/// the keys that are read anyway. The window in front sees it too.
+class ReadHotKey final : public HotKey, public KeyWitness {
   public:
     ReadHotKey();
     ~ReadHotKey() override;
     ReadHotKey(const ReadHotKey&) = delete;
     ReadHotKey& operator=(const ReadHotKey&) = delete;
 
-    /// One key as the tap heard it. Key thread.
-    void key(std::int64_t keyCode, bool down);
+    void keyboardCame(std::uint32_t keyboard, const std::vector<std::int64_t>& held) override;
+    void keyMoved(std::uint32_t keyboard, std::int64_t keyCode, bool down) override;
+    void keyboardGone(std::uint32_t keyboard) override;
 
     /// Whether somebody else matches the combination from now on. Any thread.
     void leaveToOthers(bool leave) { leftToOthers_ = leave; }
@@ -27,14 +30,16 @@ class ReadHotKey final : public HotKey {
     /// Somebody else has matched it; `onPress` is called on the key thread. Any thread.
     void pressedElsewhere() const;
 
-    bool registered() const override { return true; }
+    /// Whether somebody else matches it, or a keyboard is read. Any thread.
+    bool registered() const override { return leftToOthers_ || keyboards_ > 0; }
     int fileDescriptor() const override { return presses_; }
     void dispatch() override;
 
   private:
     HotKeyMatch match_;
     std::atomic<bool> leftToOthers_{false};
-    int presses_; // an event counter
+    std::atomic<int> keyboards_{0}; // that are read
+    int presses_;                   // an event counter
 };
 
 } // namespace vornic

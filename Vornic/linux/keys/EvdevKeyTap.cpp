@@ -1,6 +1,5 @@
 #include "Vornic/linux/keys/EvdevKeyTap.h"
 
-#include "Vornic/linux/keys/EvdevKeyCodes.h"
 #include "Vornic/linux/keys/KeyAccess.h"
 #include "Vornic/linux/keys/KeyboardKind.h"
 
@@ -15,8 +14,8 @@ namespace vornic {
 
 // A tick of this clock is a nanosecond, so whatever the first stamp looks like decides nothing.
 EvdevKeyTap::EvdevKeyTap(const Clock& clock, InputDevices& devices, std::function<bool()> given,
-                         std::function<void(std::int64_t, bool)> alsoTell)
-    : devices_(devices), given_(std::move(given)), alsoTell_(std::move(alsoTell)),
+                         KeyWitness* witness, KeyboardForm usual)
+    : devices_(devices), given_(std::move(given)), witness_(witness), forms_(usual),
       eventTime_(clock, Timebase{.numer = 1, .denom = 1}) {}
 
 EvdevKeyTap::~EvdevKeyTap() {
@@ -50,9 +49,11 @@ void EvdevKeyTap::stop() {
     if (waiting_ < 0) {
         return;
     }
+    for (Keyboard& keyboard : keyboards_) {
+        close(keyboard);
+    }
     keyboards_.clear();
     devices_.unwatch();
-    filter_.reset();
     repeated_.reset();
     ::close(waiting_);
     waiting_ = -1;
@@ -103,15 +104,26 @@ void EvdevKeyTap::open(Keyboard& keyboard) {
     keyboard.number = ++nextNumber_;
     wait(keyboard.device->fileDescriptor());
     // Held keys were pressed before anybody listened: only their release is heard.
+    std::vector<std::int64_t> held;
     for (const std::uint32_t code : keyboard.device->keysDown()) {
-        filter_.accepts({.keyboard = keyboard.number, .code = code}, virtualKeyCode(code), true);
+        held.push_back(forms_.keyCode(keyboard.number, code));
+        filter_.accepts({.keyboard = keyboard.number, .code = code}, held.back(), true);
+    }
+    if (witness_ != nullptr) {
+        witness_->keyboardCame(keyboard.number, held);
     }
 }
 
 void EvdevKeyTap::close(Keyboard& keyboard) {
+    if (!keyboard.device) {
+        return;
+    }
     // Closing takes the descriptor out of the set of those waited for.
     keyboard.device.reset();
     filter_.forgetKeyboard(keyboard.number);
+    if (witness_ != nullptr) {
+        witness_->keyboardGone(keyboard.number);
+    }
 }
 
 TapState EvdevKeyTap::refresh() {
@@ -168,7 +180,7 @@ bool EvdevKeyTap::read(Keyboard& keyboard, std::vector<HeardKey>& heard) {
 }
 
 void EvdevKeyTap::deliver(const HeardKey& key) {
-    const std::int64_t keyCode = virtualKeyCode(key.code);
+    const std::int64_t keyCode = forms_.keyCode(key.keyboard, key.code);
     // Both look at every event, whatever the other says.
     const bool accepted =
         filter_.accepts({.keyboard = key.keyboard, .code = key.code}, keyCode, key.down);
@@ -177,8 +189,8 @@ void EvdevKeyTap::deliver(const HeardKey& key) {
     if (!accepted || repetition) {
         return;
     }
-    if (alsoTell_) {
-        alsoTell_(keyCode, key.down);
+    if (witness_ != nullptr) {
+        witness_->keyMoved(key.keyboard, keyCode, key.down);
     }
     // Two keyboards are not read at the same instant, but times never run backwards.
     latest_ = std::max(latest_, key.nanos);

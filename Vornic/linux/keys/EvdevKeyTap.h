@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/linux/keys/InputDevices.h"
+#include "Vornic/linux/keys/KeyboardForms.h"
 #include "Vornic/linux/keys/RepeatedKeys.h"
 #include "Vornic/ports/Clock.h"
 #include "Vornic/ports/KeyTap.h"
@@ -22,9 +23,10 @@ namespace vornic {
 class EvdevKeyTap final : public KeyTap {
   public:
     /// `given` says whether the user has been granted access to keyboards, effective or not.
-    /// `alsoTell` hears every accepted key before `onKey` does.
+    /// `witness` outlives it and hears every accepted key before `onKey` does; it may be null.
+    /// `usual` is the form of the keyboards here.
     EvdevKeyTap(const Clock& clock, InputDevices& devices, std::function<bool()> given,
-                std::function<void(std::int64_t keyCode, bool down)> alsoTell = {});
+                KeyWitness* witness = nullptr, KeyboardForm usual = KeyboardForm::ansi);
     ~EvdevKeyTap() override;
     EvdevKeyTap(const EvdevKeyTap&) = delete;
     EvdevKeyTap& operator=(const EvdevKeyTap&) = delete;
@@ -66,7 +68,8 @@ class EvdevKeyTap final : public KeyTap {
 
     InputDevices& devices_;
     std::function<bool()> given_;
-    std::function<void(std::int64_t, bool)> alsoTell_;
+    KeyWitness* witness_;
+    KeyboardForms forms_;
     EventTime eventTime_;
     KeyFilter filter_;
     RepeatedKeys repeated_;

@@ -48,6 +48,24 @@ class InputDevice {
     virtual bool read(std::vector<KernelKey>& keys) = 0;
 };
 
+/// Follows the keys that are read, keyboard by keyboard. Thread: key.
+class KeyWitness {
+  public:
+    KeyWitness() = default;
+    KeyWitness(const KeyWitness&) = delete;
+    KeyWitness& operator=(const KeyWitness&) = delete;
+    virtual ~KeyWitness() = default;
+
+    /// `keyboard` is heard from now on; these keys were down already.
+    virtual void keyboardCame(std::uint32_t keyboard, const std::vector<std::int64_t>& held) = 0;
+
+    /// A key went down or up.
+    virtual void keyMoved(std::uint32_t keyboard, std::int64_t keyCode, bool down) = 0;
+
+    /// `keyboard` is heard no more, nor are the releases of what is down on it.
+    virtual void keyboardGone(std::uint32_t keyboard) = 0;
+};
+
 /// The keyboards of this computer. Key thread.
 class InputDevices {
   public:

@@ -1,10 +1,11 @@
 #include "Vornic/linux/keys/X11KeyTap.h"
 
-#include "Vornic/linux/keys/EvdevKeyCodes.h"
-
 #include <xcb/xinput.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 namespace vornic {
@@ -35,6 +36,31 @@ bool selectRawKeys(const X11Connection& connection) {
         connection.get(), connection.root(), 1, &selection.head));
 }
 
+/// The form of the keyboards of the layout that the server has been given.
+KeyboardForm formOfServer(const X11Connection& connection) {
+    constexpr std::string_view name = "_XKB_RULES_NAMES";
+    const X11Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection.get(),
+        xcb_intern_atom(connection.get(), 1, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    const X11Owned<xcb_get_property_reply_t> rules(xcb_get_property_reply(
+        connection.get(),
+        xcb_get_property(connection.get(), 0, connection.root(),
+                         atom ? atom->atom : static_cast<xcb_atom_t>(XCB_NONE), XCB_ATOM_STRING, 0,
+                         256),
+        nullptr));
+    if (!rules) {
+        return KeyboardForm::ansi;
+    }
+    // Rules, model, layouts and more, each ended by a zero.
+    std::string_view rest(static_cast<const char*>(xcb_get_property_value(rules.get())),
+                          static_cast<std::size_t>(xcb_get_property_value_length(rules.get())));
+    for (int skipped = 0; skipped < 2; ++skipped) {
+        rest.remove_prefix(std::min(rest.size(), rest.find('\0') + std::size_t{1}));
+    }
+    return formOfLayout(rest.substr(0, rest.find('\0')));
+}
+
 } // namespace
 
 X11KeyTap::X11KeyTap(const Clock& clock, std::string display)
@@ -54,6 +80,7 @@ bool X11KeyTap::start() {
         return false;
     }
     inputOpcode_ = extension->major_opcode;
+    forms_ = KeyboardForms(formOfServer(*connection));
     connection_ = std::move(connection);
     noteHeldKeys();
     dispatch();
@@ -111,7 +138,7 @@ void X11KeyTap::handle(const xcb_generic_event_t& event) {
         return;
     }
     const NativeKey key{.keyboard = raw.sourceid, .code = raw.detail - keycodeOffset};
-    const std::int64_t keyCode = virtualKeyCode(key.code);
+    const std::int64_t keyCode = forms_.keyCode(key.keyboard, key.code);
     if (filter_.accepts(key, keyCode, down)) {
         onKey(keyCode, down, serverTime_.nanos(raw.time));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/linux/keys/KeyboardForms.h"
 #include "Vornic/linux/keys/ServerTime.h"
 #include "Vornic/linux/x11/X11Connection.h"
 #include "Vornic/ports/Clock.h"
@@ -38,6 +39,7 @@ class X11KeyTap final : public KeyTap {
 
     ServerTime serverTime_;
     KeyFilter filter_;
+    KeyboardForms forms_{KeyboardForm::ansi};
     std::string display_;
     std::unique_ptr<X11Connection> connection_;
     std::uint8_t inputOpcode_ = 0;

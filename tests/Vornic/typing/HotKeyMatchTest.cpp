@@ -7,6 +7,9 @@
 namespace vornic {
 namespace {
 
+constexpr std::uint32_t keyboard = 1;
+constexpr std::uint32_t anotherKeyboard = 2;
+
 // Virtual key codes.
 constexpr std::int64_t keyK = 40;
 constexpr std::int64_t keyJ = 38;
@@ -23,7 +26,7 @@ bool matches(std::initializer_list<std::int64_t> keys) {
     HotKeyMatch match;
     bool last = false;
     for (const std::int64_t key : keys) {
-        last = match.key(key, true);
+        last = match.key(keyboard, key, true);
     }
     return last;
 }
@@ -54,27 +57,41 @@ TEST(HotKeyMatch, capsLockChangesNothing) {
 
 TEST(HotKeyMatch, aReleasedModifierCountsNoMore) {
     HotKeyMatch match;
-    match.key(option, true);
-    match.key(command, true);
-    match.key(command, false);
-    EXPECT_FALSE(match.key(keyK, true));
+    match.key(keyboard, option, true);
+    match.key(keyboard, command, true);
+    match.key(keyboard, command, false);
+    EXPECT_FALSE(match.key(keyboard, keyK, true));
 }
 
 TEST(HotKeyMatch, onePressMatchesOnceAndTheNextAgain) {
     HotKeyMatch match;
-    match.key(option, true);
-    match.key(command, true);
-    EXPECT_TRUE(match.key(keyK, true));
-    EXPECT_FALSE(match.key(keyK, false));
-    EXPECT_TRUE(match.key(keyK, true));
+    match.key(keyboard, option, true);
+    match.key(keyboard, command, true);
+    EXPECT_TRUE(match.key(keyboard, keyK, true));
+    EXPECT_FALSE(match.key(keyboard, keyK, false));
+    EXPECT_TRUE(match.key(keyboard, keyK, true));
 }
 
-TEST(HotKeyMatch, aResetForgetsWhatIsDown) {
+TEST(HotKeyMatch, aKeyboardThatGoesTakesItsModifiersAlongAndNoOthers) {
     HotKeyMatch match;
-    match.key(option, true);
-    match.key(command, true);
-    match.reset();
-    EXPECT_FALSE(match.key(keyK, true));
+    match.key(keyboard, option, true);
+    match.key(keyboard, command, true);
+    match.forgetKeyboard(keyboard);
+    EXPECT_FALSE(match.key(keyboard, keyK, true));
+    match.key(keyboard, option, true);
+    match.key(keyboard, command, true);
+    match.forgetKeyboard(anotherKeyboard);
+    EXPECT_TRUE(match.key(keyboard, keyK, true));
+}
+
+TEST(HotKeyMatch, modifiersOfSeveralKeyboardsCountTogetherAndEachForItself) {
+    HotKeyMatch match;
+    match.key(keyboard, option, true);
+    match.key(anotherKeyboard, command, true);
+    EXPECT_TRUE(match.key(keyboard, keyK, true));
+    match.key(keyboard, command, true);
+    match.key(keyboard, command, false);
+    EXPECT_TRUE(match.key(keyboard, keyK, true)) << "it is still down on the other one";
 }
 
 } // namespace

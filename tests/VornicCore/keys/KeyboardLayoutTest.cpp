@@ -208,11 +208,9 @@ TEST(KeyboardLayout, theMainBlockOfAMechanicalBoardHasTheUsualWidths) {
     for (const LayoutID id : mechanical) {
         for (const LayoutKey& each : layout(id).keys) {
             const auto wide = widths.find(each.code.value());
-            const bool rightOfSpace =
-                each.code == 54 || each.code == 61 || each.code == 63 || each.code == 62;
             if (wide != widths.end()) {
                 EXPECT_EQ(each.w, wide->second) << rawString(id) << each.label;
-            } else if (!rightOfSpace && each.code != 82) {
+            } else if (each.code != 82) {
                 EXPECT_EQ(each.w, 1) << rawString(id) << each.label;
             }
             EXPECT_EQ(each.h, each.code == 76 ? 2 : 1) << rawString(id) << each.label;
@@ -227,9 +225,11 @@ TEST(KeyboardLayout, everyRowOfTheMainBlockIsFifteenWide) {
             EXPECT_EQ(rowEnd(id, y, 15), 15) << rawString(id) << y;
         }
     }
-    // The small boards put the left arrow at the end of the lowest row.
-    for (const LayoutID id : {LayoutID::sixty, LayoutID::tkl, LayoutID::full}) {
-        EXPECT_EQ(key(id, 62).x + key(id, 62).w, 15) << rawString(id);
+    // The four keys right of the space bar are 1 wide: there the row ends earlier, and the small
+    // boards go on with the left arrow.
+    for (const LayoutID id : mechanical) {
+        EXPECT_EQ(key(id, 54).x, 10) << rawString(id);
+        EXPECT_EQ(key(id, 62).x + key(id, 62).w, 14) << rawString(id);
     }
     for (const LayoutID id : {LayoutID::sixtyFive, LayoutID::seventyFive}) {
         EXPECT_EQ(key(id, 62).x + key(id, 62).w, key(id, 123).x) << rawString(id);

@@ -97,6 +97,32 @@ TEST_F(WaylandProgramTest, theHotKeyIsMatchedInTheKeyReader) {
     EXPECT_TRUE(waitFor([&] { return status()["silence"].is_null(); }));
 }
 
+TEST_F(WaylandProgramTest, theHotKeyForgetsTheModifiersOfAKeyboardThatWasUnplugged) {
+    const auto program = startInSession({"--hidden"});
+    const auto heard = [&] { return status()["keysMeasured"].get<int>(); };
+    press(KEY_LEFTALT);
+    press(KEY_LEFTMETA);
+    ASSERT_TRUE(waitFor([&] { return heard() == 2; }));
+    keyboards.unplug(5);
+    keyboards.plug(keyboard = 6);
+    ASSERT_TRUE(waitFor([&] {
+        type(KEY_A);
+        return heard() > 2;
+    }));
+    const int before = heard();
+    type(KEY_K);
+    ASSERT_TRUE(waitFor([&] { return heard() > before; }));
+    EXPECT_TRUE(status()["silence"].is_null());
+    // Control held when a keyboard goes must not keep the combination from matching either.
+    press(KEY_LEFTCTRL);
+    keyboards.unplug(6);
+    keyboards.plug(keyboard = 7);
+    EXPECT_TRUE(waitFor([&] {
+        pressHotKey();
+        return status()["silence"] == "off";
+    }));
+}
+
 TEST_F(WaylandProgramTest, itsWindowsOpen) {
     const auto program = startInSession();
     EXPECT_EQ(run({"--packs", packs().string()}).status, 0);

@@ -6,6 +6,7 @@
 namespace vornic {
 namespace {
 
+constexpr std::uint32_t keyboard = 1;
 constexpr std::int64_t keyK = 40;
 constexpr std::int64_t command = 55;
 constexpr std::int64_t option = 58;
@@ -18,7 +19,7 @@ struct ReadHotKeyTest : ::testing::Test {
     void type() {
         for (const bool down : {true, false}) {
             for (const std::int64_t key : {option, command, keyK}) {
-                hotKey.key(key, down);
+                hotKey.keyMoved(keyboard, key, down);
             }
         }
     }
@@ -33,11 +34,37 @@ struct ReadHotKeyTest : ::testing::Test {
 };
 
 TEST_F(ReadHotKeyTest, isRecognisedAmongTheKeys) {
-    EXPECT_TRUE(hotKey.registered());
     type();
     EXPECT_EQ(presses, 1);
     type();
     EXPECT_EQ(presses, 2);
+}
+
+TEST_F(ReadHotKeyTest, isRegisteredWhileAKeyboardIsReadOrSomebodyElseMatchesIt) {
+    EXPECT_FALSE(hotKey.registered());
+    hotKey.keyboardCame(keyboard, {});
+    EXPECT_TRUE(hotKey.registered());
+    hotKey.keyboardGone(keyboard);
+    EXPECT_FALSE(hotKey.registered());
+    hotKey.leaveToOthers(true);
+    EXPECT_TRUE(hotKey.registered());
+}
+
+TEST_F(ReadHotKeyTest, keysHeldWhenAKeyboardIsOpenedCompleteNothingButCount) {
+    hotKey.keyboardCame(keyboard, {option, command, keyK});
+    EXPECT_EQ(presses, 0);
+    hotKey.keyMoved(keyboard, keyK, false);
+    hotKey.keyMoved(keyboard, keyK, true);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(ReadHotKeyTest, aKeyboardUnpluggedWithTheModifiersDownLeavesNoneBehind) {
+    hotKey.keyboardCame(keyboard, {});
+    hotKey.keyMoved(keyboard, option, true);
+    hotKey.keyMoved(keyboard, command, true);
+    hotKey.keyboardGone(keyboard);
+    hotKey.keyMoved(keyboard + 1, keyK, true);
+    EXPECT_EQ(presses, 0);
 }
 
 TEST_F(ReadHotKeyTest, isLeftToThoseWhoMatchItThemselves) {

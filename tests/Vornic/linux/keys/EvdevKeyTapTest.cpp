@@ -9,6 +9,8 @@
 #include <poll.h>
 
 #include <ostream>
+#include <set>
+#include <utility>
 #include <vector>
 
 namespace vornic {
@@ -34,6 +36,27 @@ constexpr HeardKey upA{0, false};
 constexpr HeardKey downS{1, true};
 constexpr HeardKey upS{1, false};
 constexpr HeardKey downCapsLock{57, true};
+
+/// Notes what it is told, and which keys are down by that.
+class NotingWitness final : public KeyWitness {
+  public:
+    void keyboardCame(std::uint32_t keyboard, const std::vector<std::int64_t>& held) override {
+        for (const std::int64_t keyCode : held) {
+            down.insert({keyboard, keyCode});
+        }
+    }
+    void keyMoved(std::uint32_t keyboard, std::int64_t keyCode, bool isDown) override {
+        moved.push_back({keyCode, isDown});
+        isDown ? static_cast<void>(down.insert({keyboard, keyCode}))
+               : static_cast<void>(down.erase({keyboard, keyCode}));
+    }
+    void keyboardGone(std::uint32_t keyboard) override {
+        std::erase_if(down, [&](const auto& key) { return key.first == keyboard; });
+    }
+
+    std::vector<HeardKey> moved;
+    std::set<std::pair<std::uint32_t, std::int64_t>> down; // keyboard and key
+};
 
 class EvdevKeyTapTest : public ::testing::Test {
   protected:
@@ -61,13 +84,13 @@ class EvdevKeyTapTest : public ::testing::Test {
     FakeKeyboards keyboards;
     bool given = false;
     int asked = 0;
-    std::vector<HeardKey> also;
+    NotingWitness witness;
     EvdevKeyTap tap{clock, keyboards,
                     [this] {
                         ++asked;
                         return given;
                     },
-                    [this](std::int64_t keyCode, bool down) { also.push_back({keyCode, down}); }};
+                    &witness};
     std::vector<HeardKey> heard;
     std::vector<std::uint64_t> times;
 };
@@ -80,7 +103,7 @@ TEST_F(EvdevKeyTapTest, hearsAPressAndARelease) {
     say(keyboard, KEY_A, 0);
     tap.dispatch();
     EXPECT_THAT(heard, ElementsAre(downA, upA));
-    EXPECT_EQ(also, heard);
+    EXPECT_EQ(witness.moved, heard);
     EXPECT_FALSE(wakes());
 }
 
@@ -129,6 +152,15 @@ TEST_F(EvdevKeyTapTest, capsLockIsOnePressAndNoRelease) {
     }
     tap.dispatch();
     EXPECT_THAT(heard, ElementsAre(downCapsLock, downCapsLock));
+}
+
+TEST_F(EvdevKeyTapTest, anIsoKeyboardsTwoExtraKeysAreTakenForWhatTheyAre) {
+    auto& keyboard = keyboards.plug("/dev/input/event0");
+    ASSERT_TRUE(tap.start());
+    say(keyboard, KEY_102ND, 1);
+    say(keyboard, KEY_GRAVE, 1);
+    tap.dispatch();
+    EXPECT_THAT(heard, ElementsAre(HeardKey{50, true}, HeardKey{10, true}));
 }
 
 TEST_F(EvdevKeyTapTest, buttonsOfAMouseAreNoKeys) {
@@ -217,6 +249,35 @@ TEST_F(EvdevKeyTapTest, aKeyboardUnpluggedWithAKeyDownLeavesNothingBehind) {
     say(again, KEY_A, 0);
     tap.dispatch();
     EXPECT_THAT(heard, ElementsAre(downA, downA, upA));
+}
+
+TEST_F(EvdevKeyTapTest, aKeyboardThatClosesTakesItsKeysAlong) {
+    auto& one = keyboards.plug("/dev/input/event0");
+    auto& other = keyboards.plug("/dev/input/event1");
+    one.down = {KEY_LEFTALT};
+    ASSERT_TRUE(tap.start());
+    say(one, KEY_LEFTMETA, 1);
+    say(other, KEY_LEFTSHIFT, 1);
+    tap.dispatch();
+    EXPECT_EQ(witness.down.size(), 3U);
+    keyboards.unplug(one);
+    tap.dispatch();
+    ASSERT_EQ(witness.down.size(), 1U);
+    EXPECT_EQ(witness.down.begin()->second, 56);
+    // Somebody else sits at the computer now.
+    other.readable = false;
+    tap.refresh();
+    EXPECT_THAT(witness.down, IsEmpty());
+}
+
+TEST_F(EvdevKeyTapTest, stoppingTakesAllKeysAlong) {
+    auto& keyboard = keyboards.plug("/dev/input/event0");
+    ASSERT_TRUE(tap.start());
+    say(keyboard, KEY_LEFTALT, 1);
+    tap.dispatch();
+    ASSERT_EQ(witness.down.size(), 1U);
+    tap.stop();
+    EXPECT_THAT(witness.down, IsEmpty());
 }
 
 TEST_F(EvdevKeyTapTest, aKeyboardThatDiesBeforeItsRemovalIsToldDoesNotKeepTheThreadBusy) {
