@@ -1,5 +1,7 @@
 #include "Vornic/linux/permission/InputMonitoringRequest.h"
 
+#include <sys/stat.h>
+
 #include <system_error>
 
 namespace vornic {
@@ -10,11 +12,19 @@ namespace {
 constexpr int dismissed = 126;
 constexpr int notAuthorised = 127;
 
+/// Whether nobody but `owner` can write to what lies at `path`.
+bool isOnlyOf(unsigned owner, const std::filesystem::path& path) {
+    struct stat facts{};
+    return ::lstat(path.c_str(), &facts) == 0 && !S_ISLNK(facts.st_mode) && facts.st_uid == owner &&
+           (facts.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
 } // namespace
 
 InputMonitoringRequest::InputMonitoringRequest(std::filesystem::path helper, Runner run,
-                                               std::filesystem::path agreement)
-    : helper_(std::move(helper)), run_(std::move(run)), agreement_(std::move(agreement)) {}
+                                               std::filesystem::path agreement, unsigned owner)
+    : helper_(std::move(helper)), run_(std::move(run)), agreement_(std::move(agreement)),
+      owner_(owner) {}
 
 std::filesystem::path InputMonitoringRequest::helperOf(const std::filesystem::path& executable) {
     return executable.parent_path().parent_path() / "lib/vornic/vornic-input-monitoring";
@@ -37,13 +47,13 @@ std::vector<PermissionRequest::Point> InputMonitoringRequest::explanation() cons
         {"How to take it back",
          "Turn it off here again, or run \"pkexec " + helper_.string() +
              " disable\". Without Vornic, remove that file and restart the computer. Until then it "
-             "holds."},
+             "holds. A program that has a keyboard open already keeps it until that program ends "
+             "or the keyboard is unplugged."},
     };
 }
 
 bool InputMonitoringRequest::possible() const {
-    std::error_code ignored;
-    return std::filesystem::exists(helper_, ignored);
+    return isOnlyOf(owner_, helper_) && isOnlyOf(owner_, helper_.parent_path());
 }
 
 bool InputMonitoringRequest::granted() const {
@@ -75,6 +85,11 @@ void InputMonitoringRequest::answer(int status, const std::string& complaint) {
     if (status == dismissed) {
         answer = PermissionAnswer::declined;
         message = "Nothing was changed. You can try again at any time.";
+    } else if (status == notAuthorised &&
+               complaint.find("No authentication agent") != std::string::npos) {
+        answer = PermissionAnswer::failed;
+        message = "Nothing in this session asks for an administrator's password. Run \"sudo " +
+                  helper_.string() + " " + open_ + "\" in a terminal.";
     } else if (status == notAuthorised) {
         answer = PermissionAnswer::declined;
         message = "An administrator of this computer has to agree. You can try again at any time.";

@@ -21,9 +21,11 @@ class InputMonitoringRequest final : public PermissionRequest {
     /// Starts a program, returns at once, and calls back on the main thread when it has ended.
     using Runner = std::function<void(const std::vector<std::string>& command, Ended ended)>;
 
-    /// `helper` is the privileged step's program; nothing can be asked where it is not installed.
+    /// `helper` is the privileged step's program; nothing can be asked where it is not installed,
+    /// or where anybody but `owner` could put another one in its place.
     InputMonitoringRequest(std::filesystem::path helper, Runner run,
-                           std::filesystem::path agreement = InputMonitoringFiles::agreement);
+                           std::filesystem::path agreement = InputMonitoringFiles::agreement,
+                           unsigned owner = 0);
 
     /// Where the helper of the program at `executable` is installed; whether it is there is another
     /// question.
@@ -42,6 +44,7 @@ class InputMonitoringRequest final : public PermissionRequest {
     std::filesystem::path helper_;
     Runner run_;
     std::filesystem::path agreement_;
+    unsigned owner_;
     /// "enable" or "disable" while a request is open, and those who wait for its answer.
     std::string open_;
     std::vector<Done> waiting_;

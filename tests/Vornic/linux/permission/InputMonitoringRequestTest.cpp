@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -19,9 +20,16 @@ struct Answer {
 };
 
 struct InputMonitoringRequestTest : ::testing::Test {
-    InputMonitoringRequestTest() { std::ofstream(helper()) << "helper"; }
+    InputMonitoringRequestTest() {
+        namespace fs = std::filesystem;
+        fs::create_directory(helper().parent_path());
+        std::ofstream(helper()) << "helper";
+        for (const fs::path& path : {helper(), helper().parent_path()}) {
+            fs::permissions(path, fs::perms::owner_all);
+        }
+    }
 
-    std::filesystem::path helper() const { return scratch / "vornic-input-monitoring"; }
+    std::filesystem::path helper() const { return scratch / "lib" / "vornic-input-monitoring"; }
 
     std::filesystem::path agreement() const { return scratch / "input-monitoring"; }
 
@@ -48,7 +56,7 @@ struct InputMonitoringRequestTest : ::testing::Test {
             commands.push_back(command);
             ended = std::move(whenEnded);
         },
-        agreement()};
+        agreement(), ::getuid()};
 };
 
 TEST_F(InputMonitoringRequestTest, asksPolkitToRunTheHelper) {
@@ -79,6 +87,13 @@ TEST_F(InputMonitoringRequestTest, saysWhatWentWrong) {
     const Answer missing = requestEndingWith(-1);
     EXPECT_EQ(missing.answer, PermissionAnswer::failed);
     EXPECT_THAT(missing.message, HasSubstr("pkexec"));
+}
+
+TEST_F(InputMonitoringRequestTest, whereNobodyAsksForThePasswordTheCommandIsNamed) {
+    const Answer nobody = requestEndingWith(
+        127, "Error executing command as another user: No authentication agent found.");
+    EXPECT_EQ(nobody.answer, PermissionAnswer::failed);
+    EXPECT_THAT(nobody.message, HasSubstr("sudo " + helper().string() + " enable"));
 }
 
 TEST_F(InputMonitoringRequestTest, aSecondRequestWaitsForTheFirstOnesAnswer) {
@@ -119,6 +134,19 @@ TEST_F(InputMonitoringRequestTest, withoutTheHelperThereIsNothingToAsk) {
     EXPECT_EQ(answers[0].answer, PermissionAnswer::failed);
 }
 
+TEST_F(InputMonitoringRequestTest, aHelperThatOthersCouldReplaceIsNotAskedFor) {
+    namespace fs = std::filesystem;
+    fs::permissions(helper(), fs::perms::others_write, fs::perm_options::add);
+    EXPECT_FALSE(request.possible());
+    fs::permissions(helper(), fs::perms::others_write, fs::perm_options::remove);
+    EXPECT_TRUE(request.possible());
+    fs::permissions(helper().parent_path(), fs::perms::group_write, fs::perm_options::add);
+    EXPECT_FALSE(request.possible());
+    fs::permissions(helper().parent_path(), fs::perms::group_write, fs::perm_options::remove);
+    const InputMonitoringRequest someoneElses(helper(), {}, agreement(), ::getuid() + 1);
+    EXPECT_FALSE(someoneElses.possible());
+}
+
 TEST_F(InputMonitoringRequestTest, saysWhatIsReadWhoElseGainsAndHowToTakeItBack) {
     std::string text;
     for (const PermissionRequest::Point& point : request.explanation()) {
@@ -130,6 +158,7 @@ TEST_F(InputMonitoringRequestTest, saysWhatIsReadWhoElseGainsAndHowToTakeItBack)
     EXPECT_THAT(text, HasSubstr("Every program"));
     EXPECT_THAT(text, HasSubstr("passwords"));
     EXPECT_THAT(text, HasSubstr("How to take it back\n"));
+    EXPECT_THAT(text, HasSubstr("keeps it until that program ends"));
     EXPECT_THAT(text, HasSubstr("pkexec " + helper().string() + " disable"));
 }
 
