@@ -10,11 +10,11 @@ FallbackTray::FallbackTray(TrayIcon& first, TrayIcon& second, std::function<void
         tray->onActivate = [this](int x, int y) { onActivate(x, y); };
     }
     first_.onVisibleChange = [this] {
-        wantSecond_(!first_.visible());
+        wantSecond_(secondWanted());
         onVisibleChange();
     };
     second_.onVisibleChange = [this] { onVisibleChange(); };
-    wantSecond_(!first_.visible());
+    wantSecond_(secondWanted());
 }
 
 void FallbackTray::show(const Picture& picture, const std::string& line) {

@@ -7,11 +7,14 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <cstdint>
+#include <optional>
+#include <vector>
 
 namespace vornic {
 
 /// How the program shows itself on the desktop: by an icon in the tray whose click opens the panel,
-/// or, where there is no tray, by the panel as an ordinary window. Main thread.
+/// or, where there is no tray, by the panel as an ordinary window. Thread: main.
 class Presence : public QObject {
   public:
     /// Both outlive it. `hidden`: no window opens by itself, tray or not.
@@ -24,7 +27,17 @@ class Presence : public QObject {
     void comeForward();
 
   private:
+    /// What the icon's menu shows.
+    struct MenuState {
+        bool soundsOn = false;
+        double volume = 0;
+        std::uint64_t boards = 0;
+        bool operator==(const MenuState&) const = default;
+    };
+
     void showState();
+    void showMenu();
+    void trayChanged();
     void showWithoutTray();
 
     AppModel& model_;
@@ -33,6 +46,10 @@ class Presence : public QObject {
     QTimer waitForTray_;
     QString symbol_;
     TrayIcon::Picture picture_;
+    std::optional<MenuState> menu_;
+    bool hidden_;
+    /// Whether the first wait for a tray is over.
+    bool shownBefore_ = false;
 };
 
 } // namespace vornic

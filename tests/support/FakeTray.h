@@ -3,6 +3,8 @@
 #include "Vornic/ports/TrayIcon.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vornic {
 
@@ -10,12 +12,16 @@ namespace vornic {
 class FakeTray final : public TrayIcon {
   public:
     bool visible() const override { return shown; }
+    bool undecided() const override { return unsure; }
+    void setMenu(std::vector<TrayMenuEntry> entries) override { menu = std::move(entries); }
     void show(const Picture& picture, const std::string& line) override {
         now = picture;
         text = line;
     }
 
     bool shown = true;
+    bool unsure = false;
+    std::vector<TrayMenuEntry> menu;
     Picture now;
     std::string text;
 };

@@ -6,6 +6,9 @@
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QVariantMap>
+#include <algorithm>
+#include <utility>
 
 namespace vornic {
 
@@ -14,6 +17,7 @@ namespace {
 const QString trayService = "org.kde.StatusNotifierWatcher";
 const QString trayPath = "/StatusNotifierWatcher";
 const QString itemPath = "/StatusNotifierItem";
+const QString menuPath = "/StatusNotifierItem/Menu";
 
 } // namespace
 
@@ -31,7 +35,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, TrayPixmap& pixma
     return argument;
 }
 
-StatusNotifierTray::StatusNotifierTray()
+StatusNotifierTray::StatusNotifierTray(std::chrono::milliseconds believedAfter)
     : service_(QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())),
       watcher_(trayService, QDBusConnection::sessionBus(),
                QDBusServiceWatcher::WatchForOwnerChange) {
@@ -39,13 +43,23 @@ StatusNotifierTray::StatusNotifierTray()
     qDBusRegisterMetaType<TrayPixmaps>();
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.registerService(service_);
-    bus.registerObject(itemPath, this,
-                       QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
-                           QDBusConnection::ExportAllSignals);
+    const auto all = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
+                     QDBusConnection::ExportAllSignals;
+    bus.registerObject(itemPath, this, all);
+    bus.registerObject(menuPath, &menu_, all);
+    probation_.setSingleShot(true);
+    probation_.setInterval(believedAfter);
+    connect(&probation_, &QTimer::timeout, this, [this] { look(); });
+    for (const char* const change :
+         {"StatusNotifierItemUnregistered", "StatusNotifierHostRegistered",
+          "StatusNotifierHostUnregistered"}) {
+        bus.connect(trayService, trayPath, trayService, change, this, SLOT(listChanged()));
+    }
     connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) {
                 if (owner.isEmpty()) {
-                    setVisible(false);
+                    probation_.stop();
+                    decide(false);
                 } else {
                     registerItem();
                 }
@@ -56,6 +70,7 @@ StatusNotifierTray::StatusNotifierTray()
 StatusNotifierTray::~StatusNotifierTray() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.unregisterObject(itemPath);
+    bus.unregisterObject(menuPath);
     bus.unregisterService(service_);
 }
 
@@ -67,16 +82,69 @@ void StatusNotifierTray::registerItem() {
     call.setAutoStartService(false);
     auto* const pending =
         new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, 5000), this);
+    undecided_ = !visible_;
     connect(pending, &QDBusPendingCallWatcher::finished, this,
             [this](QDBusPendingCallWatcher* finished) {
-                setVisible(!QDBusPendingReply<>(*finished).isError());
+                if (QDBusPendingReply<>(*finished).isError()) {
+                    decide(false);
+                } else {
+                    probation_.start();
+                }
                 finished->deleteLater();
             });
 }
 
-void StatusNotifierTray::setVisible(bool visible) {
-    if (visible != visible_) {
-        visible_ = visible;
+void StatusNotifierTray::listChanged() {
+    // While the probation runs, its end looks.
+    if (!probation_.isActive()) {
+        look();
+    }
+}
+
+void StatusNotifierTray::look() {
+    QDBusMessage call = QDBusMessage::createMethodCall(trayService, trayPath,
+                                                       "org.freedesktop.DBus.Properties", "GetAll");
+    call << trayService;
+    call.setAutoStartService(false);
+    auto* const pending =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, 5000), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this,
+            [this](QDBusPendingCallWatcher* finished) {
+                const QDBusPendingReply<QVariantMap> reply = *finished;
+                finished->deleteLater();
+                const QVariantMap tray = reply.isError() ? QVariantMap() : reply.value();
+                const bool listed =
+                    isAmong(tray.value("RegisteredStatusNotifierItems").toStringList(),
+                            QDBusConnection::sessionBus().baseService(),
+                            static_cast<uint>(QCoreApplication::applicationPid()));
+                const bool shown = tray.value("IsStatusNotifierHostRegistered").toBool();
+                if (!listed && shown && visible_) {
+                    // It was there and was dropped: once more, in case the tray began anew.
+                    decide(false);
+                    registerItem();
+                    return;
+                }
+                decide(listed && shown);
+            });
+}
+
+bool StatusNotifierTray::isAmong(const QStringList& items, const QString& owner, uint pid) {
+    const QString name = QString("org.kde.StatusNotifierItem-%1-").arg(pid);
+    return std::ranges::any_of(items, [&](const QString& item) {
+        return item.startsWith(name) || item == owner || item.startsWith(owner + '/') ||
+               item.startsWith(owner + '@');
+    });
+}
+
+QDBusObjectPath StatusNotifierTray::menu() {
+    return QDBusObjectPath(menuPath);
+}
+
+void StatusNotifierTray::decide(bool visible) {
+    const bool news = undecided_ || visible != visible_;
+    undecided_ = false;
+    visible_ = visible;
+    if (news) {
         onVisibleChange();
     }
 }

@@ -1,13 +1,19 @@
 #pragma once
 
+#include "Vornic/linux/tray/DBusMenu.h"
 #include "Vornic/ports/TrayIcon.h"
 
 #include <QByteArray>
 #include <QDBusArgument>
+#include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <chrono>
+#include <vector>
 
 namespace vornic {
 
@@ -23,7 +29,9 @@ QDBusArgument& operator<<(QDBusArgument& argument, const TrayPixmap& pixmap);
 const QDBusArgument& operator>>(const QDBusArgument& argument, TrayPixmap& pixmap);
 
 /// An icon in the tray by the StatusNotifierItem protocol. Registers again whenever a tray appears,
-/// since panels start later than programs of the session, and come and go.
+/// since panels start later than programs of the session, and come and go. A tray may take an icon
+/// and drop it a moment later: it counts as visible only once the tray still lists it after a
+/// while, and only while somebody shows what is listed. Thread: main.
 class StatusNotifierTray : public QObject, public TrayIcon {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -34,12 +42,20 @@ class StatusNotifierTray : public QObject, public TrayIcon {
     Q_PROPERTY(QString IconName READ iconName CONSTANT)
     Q_PROPERTY(vornic::TrayPixmaps IconPixmap READ iconPixmap)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu CONSTANT)
+    Q_PROPERTY(QDBusObjectPath Menu READ menu CONSTANT)
 
   public:
-    StatusNotifierTray();
+    /// How long a tray has to keep the icon until it is believed.
+    static constexpr std::chrono::milliseconds probation{2000};
+
+    explicit StatusNotifierTray(std::chrono::milliseconds believedAfter = probation);
     ~StatusNotifierTray() override;
 
     bool visible() const override { return visible_; }
+    bool undecided() const override { return undecided_; }
+    void setMenu(std::vector<TrayMenuEntry> entries) override {
+        menu_.setEntries(std::move(entries));
+    }
     void show(const Picture& picture, const std::string& line) override;
 
     static QString category() { return "ApplicationStatus"; }
@@ -49,6 +65,11 @@ class StatusNotifierTray : public QObject, public TrayIcon {
     static QString iconName() { return {}; }
     TrayPixmaps iconPixmap() const;
     static bool itemIsMenu() { return false; }
+    static QDBusObjectPath menu();
+
+    /// Whether an item of the process `pid`, which is `owner` on the bus, is among those that a
+    /// tray lists: some list it by its owner and path, others by its name.
+    static bool isAmong(const QStringList& items, const QString& owner, uint pid);
 
   public Q_SLOTS:
     // Called by the tray.
@@ -60,15 +81,22 @@ class StatusNotifierTray : public QObject, public TrayIcon {
     void NewIcon();
     void NewTitle();
 
+  private Q_SLOTS:
+    void listChanged();
+
   private:
     void registerItem();
-    void setVisible(bool visible);
+    void look();
+    void decide(bool visible);
 
     QString service_;
     QDBusServiceWatcher watcher_;
     Picture picture_;
     QString line_ = "Vornic";
+    DBusMenu menu_;
+    QTimer probation_;
     bool visible_ = false;
+    bool undecided_ = false;
 };
 
 } // namespace vornic

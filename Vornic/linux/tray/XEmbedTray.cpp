@@ -159,11 +159,22 @@ void XEmbedTray::handle(const xcb_generic_event_t& event) {
     }
 }
 
-void XEmbedTray::findTray() {
+bool XEmbedTray::offered() {
+    XEmbedTray look;
+    look.connection_.emplace(look.display_);
+    return look.connection_->alive() && look.trayWindow() != XCB_NONE;
+}
+
+xcb_window_t XEmbedTray::trayWindow() {
     xcb_connection_t* const x = connection_->get();
     const X11Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         x, xcb_get_selection_owner(x, atom("_NET_SYSTEM_TRAY_S0")), nullptr));
-    tray_ = owner ? owner->owner : static_cast<xcb_window_t>(XCB_NONE);
+    return owner ? owner->owner : static_cast<xcb_window_t>(XCB_NONE);
+}
+
+void XEmbedTray::findTray() {
+    xcb_connection_t* const x = connection_->get();
+    tray_ = trayWindow();
     if (tray_ != XCB_NONE) {
         const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(x, tray_, XCB_CW_EVENT_MASK, &events);

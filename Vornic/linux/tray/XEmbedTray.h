@@ -20,6 +20,9 @@ class XEmbedTray final : public QObject, public TrayIcon {
     /// asked for before the icon is wanted.
     explicit XEmbedTray(std::string display = {});
 
+    /// Whether $DISPLAY has a tray of this kind now.
+    static bool offered();
+
     /// Whether to be in the tray at all; not at first. Another tray may already show the icon.
     void setWanted(bool wanted);
 
@@ -30,6 +33,7 @@ class XEmbedTray final : public QObject, public TrayIcon {
     void connectToServer();
     void dispatch();
     void handle(const xcb_generic_event_t& event);
+    xcb_window_t trayWindow();
     void findTray();
     void dock();
     void leave();

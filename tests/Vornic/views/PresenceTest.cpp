@@ -65,6 +65,69 @@ TEST_F(PresenceTest, withoutATrayThePanelIsAWindow) {
     }));
 }
 
+TEST_F(PresenceTest, aTrayThatIsYetToShowTheIconIsWaitedFor) {
+    tray.shown = false;
+    tray.unsure = true;
+    model->setWelcomed();
+    Presence presence(*model, tray, false);
+    // Longer than any tray is waited for that says nothing.
+    EXPECT_FALSE(waitFor(
+        [&] {
+            settle();
+            return presence.views().panel() != nullptr;
+        },
+        std::chrono::milliseconds(2500)));
+    tray.unsure = false;
+    EXPECT_TRUE(waitFor([&] {
+        settle();
+        return presence.views().panel() != nullptr && presence.views().panel()->isVisible();
+    }));
+}
+
+TEST_F(PresenceTest, aTrayThatDropsTheIconLaterLeavesAWindow) {
+    model->setWelcomed();
+    Presence presence(*model, tray, false);
+    EXPECT_FALSE(waitFor(
+        [&] {
+            settle();
+            return presence.views().panel() != nullptr;
+        },
+        std::chrono::milliseconds(2500)));
+    tray.shown = false;
+    tray.onVisibleChange();
+    EXPECT_TRUE(waitFor([&] {
+        settle();
+        return presence.views().panel() != nullptr && presence.views().panel()->isVisible();
+    }));
+}
+
+TEST_F(PresenceTest, theMenuSwitchesChoosesAndOpens) {
+    Presence presence(*model, tray, true);
+    settle();
+    const auto entry = [&](std::size_t at) -> const TrayMenuEntry& { return tray.menu.at(at); };
+    EXPECT_EQ(entry(0).text, "Sounds on");
+    EXPECT_TRUE(entry(0).marked);
+    entry(0).choose();
+    settle();
+    EXPECT_FALSE(model->soundsOn());
+    EXPECT_FALSE(entry(0).marked);
+    ASSERT_EQ(entry(2).children.size(), model->boards().size());
+    entry(2).children.back().choose();
+    settle();
+    EXPECT_EQ(model->board()->id, model->boards().back().id);
+    EXPECT_TRUE(entry(2).children.back().marked);
+    EXPECT_EQ(entry(3).children.at(3).text, "25 %");
+    entry(3).children.at(3).choose();
+    settle();
+    EXPECT_EQ(model->volume(), 0.25);
+    EXPECT_TRUE(entry(3).children.at(3).marked);
+    int quits = 0;
+    presence.views().onQuit = [&quits] { ++quits; };
+    tray.menu.back().choose();
+    EXPECT_EQ(tray.menu.back().text, "Quit");
+    EXPECT_EQ(quits, 1);
+}
+
 TEST_F(PresenceTest, saysOnceThatThereIsNoTray) {
     tray.shown = false;
     model->setWelcomed();
