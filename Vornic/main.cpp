@@ -5,7 +5,6 @@
 #include "Vornic/app/Control.h"
 #include "Vornic/app/FallbackTray.h"
 #include "Vornic/commands/CommandLine.h"
-#include "Vornic/commands/TypeCommand.h"
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/library/PackFolders.h"
 #include "Vornic/linux/desktop/AutostartEntry.h"
@@ -14,6 +13,7 @@
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "Vornic/linux/desktop/ProgramPath.h"
 #include "Vornic/linux/desktop/Relaunch.h"
+#include "Vornic/linux/hotkey/GlobalShortcut.h"
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 #include "Vornic/linux/permission/InputMonitoringRequest.h"
 #include "Vornic/linux/permission/KeyGrant.h"
@@ -24,18 +24,18 @@
 #include "Vornic/linux/tray/XEmbedTray.h"
 #include "Vornic/qt/QtProgram.h"
 #include "Vornic/qt/QtScheduler.h"
+#include "Vornic/qt/QuietKeys.h"
 #include "Vornic/qt/QuitSignals.h"
 #include "Vornic/recording/DecoderProcess.h"
 #include "Vornic/runCommand.h"
+#include "Vornic/runDemo.h"
 #include "Vornic/runKeys.h"
 #include "Vornic/runSelfTest.h"
 #include "Vornic/typing/KeySource.h"
-#include "Vornic/typing/PreviewPhrase.h"
 #include "Vornic/views/Presence.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QStandardPaths>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -50,29 +50,6 @@
 
 namespace vornic {
 namespace {
-
-/// Where the program is started but cannot be heard or cannot hear, it shows at least what it
-/// sounds like: `problem` says why, and the phrase goes through the same path into a file.
-int playDemo(const RunRequest& request, const std::string& problem, Log& log) {
-    TypeRequest demo;
-    demo.board = request.board;
-    request.stage.applyTo(demo.stage);
-    demo.outputKind = request.outputKind.value_or(demo.outputKind);
-    demo.volume = request.volume.value_or(demo.volume);
-    demo.packs = request.packs;
-    const std::filesystem::path folder =
-        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation).toStdString();
-    demo.out = folder / "Vornic" / "demo.wav";
-    log.warning(problem);
-    try {
-        std::filesystem::create_directories(demo.out.parent_path());
-        playIntoFile(demo, previewPhrase());
-        log.info("Until then, hear what it sounds like: " + demo.out.string());
-    } catch (const std::exception& error) {
-        log.warning(std::string("There is nothing to hear yet: ") + error.what());
-    }
-    return EXIT_SUCCESS;
-}
 
 AppModel::Options modelOptions(const RunRequest& request) {
     AppModel::Options options;
@@ -126,6 +103,20 @@ void takePictures(Views& views, const std::filesystem::path& folder, Log& log,
     });
 }
 
+/// Has the desktop match the hot key, where it can. It may ask the user, who is to have been
+/// welcomed before.
+void askForShortcut(const SessionKeys& keys, Views& views, const RunRequest& request, bool first) {
+    if (!keys.shortcut || request.snapshot) {
+        return;
+    }
+    GlobalShortcut& shortcut = *keys.shortcut;
+    if (first && !request.hidden && !request.selfTest) {
+        QObject::connect(&views, &Views::welcomed, &shortcut, [&shortcut] { shortcut.start(); });
+    } else {
+        shortcut.start();
+    }
+}
+
 /// How a run has ended.
 struct RunEnd {
     int status = EXIT_SUCCESS;
@@ -153,7 +144,11 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     MonotonicClock clock;
     QtScheduler scheduler;
 
-    const KeySource source = chooseKeySource(sessionEnvironment());
+    KeySource source = chooseKeySource(sessionEnvironment());
+    if (request.snapshot) {
+        // Pictures need no display, and nobody types while they are taken.
+        source = {.kind = KeySourceKind::none, .problem = {}};
+    }
     if (!source.problem.empty()) {
         return {playDemo(request, source.problem, log)};
     }
@@ -171,9 +166,11 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     LinuxSecureInput secureInput;
     const Platform platform{output,      *keys.tap, *keys.hotKey, microphone, microphoneInput,
                             secureInput, clock,     scheduler,    log};
+    QuietKeys quietKeys;
+    quietKeys.install();
     AppModel model(platform, modelOptions(request));
     model.start();
-    if (const std::string problem = output.problem(); !problem.empty()) {
+    if (const std::string problem = output.problem(); !problem.empty() && !request.snapshot) {
         return {playDemo(request, problem, log)};
     }
     InputMonitoringRequest permission(InputMonitoringRequest::helperOf(programPath()),
@@ -192,6 +189,7 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
     presence.views().onQuit = [&application] { application.quit(); };
     presence.views().adapter().setAutostart(&autostart);
+    askForShortcut(keys, presence.views(), request, model.firstStart());
     bool again = false;
     const auto relaunch = [&again, &application] {
         again = true;
@@ -219,7 +217,7 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     }
     std::optional<RunningSelfTest> selfTest;
     if (request.selfTest) {
-        selfTest.emplace(model, platform, request.selfTestMicrophone);
+        selfTest.emplace(model, platform, quietKeys, request.selfTestMicrophone);
     }
     if (request.snapshot) {
         takePictures(presence.views(), *request.snapshot, log, application);
@@ -243,7 +241,9 @@ void relaunch(const std::filesystem::path& program, const std::vector<std::strin
 /// and of pictures are not seen.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const RunRequest* run) {
     QCoreApplication::setApplicationName("Vornic");
-    if (run == nullptr || !chooseKeySource(sessionEnvironment()).problem.empty()) {
+    const bool shown = run != nullptr && (run->snapshot.has_value() ||
+                                          chooseKeySource(sessionEnvironment()).problem.empty());
+    if (!shown) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
     if (run->selfTest || run->snapshot) {

@@ -3,9 +3,12 @@
 #include "Vornic/commands/DoctorReport.h"
 #include "Vornic/linux/desktop/DesktopServices.h"
 #include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/desktop/ProgramPath.h"
 #include "Vornic/linux/permission/InputMonitoringFiles.h"
+#include "Vornic/linux/permission/InputMonitoringRequest.h"
 #include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
 #include "Vornic/linux/sound/PipeWireOutput.h"
+#include "Vornic/linux/tray/XEmbedTray.h"
 #include "Vornic/qt/QtScheduler.h"
 #include "Vornic/runKeys.h"
 #include "VornicCore/packs/SoundPack.h"
@@ -88,9 +91,14 @@ int runDoctor(const DoctorRequest& request) {
     facts.agreed = exists(InputMonitoringFiles::agreement);
     const DesktopServices services = DesktopServices::look();
     facts.sessionBus = services.sessionBus;
-    facts.tray = services.tray;
+    facts.tray = services.tray || (facts.keySource == KeySourceKind::x11 && XEmbedTray::offered());
+    facts.trayHasVornic = services.trayHasVornic;
     facts.accessibility = services.accessibility;
     facts.globalShortcuts = services.globalShortcuts;
+    facts.turnOnCommand = InputMonitoringRequest::helperOf(programPath()).string() + " enable";
+    if (facts.keySource == KeySourceKind::evdev && facts.tapState == TapState::needsPermission) {
+        facts.passwordAgent = hasPasswordAgent();
+    }
     const std::vector<DoctorFinding> findings = examine(facts);
     std::fputs((request.json ? asJson(findings) : asText(findings)).c_str(), stdout);
     return works(findings) ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -12,6 +12,28 @@
 
 namespace vornic {
 
+namespace {
+
+/// Keys that nobody presses.
+class NoKeys final : public KeyTap {
+  public:
+    bool start() override { return true; }
+    void stop() override {}
+    TapState refresh() override { return TapState::listening; }
+    int fileDescriptor() const override { return -1; }
+    void dispatch() override {}
+    std::string description() const override { return "nowhere"; }
+};
+
+class NoHotKey final : public HotKey {
+  public:
+    bool registered() const override { return false; }
+    int fileDescriptor() const override { return -1; }
+    void dispatch() override {}
+};
+
+} // namespace
+
 SessionKeys::SessionKeys() = default;
 SessionKeys::SessionKeys(SessionKeys&&) noexcept = default;
 SessionKeys& SessionKeys::operator=(SessionKeys&&) noexcept = default;
@@ -19,6 +41,11 @@ SessionKeys::~SessionKeys() = default;
 
 SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
     SessionKeys keys;
+    if (kind == KeySourceKind::none) {
+        keys.hotKey = std::make_unique<NoHotKey>();
+        keys.tap = std::make_unique<NoKeys>();
+        return keys;
+    }
     if (kind == KeySourceKind::x11) {
         keys.hotKey = std::make_unique<X11HotKey>();
         keys.tap = std::make_unique<X11KeyTap>(clock);
@@ -27,12 +54,10 @@ SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
     auto hotKey = std::make_unique<ReadHotKey>();
     keys.devices = std::make_unique<UdevInputDevices>();
     keys.tap = std::make_unique<EvdevKeyTap>(
-        clock, *keys.devices, [] { return KeyGrant().given(); },
-        [&read = *hotKey](std::int64_t keyCode, bool down) { read.key(keyCode, down); });
+        clock, *keys.devices, [] { return KeyGrant().given(); }, hotKey.get(), configuredForm());
     keys.shortcut = std::make_unique<GlobalShortcut>();
     keys.shortcut->onPress = [&read = *hotKey] { read.pressedElsewhere(); };
     keys.shortcut->onBound = [&read = *hotKey](bool bound) { read.leaveToOthers(bound); };
-    keys.shortcut->start();
     keys.hotKey = std::move(hotKey);
     return keys;
 }

@@ -19,7 +19,8 @@ struct SessionKeys {
     std::unique_ptr<InputDevices> devices;
     std::unique_ptr<HotKey> hotKey;
     std::unique_ptr<KeyTap> tap;
-    /// The desktop's own matching of the hot key; empty in an X session. Main thread.
+    /// The desktop's own matching of the hot key; empty in an X session. Not asked yet: the desktop
+    /// may show a question, for which somebody has to sit before a running program. Main thread.
     std::unique_ptr<GlobalShortcut> shortcut;
 
     SessionKeys();
@@ -28,7 +29,8 @@ struct SessionKeys {
     ~SessionKeys();
 };
 
-/// Makes the tap and the hot key of a session whose source is `kind`, which is not `none`.
+/// Makes the tap and the hot key of a session whose source is `kind`; with `none` no key is ever
+/// heard. Thread: main.
 SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock);
 
 } // namespace vornic

@@ -17,7 +17,6 @@ namespace vornic {
 struct RunningSelfTest::Parts {
     explicit Parts(Scheduler& scheduler) : microphone(scheduler), recorder(microphone) {}
 
-    QuietKeys quietKeys;
     PipeWireMicrophone microphone;
     Recorder recorder;
     std::unique_ptr<SelfTest> test;
@@ -41,11 +40,11 @@ SelfTest::OwnKeys typeIntoOwnWindow(QuietKeys& quietKeys) {
 
 } // namespace
 
-RunningSelfTest::RunningSelfTest(AppModel& model, const Platform& platform, bool withMicrophone)
+RunningSelfTest::RunningSelfTest(AppModel& model, const Platform& platform, QuietKeys& quietKeys,
+                                 bool withMicrophone)
     : parts_(std::make_unique<Parts>(platform.scheduler)) {
-    parts_->quietKeys.install();
     SelfTest::Environment environment;
-    environment.ownKeys = [this] { return typeIntoOwnWindow(parts_->quietKeys); };
+    environment.ownKeys = [&quietKeys] { return typeIntoOwnWindow(quietKeys); };
     environment.sandboxed = std::filesystem::exists("/.flatpak-info");
     environment.folder = AppFolders::support();
     environment.withMicrophone = withMicrophone;

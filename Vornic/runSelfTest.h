@@ -7,11 +7,14 @@
 
 namespace vornic {
 
-/// The self-test with what it needs from this platform. Main thread.
+class QuietKeys;
+
+/// The self-test with what it needs from this platform. Thread: main.
 class RunningSelfTest {
   public:
-    /// Starts it; both outlive this object. Needs a QGuiApplication.
-    RunningSelfTest(AppModel& model, const Platform& platform, bool withMicrophone);
+    /// Starts it; all three outlive this object. Needs a QGuiApplication.
+    RunningSelfTest(AppModel& model, const Platform& platform, QuietKeys& quietKeys,
+                    bool withMicrophone);
     ~RunningSelfTest();
     RunningSelfTest(const RunningSelfTest&) = delete;
     RunningSelfTest& operator=(const RunningSelfTest&) = delete;

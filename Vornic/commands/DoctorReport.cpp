@@ -24,6 +24,15 @@ DoctorFinding wrong(std::string subject, std::string finding, std::string next) 
             .next = std::move(next)};
 }
 
+/// How Input Monitoring is turned on here.
+std::string wayToTurnOn(const DoctorFacts& facts) {
+    return facts.passwordAgent.value_or(true)
+               ? turnOn
+               : "Nothing in this session asks for an administrator's password: install a password "
+                 "agent such as mate-polkit, or run \"sudo " +
+                     facts.turnOnCommand + "\".";
+}
+
 DoctorFinding examineKeys(const DoctorFacts& facts) {
     if (facts.keySource == KeySourceKind::none) {
         return wrong(keys, "No keys can be heard.", facts.keyProblem);
@@ -32,7 +41,8 @@ DoctorFinding examineKeys(const DoctorFacts& facts) {
         return fine(keys, "Vornic hears your keys: " + facts.tap + ".");
     }
     if (facts.tapState == TapState::needsPermission) {
-        return wrong(keys, "Vornic may not read the keyboards of this computer.", turnOn);
+        return wrong(keys, "Vornic may not read the keyboards of this computer.",
+                     wayToTurnOn(facts));
     }
     if (facts.keySource == KeySourceKind::x11) {
         return wrong(keys, "The X server does not tell Vornic about keys.",
@@ -63,7 +73,7 @@ DoctorFinding examinePermissions(const DoctorFacts& facts) {
     }
     return wrong(subject, "Input Monitoring is off.",
                  facts.ruleInstalled
-                     ? turnOn
+                     ? wayToTurnOn(facts)
                      : "Install Vornic's package: it brings the rule that can be turned on.");
 }
 
@@ -84,14 +94,29 @@ DoctorFinding examineHotKey(const DoctorFacts& facts) {
     if (facts.keySource == KeySourceKind::none) {
         return wrong(subject, "There is nobody to tell about Alt+Super+K.", facts.keyProblem);
     }
+    if (facts.keySource == KeySourceKind::evdev && facts.globalShortcuts) {
+        return fine(subject, "Vornic asks the desktop for Alt+Super+K when it runs, and you may be "
+                             "asked whether it gets it.");
+    }
+    if (facts.keySource == KeySourceKind::evdev) {
+        return wrong(subject, "No keyboard may be read, so nobody notices Alt+Super+K.",
+                     examineKeys(facts).next);
+    }
     return wrong(subject, "Alt+Super+K is taken, by a running Vornic or by another program.",
                  "If Vornic is not running, free it in the other program's settings.");
 }
 
 DoctorFinding examineTray(const DoctorFacts& facts) {
     constexpr const char* subject = "tray";
+    if (facts.tray && facts.trayHasVornic.value_or(true)) {
+        return fine(subject, facts.trayHasVornic ? "Vornic's icon is in the desktop's tray."
+                                                 : "The desktop says that it shows tray icons.");
+    }
     if (facts.tray) {
-        return fine(subject, "The desktop shows tray icons.");
+        return wrong(subject,
+                     "The desktop says that it shows tray icons, but it has not got "
+                     "Vornic's.",
+                     "Start Vornic once more to open its panel.");
     }
     return wrong(subject, "The desktop shows no tray icons.",
                  facts.sessionBus

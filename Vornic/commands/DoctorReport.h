@@ -18,7 +18,7 @@ struct DoctorFacts {
     TapState tapState = TapState::needsPermission;
     /// Where the keys come from.
     std::string tap;
-    /// Whether Alt+Super+K could be had.
+    /// Whether somebody notices Alt+Super+K: the X server, or whoever reads the keyboards.
     bool hotKeyRegistered = false;
     /// Why there is no sound; empty when there is.
     std::string soundProblem;
@@ -30,10 +30,17 @@ struct DoctorFacts {
     /// Whether the rule for the keyboards is installed, and whether it is switched on.
     bool ruleInstalled = false;
     bool agreed = false;
+    /// The command that switches it on without a question.
+    std::string turnOnCommand;
+    /// Whether somebody in this session asks for an administrator's password when a program needs
+    /// it; absent where that was not looked at.
+    std::optional<bool> passwordAgent;
     /// Whether there is a session's D-Bus at all.
     bool sessionBus = false;
-    /// Whether somebody shows tray icons.
+    /// Whether somebody says that they show tray icons.
     bool tray = false;
+    /// Whether Vornic's icon is among them; absent while Vornic does not run.
+    std::optional<bool> trayHasVornic;
     /// Whether the accessibility bus tells about password fields.
     bool accessibility = false;
     /// Version of the desktop portal's global shortcuts; absent where there are none.

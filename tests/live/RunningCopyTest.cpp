@@ -124,6 +124,20 @@ TEST_F(RunningCopyTest, aSnapshotPicturesTheViewsBesideARunningCopyAndWritesNoUs
     }
 }
 
+TEST_F(RunningCopyTest, aSnapshotNeedsNeitherADisplayNorASoundServer) {
+    const auto pictures = scratch / "pictures";
+    const auto program = startWithClicks({"--snapshot", pictures.string()},
+                                         {{"DISPLAY", ""},
+                                          {"WAYLAND_DISPLAY", ""},
+                                          {"QT_QPA_PLATFORM", "offscreen"},
+                                          {"XDG_RUNTIME_DIR", (scratch / "empty").string()},
+                                          {"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"}});
+    EXPECT_EQ(program->wait(), 0);
+    EXPECT_THAT(readBytes(log()), HasSubstr("Vornic snapshot: saved to " + pictures.string()));
+    const auto files = std::filesystem::directory_iterator(pictures);
+    EXPECT_EQ(std::distance(begin(files), end(files)), 8);
+}
+
 TEST_F(RunningCopyTest, withoutItsFolderTheSnapshotSwitchDoesNothing) {
     const auto program = startListening({"--selftest-mic"});
     EXPECT_EQ(run({"--snapshot"}).status, 0) << "it goes to the running copy as any start does";

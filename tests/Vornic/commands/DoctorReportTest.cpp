@@ -117,6 +117,42 @@ TEST(DoctorReport, aTakenHotKeyIsToldFromOneThatNobodyGrants) {
     EXPECT_EQ(found(facts, "hot key").next, "Start a session.");
 }
 
+TEST(DoctorReport, theHotKeyOfAWaylandSessionNeedsAKeyboardOrTheDesktop) {
+    DoctorFacts facts = healthy();
+    facts.keySource = KeySourceKind::evdev;
+    EXPECT_TRUE(found(facts, "hot key").ok);
+    facts.hotKeyRegistered = false;
+    facts.tapState = TapState::needsPermission;
+    EXPECT_THAT(found(facts, "hot key").finding, HasSubstr("asks the desktop"));
+    facts.globalShortcuts.reset();
+    EXPECT_FALSE(found(facts, "hot key").ok);
+    EXPECT_THAT(found(facts, "hot key").finding, HasSubstr("No keyboard may be read"));
+    EXPECT_THAT(found(facts, "hot key").next, HasSubstr("Turn on Input Monitoring…"));
+}
+
+TEST(DoctorReport, withoutAPasswordAgentTheCommandIsNamed) {
+    DoctorFacts facts = healthy();
+    facts.keySource = KeySourceKind::evdev;
+    facts.tapState = TapState::needsPermission;
+    facts.ruleInstalled = true;
+    facts.turnOnCommand = "/usr/lib/helper enable";
+    facts.passwordAgent = false;
+    for (const char* const subject : {"keys", "permissions"}) {
+        EXPECT_THAT(found(facts, subject).next, HasSubstr("sudo /usr/lib/helper enable"));
+    }
+    facts.passwordAgent = true;
+    EXPECT_THAT(found(facts, "permissions").next, HasSubstr("Turn on Input Monitoring…"));
+}
+
+TEST(DoctorReport, aTrayThatHasNotGotVornicsIconIsNoTray) {
+    DoctorFacts facts = healthy();
+    facts.trayHasVornic = true;
+    EXPECT_TRUE(found(facts, "tray").ok);
+    facts.trayHasVornic = false;
+    EXPECT_FALSE(found(facts, "tray").ok);
+    EXPECT_THAT(found(facts, "tray").next, HasSubstr("open its panel"));
+}
+
 TEST(DoctorReport, theScreenShowsStateSubjectFindingAndNextStep) {
     DoctorFacts facts = healthy();
     facts.tray = false;
