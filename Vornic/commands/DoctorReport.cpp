@@ -33,9 +33,18 @@ std::string wayToTurnOn(const DoctorFacts& facts) {
                      facts.turnOnCommand + "\".";
 }
 
+/// The right is there, but nothing to read.
+bool withoutKeyboard(const DoctorFacts& facts) {
+    return facts.keySource == KeySourceKind::evdev && facts.tapState == TapState::listening &&
+           !facts.hotKeyRegistered;
+}
+
 DoctorFinding examineKeys(const DoctorFacts& facts) {
     if (facts.keySource == KeySourceKind::none) {
         return wrong(keys, "No keys can be heard.", facts.keyProblem);
+    }
+    if (withoutKeyboard(facts)) {
+        return fine(keys, "No keyboard is plugged in; the next one will be heard.");
     }
     if (facts.tapState == TapState::listening) {
         return fine(keys, "Vornic hears your keys: " + facts.tap + ".");
@@ -97,6 +106,10 @@ DoctorFinding examineHotKey(const DoctorFacts& facts) {
     if (facts.keySource == KeySourceKind::evdev && facts.globalShortcuts) {
         return fine(subject, "Vornic asks the desktop for Alt+Super+K when it runs, and you may be "
                              "asked whether it gets it.");
+    }
+    if (withoutKeyboard(facts)) {
+        return wrong(subject, "There is no keyboard on which to notice Alt+Super+K.",
+                     "Plug one in.");
     }
     if (facts.keySource == KeySourceKind::evdev) {
         return wrong(subject, "No keyboard may be read, so nobody notices Alt+Super+K.",

@@ -62,6 +62,8 @@ class ModelAdapter : public QObject {
     Q_PROPERTY(bool advanced READ advanced WRITE setAdvanced NOTIFY changed)
     Q_PROPERTY(bool quietDuringCalls READ quietDuringCalls WRITE setQuietDuringCalls NOTIFY changed)
     Q_PROPERTY(QString credits READ credits NOTIFY changed)
+    Q_PROPERTY(bool noticePasswordsEverywhere READ noticePasswordsEverywhere WRITE
+                   setNoticePasswordsEverywhere NOTIFY changed)
     /// A list of { name, value }.
     Q_PROPERTY(QVariantList diagnostics READ diagnostics NOTIFY changed)
     /// How the latencies of the last hundred keys spread: keys in each bin, the bins' width in
@@ -138,7 +140,9 @@ class ModelAdapter : public QObject {
     bool advanced() const { return model_.advanced(); }
     void setAdvanced(bool on) { model_.setAdvanced(on); }
     bool quietDuringCalls() const { return model_.quietDuringCalls(); }
+    bool noticePasswordsEverywhere() const { return model_.noticePasswordsEverywhere(); }
     void setQuietDuringCalls(bool on) { model_.setQuietDuringCalls(on); }
+    void setNoticePasswordsEverywhere(bool on) { model_.setNoticePasswordsEverywhere(on); }
     QString credits() const;
     QVariantList diagnostics() const;
     QVariantList latencyBins() const;

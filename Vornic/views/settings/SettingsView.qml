@@ -54,6 +54,13 @@ FocusScope {
             }
             SettingRow {
                 Layout.fillWidth: true
+                title: qsTr("Notice password fields in every program")
+                note: qsTr("Turns on the desktop's accessibility while Vornic runs. Programs started after that tell which field has the focus, and may be a little slower.")
+                checked: view.app.noticePasswordsEverywhere
+                onToggled: on => view.app.noticePasswordsEverywhere = on
+            }
+            SettingRow {
+                Layout.fillWidth: true
                 visible: view.app.canStartWithSession
                 title: qsTr("Start with the session")
                 checked: view.app.startsWithSession

@@ -130,6 +130,16 @@ TEST(DoctorReport, theHotKeyOfAWaylandSessionNeedsAKeyboardOrTheDesktop) {
     EXPECT_THAT(found(facts, "hot key").next, HasSubstr("Turn on Input Monitoring…"));
 }
 
+TEST(DoctorReport, withoutAKeyboardNoneIsHeard) {
+    DoctorFacts facts = healthy();
+    facts.keySource = KeySourceKind::evdev;
+    facts.hotKeyRegistered = false;
+    facts.globalShortcuts.reset();
+    EXPECT_THAT(found(facts, "keys").finding, HasSubstr("No keyboard is plugged in"));
+    EXPECT_FALSE(found(facts, "hot key").ok);
+    EXPECT_EQ(found(facts, "hot key").next, "Plug one in.");
+}
+
 TEST(DoctorReport, withoutAPasswordAgentTheCommandIsNamed) {
     DoctorFacts facts = healthy();
     facts.keySource = KeySourceKind::evdev;
