@@ -100,5 +100,24 @@ TEST_F(DesktopProgramTest, theDoctorAsksThePortalForNothing) {
     EXPECT_EQ(portal.asked, 0);
 }
 
+TEST_F(DesktopProgramTest, bashCompletesCommandsOptionsAndBoards) {
+    const auto complete = [this](const std::string& words) {
+        const std::string folder = std::filesystem::path(VORNIC_PROGRAM).parent_path();
+        const std::string script =
+            "PATH='" + folder +
+            "':$PATH; source '" VORNIC_COMPLETIONS "/vornic.bash'; COMP_WORDS=(vornic " + words +
+            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _vornic; "
+            "echo \"[${COMPREPLY[*]}]\"";
+        const auto output = scratch / "completed.log";
+        std::filesystem::remove(output);
+        ChildProcess({"bash", "-c", script}, {}, output.string()).wait();
+        return readBytes(output);
+    };
+    EXPECT_EQ(complete("s"), "[slice status stroke]\n");
+    EXPECT_EQ(complete("type --r"), "[--room --raw]\n");
+    EXPECT_EQ(complete("autostart ''"), "[enable disable]\n");
+    EXPECT_THAT(complete("board ''"), HasSubstr("[next previous "));
+}
+
 } // namespace
 } // namespace vornic
