@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// What `vornic doctor` has found out about the computer and the session.
+/// What `vornic doctor` has found out about the computer and the session. Thread: main.
 struct DoctorFacts {
     KeySourceKind keySource = KeySourceKind::none;
     /// Why there is no source of keys; empty when there is one.

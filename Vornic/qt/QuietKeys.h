@@ -8,7 +8,7 @@
 namespace vornic {
 
 /// Keeps the program's own windows from complaining about keys that nothing in them wants: it
-/// swallows those and counts them. Needs a QGuiApplication; main thread.
+/// swallows those and counts them. Needs a QGuiApplication. Thread: main.
 class QuietKeys final : public QObject {
   public:
     /// Watches every key press of the application, and every window that gets the focus from now

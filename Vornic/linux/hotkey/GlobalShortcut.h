@@ -10,7 +10,7 @@
 namespace vornic {
 
 /// The combination that switches the sounds, asked of the desktop portal: the desktop matches it,
-/// whatever window is in front, and the user may choose another one. Main thread.
+/// whatever window is in front, and the user may choose another one. Thread: main.
 class GlobalShortcut final : public QObject {
     Q_OBJECT
 

@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// Where the keyboard mapping of an X server puts Alt+Super+K.
+/// Where the keyboard mapping of an X server puts Alt+Super+K. Thread: any.
 struct HotKeyMapping {
     /// The key in the place of K on a US keyboard, whatever it types.
     xcb_keycode_t keycode = 0;

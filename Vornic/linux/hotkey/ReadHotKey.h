@@ -12,7 +12,7 @@ namespace vornic {
 
 /// The hot key of a session where no X server matches it: the desktop does so, where it can, and
 /// says so to `pressedElsewhere`; until then, or where it cannot, Alt+Super+K is recognised among
-/// the keys that are read anyway. The window in front sees it too.
+/// the keys that are read anyway. The window in front sees it too. Thread: key.
 class ReadHotKey final : public HotKey, public KeyWitness {
   public:
     ReadHotKey();
@@ -24,13 +24,13 @@ class ReadHotKey final : public HotKey, public KeyWitness {
     void keyMoved(std::uint32_t keyboard, std::int64_t keyCode, bool down) override;
     void keyboardGone(std::uint32_t keyboard) override;
 
-    /// Whether somebody else matches the combination from now on. Any thread.
+    /// Whether somebody else matches the combination from now on. Thread: any.
     void leaveToOthers(bool leave) { leftToOthers_ = leave; }
 
-    /// Somebody else has matched it; `onPress` is called on the key thread. Any thread.
+    /// Somebody else has matched it; `onPress` is called on the key thread. Thread: any.
     void pressedElsewhere() const;
 
-    /// Whether somebody else matches it, or a keyboard is read. Any thread.
+    /// Whether somebody else matches it, or a keyboard is read. Thread: any.
     bool registered() const override { return leftToOthers_ || keyboards_ > 0; }
     int fileDescriptor() const override { return presses_; }
     void dispatch() override;

@@ -11,7 +11,7 @@
 namespace vornic {
 
 /// Alt+Super+K by grabs on the root window, one for each state of Caps Lock and Num Lock, on a
-/// connection of its own. It follows changes of the keyboard mapping.
+/// connection of its own. It follows changes of the keyboard mapping. Thread: key.
 class X11HotKey final : public HotKey {
   public:
     /// Grabs at once, on `display` or on $DISPLAY if that is empty.

@@ -19,7 +19,7 @@ namespace vornic {
 /// Hears the keys of every keyboard from the kernel, whatever session runs on it: in a Wayland
 /// session nothing else tells a program about keys outside its own windows. Needs the right to read
 /// the keyboards' nodes. Keyboards may come and go; what a program repeats of a real one's keys
-/// sounds once.
+/// sounds once. Thread: key.
 class EvdevKeyTap final : public KeyTap {
   public:
     /// `given` says whether the user has been granted access to keyboards, effective or not.

@@ -30,7 +30,7 @@ struct KernelKey {
     std::int32_t value = 0;
 };
 
-/// An open keyboard; closed at the end of its life. Key thread.
+/// An open keyboard; closed at the end of its life. Thread: key.
 class InputDevice {
   public:
     InputDevice() = default;
@@ -66,7 +66,7 @@ class KeyWitness {
     virtual void keyboardGone(std::uint32_t keyboard) = 0;
 };
 
-/// The keyboards of this computer. Key thread.
+/// The keyboards of this computer. Thread: key.
 class InputDevices {
   public:
     InputDevices() = default;

@@ -18,7 +18,7 @@ namespace vornic {
 /// own: on one that also holds a grab, raw events vanish while the grab lasts.
 ///
 /// Not for the X display of a Wayland session, where it would hear only some windows: ask
-/// `chooseKeySource` first.
+/// `chooseKeySource` first. Thread: key.
 class X11KeyTap final : public KeyTap {
   public:
     /// For `display`, or $DISPLAY if that is empty. Connects at `start`.

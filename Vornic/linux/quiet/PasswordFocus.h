@@ -17,7 +17,7 @@ struct AccessibleObject {
 /// Keeps what the accessibility bus says about the keyboard's focus, and decides from it whether a
 /// password is being typed. The bus tells moves of the focus but not what moved it, programs die
 /// without a word, and answers come late: an answer about what has lost the focus meanwhile counts
-/// for nothing.
+/// for nothing. Thread: main.
 class PasswordFocus {
   public:
     /// `object` has the focus now; its role is to be asked for.

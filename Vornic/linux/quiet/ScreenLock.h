@@ -11,7 +11,7 @@
 namespace vornic {
 
 /// Whether the screen is locked or its saver runs, when keys can only be a password. Screen savers
-/// tell it on the session's bus, the login manager on the system's. Main thread.
+/// tell it on the session's bus, the login manager on the system's. Thread: main.
 class ScreenLock final : public QObject {
     Q_OBJECT
 

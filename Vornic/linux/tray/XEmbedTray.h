@@ -13,7 +13,7 @@ namespace vornic {
 
 /// An icon in the tray of an X11 desktop that knows only the older way: a small window of ours that
 /// the tray takes into its own (freedesktop.org's System Tray and XEmbed protocols). Asks again
-/// whenever a tray appears. Main thread, with an event loop.
+/// whenever a tray appears. Thread: main, with an event loop.
 class XEmbedTray final : public QObject, public TrayIcon {
   public:
     /// On `display`, or $DISPLAY if that is empty. Without an X server it never shows; it is not
