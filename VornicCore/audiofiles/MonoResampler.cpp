@@ -2,7 +2,11 @@
 
 #include <soxr.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstddef>
+#include <iterator>
 
 namespace vornic {
 
@@ -14,6 +18,13 @@ struct MonoResampler::Converter {
     ~Converter() { soxr_delete(handle); }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
+
+    /// Appends the first `made` of the block. Between samples near the largest number lie some that
+    /// are beyond it.
+    void give(std::size_t made, std::vector<float>& output) const {
+        std::transform(block.data(), block.data() + made, std::back_inserter(output),
+                       [](float sample) { return std::isfinite(sample) ? sample : 0.0F; });
+    }
 };
 
 MonoResampler::MonoResampler(double fromRate, double toRate) {
@@ -49,7 +60,7 @@ bool MonoResampler::process(std::span<const float> samples, std::vector<float>& 
             usable_ = false;
             return false;
         }
-        output.insert(output.end(), converter_->block.data(), converter_->block.data() + made);
+        converter_->give(made, output);
         samples = samples.subspan(taken);
     }
     return true;
@@ -65,7 +76,7 @@ bool MonoResampler::finish(std::vector<float>& output) {
                          converter_->block.size(), &made) != nullptr) {
             return false;
         }
-        output.insert(output.end(), converter_->block.data(), converter_->block.data() + made);
+        converter_->give(made, output);
     } while (made > 0);
     return true;
 }

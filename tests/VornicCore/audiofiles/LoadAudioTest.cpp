@@ -109,6 +109,17 @@ TEST(LoadAudio, oneFrameIsEnough) {
     EXPECT_FALSE(loadAudio(folder / "b.wav"));
 }
 
+TEST(LoadAudio, whatLiesBetweenTheLargestNumbersIsFiniteToo) {
+    const ScratchFolder folder;
+    std::vector<float> square(400, 3e38F);
+    for (std::size_t i = 0; i < square.size(); ++i) {
+        square[i] *= i / 20 % 2 == 0 ? 1.0F : -1.0F;
+    }
+    writeSound(folder / "a.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 8000, 1, square);
+    const auto samples = required(loadAudio(folder / "a.wav"));
+    EXPECT_TRUE(std::ranges::all_of(samples, [](float x) { return std::isfinite(x); }));
+}
+
 TEST(LoadAudio, averagesTheChannels) {
     const ScratchFolder folder;
     writeSound(folder / "a.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 48000, 3,
