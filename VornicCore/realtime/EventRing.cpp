@@ -1,6 +1,7 @@
 #include "VornicCore/realtime/EventRing.h"
 
 #include "VornicCore/realtime/EventRingLayout.h"
+#include "VornicCore/realtime/Forget.h"
 
 #include <bit>
 #include <memory>
@@ -53,7 +54,10 @@ bool vornic_ring_pop(vornic_ring* ring, vornic_event* out) VORNIC_REALTIME {
     if (tail == head) {
         return false;
     }
-    *out = ring->slots[tail & ring->mask];
+    vornic_event& slot = ring->slots[tail & ring->mask];
+    *out = slot;
+    // Place, pitch and time tell which key it was: the ring remembers none that it has handed over.
+    forget(slot);
     ring->tail.store(tail + 1, std::memory_order_release);
     return true;
 }

@@ -41,8 +41,8 @@ void vornic_ring_destroy(vornic_ring* ring) noexcept;
 /// wait-free.
 [[nodiscard]] bool vornic_ring_push(vornic_ring* ring, const vornic_event* event) VORNIC_REALTIME;
 
-/// Copies the oldest event to `out`. False, with `out` unchanged, when the ring is empty. Consumer
-/// thread only; wait-free.
+/// Moves the oldest event to `out`, and nothing of it stays behind. False, with `out` unchanged,
+/// when the ring is empty. Consumer thread only; wait-free.
 [[nodiscard]] bool vornic_ring_pop(vornic_ring* ring, vornic_event* out) VORNIC_REALTIME;
 
 } // namespace vornic

@@ -8,13 +8,13 @@ void mixVoicePlain(Voice& voice, const FadeCurve& fade, std::int64_t frames, flo
     constexpr std::int32_t leftIsFar = 1;
     for (std::int64_t frame = 0; frame < frames; ++frame) {
         if (voice.position >= static_cast<double>(voice.length - 1)) {
-            voice.data = nullptr;
+            voice = Voice{};
             return;
         }
         float envelope = 1.0F;
         if (voice.fadeLeft >= 0) {
             if (voice.fadeLeft == 0) {
-                voice.data = nullptr;
+                voice = Voice{};
                 return;
             }
             envelope = FadeCurve::at(voice.fadeLeft, fade.frames());

@@ -1,6 +1,7 @@
 #include "VornicCore/sampler/SamplerCore.h"
 
 #include "VornicCore/realtime/Fatal.h"
+#include "VornicCore/realtime/Forget.h"
 #include "VornicCore/realtime/IntegerPart.h"
 #include "VornicCore/realtime/LatencyMeter.h"
 
@@ -84,7 +85,7 @@ void SamplerCore::render(std::int64_t frames, float* left, float* right, std::ui
 
 void SamplerCore::startQueuedVoices(std::uint64_t nowNanos,
                                     std::uint64_t staleBefore) VORNIC_REALTIME {
-    vornic_event event;
+    vornic_event event{};
     while (vornic_ring_pop(ring_.get(), &event)) {
         if (event.nanos != 0 && event.nanos < staleBefore) {
             ++poppedEvents_;
@@ -107,6 +108,7 @@ void SamplerCore::startQueuedVoices(std::uint64_t nowNanos,
             vornic_latency_record(static_cast<std::uint32_t>(std::min(micros, longest)));
         }
     }
+    forget(event);
 }
 
 void SamplerCore::publish() VORNIC_REALTIME {
@@ -117,11 +119,12 @@ void SamplerCore::publish() VORNIC_REALTIME {
 }
 
 void SamplerCore::clear() VORNIC_REALTIME {
-    vornic_event event;
+    vornic_event event{};
     while (vornic_ring_pop(ring_.get(), &event)) {
         ++poppedEvents_;
         add<std::int64_t>(eventsCleared_, 1);
     }
+    forget(event);
     table_.clear();
     earlyReflection_.clear();
     publish();

@@ -5,7 +5,8 @@
 namespace vornic {
 
 /// One slot of the sampler: a sample being played, or free. Audio thread only. `position` starts at
-/// 0 and only ever grows by `rate`, which a float can hold exactly.
+/// 0 and only ever grows by `rate`, which a float can hold exactly. A voice that ends leaves its
+/// slot as new: gains and rate tell which key it was.
 struct Voice {
     /// The sample's frames; null marks a free slot.
     const float* data = nullptr;

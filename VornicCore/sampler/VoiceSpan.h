@@ -44,15 +44,16 @@ struct VoiceSpan {
         return voice.fadeLeft >= 0 ? std::min(count, voice.fadeLeft) : count;
     }
 
-    /// Moves the voice on by the `sounded` frames that it sounded for, and frees its slot if that
+    /// Moves the voice on by the `sounded` frames that it sounded for, and clears its slot if that
     /// was not the whole buffer.
     static void advance(Voice& voice, std::int64_t sounded, std::int64_t frames) VORNIC_REALTIME {
+        if (sounded < frames) {
+            voice = Voice{};
+            return;
+        }
         voice.position += static_cast<double>(sounded) * voice.rate;
         if (voice.fadeLeft >= 0) {
             voice.fadeLeft -= sounded;
-        }
-        if (sounded < frames) {
-            voice.data = nullptr;
         }
     }
 };

@@ -49,6 +49,19 @@ bool push(const Ring& ring, std::uint64_t number) {
     return vornic_ring_push(ring.get(), &event);
 }
 
+TEST(EventRing, remembersNothingThatItHasHandedOver) {
+    const Ring ring = makeRing(4);
+    vornic_event out{};
+    for (std::uint64_t number = 1; number <= 6; ++number) {
+        ASSERT_TRUE(push(ring, number));
+        ASSERT_TRUE(vornic_ring_pop(ring.get(), &out));
+        ASSERT_TRUE(same(out, eventNumber(number)));
+    }
+    for (std::uint32_t slot = 0; slot <= ring->mask; ++slot) {
+        EXPECT_TRUE(same(ring->slots[slot], vornic_event{})) << slot;
+    }
+}
+
 TEST(EventRing, capacityIsTheNextPowerOfTwoAndAtLeastTwo) {
     struct Case {
         std::uint32_t request, capacity;

@@ -56,6 +56,20 @@ TEST_P(SamplerCoreTest, silenceOverwritesTheBuffers) {
     EXPECT_EQ(core.framesRendered(), 133);
 }
 
+TEST_P(SamplerCoreTest, aVoiceThatEndsLeavesNothingInItsSlot) {
+    play(fourFrames, 0.7F, -0.4F, 0.9F);
+    play(longTone, 0.6F, 0.3F, 1.1F);
+    render(128);
+    const auto isAsNew = [](const Voice& voice) {
+        return voice.data == nullptr && voice.length == 0 && voice.position == 0.0 &&
+               voice.rate == 1.0 && voice.gainLeft == 0.0F && voice.gainRight == 0.0F &&
+               voice.itd == 0.0 && voice.farLowpass == 0.0F && voice.farState == 0.0F;
+    };
+    EXPECT_EQ(std::ranges::count_if(core.voices(), isAsNew), VoiceTable::slotCount - 1);
+    core.clear();
+    EXPECT_EQ(std::ranges::count_if(core.voices(), isAsNew), VoiceTable::slotCount);
+}
+
 TEST_P(SamplerCoreTest, aVoiceAtRateOneSoundsForOneFrameLessThanItsSample) {
     play(fourFrames);
     auto out = render(3);
