@@ -1,10 +1,15 @@
 #include "Vornic/linux/keys/EvdevDevice.h"
 
+#include "VornicCore/realtime/Forget.h"
+
 #include <fcntl.h>
-#include <libevdev/libevdev.h>
+#include <linux/input.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <ctime>
 
 namespace vornic {
@@ -25,50 +30,75 @@ std::unique_ptr<EvdevDevice> EvdevDevice::open(const std::string& path) {
         return nullptr;
     }
     std::unique_ptr<EvdevDevice> device(new EvdevDevice(descriptor));
-    if (libevdev_new_from_fd(descriptor, &device->device_) < 0) {
+    int version = 0;
+    if (::ioctl(descriptor, EVIOCGVERSION, &version) < 0 || !device->askKeys(device->down_)) {
         return nullptr;
     }
     // Where this is refused, the stamps are of another clock and count as unknown.
-    libevdev_set_clock_id(device->device_, CLOCK_MONOTONIC);
+    const int clock = CLOCK_MONOTONIC;
+    ::ioctl(descriptor, EVIOCSCLOCKID, &clock);
     return device;
 }
 
 EvdevDevice::~EvdevDevice() {
-    libevdev_free(device_);
     ::close(descriptor_);
 }
 
 std::vector<std::uint32_t> EvdevDevice::keysDown() const {
     std::vector<std::uint32_t> down;
-    for (unsigned code = 0; code < KEY_CNT; ++code) {
-        if (libevdev_get_event_value(device_, EV_KEY, code) != 0) {
+    for (std::uint32_t code = 0; code < KEY_CNT; ++code) {
+        if (down_[code]) {
             down.push_back(code);
         }
     }
     return down;
 }
 
+bool EvdevDevice::askKeys(Keys& down) const {
+    std::array<unsigned char, KEY_CNT / 8> bits{};
+    if (::ioctl(descriptor_, EVIOCGKEY(sizeof bits), bits.data()) < 0) {
+        return false;
+    }
+    for (std::size_t code = 0; code < KEY_CNT; ++code) {
+        down[code] = (bits[code / 8] >> code % 8 & 1) != 0;
+    }
+    forget(bits);
+    return true;
+}
+
 bool EvdevDevice::read(std::vector<KernelKey>& keys) {
-    unsigned flag = LIBEVDEV_READ_FLAG_NORMAL;
+    std::array<input_event, 64> events{};
     for (;;) {
-        input_event event{};
-        const int status = libevdev_next_event(device_, flag, &event);
-        if (status == -EAGAIN) {
-            if (flag == LIBEVDEV_READ_FLAG_NORMAL) {
-                return true;
-            }
-            // All that was lost has been told.
-            flag = LIBEVDEV_READ_FLAG_NORMAL;
-        } else if (status < 0) {
-            return status == -EINTR;
-        } else {
-            if (status == LIBEVDEV_READ_STATUS_SYNC) {
-                flag = LIBEVDEV_READ_FLAG_SYNC;
-            }
-            if (event.type == EV_KEY) {
-                keys.push_back({.nanos = nanosOf(event), .code = event.code, .value = event.value});
+        const ssize_t got = ::read(descriptor_, events.data(), sizeof events);
+        if (got <= 0) {
+            const bool isThere = got < 0 && (errno == EAGAIN || errno == EINTR);
+            forget(events);
+            return isThere;
+        }
+        const std::size_t count = static_cast<std::size_t>(got) / sizeof(input_event);
+        for (std::size_t place = 0; place < count; ++place) {
+            take(events[place], keys);
+        }
+    }
+}
+
+void EvdevDevice::take(const input_event& event, std::vector<KernelKey>& keys) {
+    if (event.type == EV_SYN && event.code == SYN_DROPPED) {
+        hasLost_ = true;
+    } else if (hasLost_ && event.type == EV_SYN && event.code == SYN_REPORT) {
+        hasLost_ = false;
+        Keys now = down_;
+        askKeys(now);
+        const Keys changed = now ^ down_;
+        for (std::uint32_t code = 0; code < KEY_CNT; ++code) {
+            if (changed[code]) {
+                keys.push_back({.nanos = nanosOf(event), .code = code, .value = now[code] ? 1 : 0});
             }
         }
+        down_ = now;
+    } else if (!hasLost_ && event.type == EV_KEY && event.code < KEY_CNT) {
+        down_[event.code] = event.value != 0;
+        keys.push_back({.nanos = nanosOf(event), .code = event.code, .value = event.value});
     }
 }
 

@@ -2,16 +2,19 @@
 
 #include "Vornic/linux/keys/InputDevices.h"
 
+#include <linux/input-event-codes.h>
+
+#include <bitset>
 #include <memory>
 #include <string>
 
-struct libevdev;
+struct input_event;
 
 namespace vornic {
 
 /// A node of the kernel's input layer, opened for reading only and shared with everybody else. The
 /// kernel stamps its events by the monotonic clock. When events were lost because nobody read them
-/// in time, what they changed is told instead.
+/// in time, what they changed is told instead. Keeps no event that it has told. Thread: key.
 class EvdevDevice final : public InputDevice {
   public:
     /// Empty where the node cannot be opened or is none of the input layer's.
@@ -26,10 +29,15 @@ class EvdevDevice final : public InputDevice {
     bool read(std::vector<KernelKey>& keys) override;
 
   private:
+    using Keys = std::bitset<KEY_CNT>;
+
     explicit EvdevDevice(int descriptor) : descriptor_(descriptor) {}
+    bool askKeys(Keys& down) const;
+    void take(const input_event& event, std::vector<KernelKey>& keys);
 
     int descriptor_;
-    libevdev* device_ = nullptr;
+    Keys down_;
+    bool hasLost_ = false; // events, until the report that they belong to ends
 };
 
 } // namespace vornic

@@ -1,4 +1,4 @@
-// Keyboards of the kernel as libevdev and libudev see them.
+// Keyboards as the kernel and libudev tell of them.
 
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "Vornic/linux/keys/EvdevKeyTap.h"
@@ -62,6 +62,16 @@ class EvdevLiveTest : public ::testing::Test {
     std::vector<std::int64_t> released;
     std::vector<std::uint64_t> times;
 };
+
+TEST_F(EvdevLiveTest, hearsWhatAnOverrunHasChangedAndNothingThatIsDoubtful) {
+    keyboards.plug(5);
+    ASSERT_TRUE(tap.start());
+    keyboards.send(5, KEY_A, 1, clock.nanos());
+    keyboards.overrun(5, KEY_B, clock.nanos());
+    listenToEverything(5);
+    EXPECT_THAT(pressed, ElementsAre(0)) << "A, and no B";
+    EXPECT_THAT(released, ElementsAre(0)) << "for it is up by now";
+}
 
 TEST_F(EvdevLiveTest, hearsKeysWithTheKernelsTimeStamps) {
     keyboards.plug(5);

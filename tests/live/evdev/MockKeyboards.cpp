@@ -123,19 +123,36 @@ void MockKeyboards::setReadable(int number, bool readable) {
                     fs::perms(readable ? 0666 : 0600));
 }
 
+namespace {
+
+input_event eventAt(std::uint64_t nanos, int type, int code, std::int32_t value) {
+    input_event event{};
+    event.input_event_sec = static_cast<decltype(event.input_event_sec)>(nanos / 1'000'000'000);
+    event.input_event_usec =
+        static_cast<decltype(event.input_event_usec)>(nanos % 1'000'000'000 / 1000);
+    event.type = static_cast<decltype(event.type)>(type);
+    event.code = static_cast<decltype(event.code)>(code);
+    event.value = value;
+    return event;
+}
+
+} // namespace
+
 void MockKeyboards::send(int number, std::uint16_t code, std::int32_t value, std::uint64_t nanos) {
-    std::array<input_event, 2> events{};
-    for (input_event& event : events) {
-        event.input_event_sec = static_cast<decltype(event.input_event_sec)>(nanos / 1'000'000'000);
-        event.input_event_usec =
-            static_cast<decltype(event.input_event_usec)>(nanos % 1'000'000'000 / 1000);
-    }
-    events[0].type = EV_KEY;
-    events[0].code = code;
-    events[0].value = value;
-    events[1].type = EV_SYN;
+    write(number,
+          std::array{eventAt(nanos, EV_KEY, code, value), eventAt(nanos, EV_SYN, SYN_REPORT, 0)});
+}
+
+void MockKeyboards::overrun(int number, std::uint16_t code, std::uint64_t nanos) {
+    write(number,
+          std::array{eventAt(nanos, EV_SYN, SYN_DROPPED, 0), eventAt(nanos, EV_KEY, code, 1),
+                     eventAt(nanos, EV_SYN, SYN_REPORT, 0)});
+}
+
+void MockKeyboards::write(int number, std::span<const input_event> events) {
     const int descriptor = umockdev_testbed_get_dev_fd(testbed_.get(), node(number).c_str());
-    if (::write(descriptor, events.data(), sizeof events) != static_cast<ssize_t>(sizeof events)) {
+    if (::write(descriptor, events.data(), events.size_bytes()) !=
+        static_cast<ssize_t>(events.size_bytes())) {
         throw std::runtime_error("the keyboard takes no events");
     }
 }

@@ -2,10 +2,12 @@
 
 #include "tests/support/ScratchFolder.h"
 
+#include <linux/input.h>
 #include <umockdev.h>
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 namespace vornic {
@@ -29,7 +31,13 @@ class MockKeyboards {
     /// One key event as the kernel would tell it, stamped `nanos`, cut to microseconds.
     void send(int number, std::uint16_t code, std::int32_t value, std::uint64_t nanos);
 
+    /// Says that events were lost, and a press of `code` among what is still there. Asked then, the
+    /// keyboard says that no key is down.
+    void overrun(int number, std::uint16_t code, std::uint64_t nanos);
+
   private:
+    void write(int number, std::span<const input_event> events);
+
     struct Release {
         void operator()(UMockdevTestbed* testbed) const { g_object_unref(testbed); }
     };
