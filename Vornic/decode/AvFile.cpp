@@ -3,16 +3,24 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavformat/avio.h>
 #include <libavutil/dict.h>
 #include <libavutil/log.h>
+#include <libavutil/mem.h>
 #include <libavutil/samplefmt.h>
 }
 
+#include <unistd.h>
+
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace vornic {
 
@@ -59,9 +67,58 @@ bool isKnown(AVSampleFormat packed) {
            packed == AV_SAMPLE_FMT_DBL;
 }
 
-} // namespace
+int descriptorOf(void* opaque) {
+    return *static_cast<const int*>(opaque);
+}
 
-AvFile::AvFile() : frame_(av_frame_alloc()), packet_(av_packet_alloc()) {
+int readSome(void* opaque, std::uint8_t* into, int size) {
+    const ssize_t got = ::read(descriptorOf(opaque), into, static_cast<std::size_t>(size));
+    return got > 0 ? static_cast<int>(got) : AVERROR_EOF;
+}
+
+std::int64_t seek(void* opaque, std::int64_t offset, int whence) {
+    const int descriptor = descriptorOf(opaque);
+    if ((whence & AVSEEK_SIZE) == 0) {
+        return ::lseek(descriptor, offset, whence & ~AVSEEK_FORCE);
+    }
+    const off_t here = ::lseek(descriptor, 0, SEEK_CUR);
+    const off_t size = ::lseek(descriptor, 0, SEEK_END);
+    ::lseek(descriptor, here, SEEK_SET);
+    return size;
+}
+
+class AvFile final : public AudioStream {
+  public:
+    explicit AvFile(int descriptor);
+    ~AvFile() override;
+    AvFile(const AvFile&) = delete;
+    AvFile& operator=(const AvFile&) = delete;
+
+    /// False for what cannot be read.
+    bool open();
+
+    double rate() const override { return codec_->sample_rate; }
+    std::optional<double> seconds() const override;
+    Next read(std::vector<float>& mono) override;
+
+  private:
+    Next receive(std::vector<float>& mono);
+    int feed();
+    bool mix(std::vector<float>& mono) const;
+
+    int descriptor_;
+    AVIOContext* input_ = nullptr;
+    AVFormatContext* format_ = nullptr;
+    AVCodecContext* codec_ = nullptr;
+    AVFrame* frame_ = nullptr;
+    AVPacket* packet_ = nullptr;
+    int stream_ = -1;
+    bool isDrained_ = false;
+    bool hasEnded_ = false;
+};
+
+AvFile::AvFile(int descriptor)
+    : descriptor_(descriptor), frame_(av_frame_alloc()), packet_(av_packet_alloc()) {
     // What the libraries have to say about a file is for nobody; whether it can be read is told.
     av_log_set_level(AV_LOG_QUIET);
 }
@@ -71,13 +128,29 @@ AvFile::~AvFile() {
     av_frame_free(&frame_);
     avcodec_free_context(&codec_);
     avformat_close_input(&format_);
+    if (input_ != nullptr) {
+        av_freep(&input_->buffer);
+        avio_context_free(&input_);
+    }
 }
 
-bool AvFile::open(const std::string& file) {
+bool AvFile::open() {
+    constexpr int bufferSize = 32768;
+    auto* const buffer = static_cast<unsigned char*>(av_malloc(bufferSize));
+    input_ = buffer == nullptr
+                 ? nullptr
+                 : avio_alloc_context(buffer, bufferSize, 0, &descriptor_, readSome, nullptr, seek);
+    format_ = avformat_alloc_context();
+    if (input_ == nullptr || format_ == nullptr || ::lseek(descriptor_, 0, SEEK_SET) != 0) {
+        return false;
+    }
+    format_->pb = input_;
+    format_->flags |= AVFMT_FLAG_CUSTOM_IO;
     AVDictionary* options = nullptr;
     av_dict_set(&options, "format_whitelist", formats, 0);
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
-    const int opened = avformat_open_input(&format_, ("file:" + file).c_str(), nullptr, &options);
+    // A file may name others, which are not read.
+    av_dict_set(&options, "protocol_whitelist", "none", 0);
+    const int opened = avformat_open_input(&format_, nullptr, nullptr, &options);
     av_dict_free(&options);
     if (opened < 0 || frame_ == nullptr || packet_ == nullptr ||
         avformat_find_stream_info(format_, nullptr) < 0) {
@@ -99,17 +172,23 @@ bool AvFile::open(const std::string& file) {
            avcodec_open2(codec_, decoder, nullptr) >= 0 && codec_->sample_rate > 0;
 }
 
-double AvFile::rate() const {
-    return codec_->sample_rate;
+std::optional<double> AvFile::seconds() const {
+    return format_->duration > 0 ? std::optional(static_cast<double>(format_->duration) /
+                                                 static_cast<double>(AV_TIME_BASE))
+                                 : std::nullopt;
 }
 
-double AvFile::seconds() const {
-    return format_->duration > 0
-               ? static_cast<double>(format_->duration) / static_cast<double>(AV_TIME_BASE)
-               : -1.0;
+AudioStream::Next AvFile::read(std::vector<float>& mono) {
+    Next next = Next::end;
+    do {
+        mono.clear();
+        next = hasEnded_ ? Next::end : receive(mono);
+    } while (next == Next::block && mono.empty());
+    hasEnded_ = hasEnded_ || next == Next::end;
+    return next;
 }
 
-AvFile::Next AvFile::read(std::vector<float>& mono) {
+AudioStream::Next AvFile::receive(std::vector<float>& mono) {
     for (;;) {
         const int received = avcodec_receive_frame(codec_, frame_);
         if (received >= 0) {
@@ -162,9 +241,17 @@ bool AvFile::mix(std::vector<float>& mono) const {
             sum += isPlanar ? sampleAt(packed, frame_->extended_data[c], i)
                             : sampleAt(packed, frame_->extended_data[0], i * count + c);
         }
-        mono[i] = sum / static_cast<float>(count);
+        const float mean = sum / static_cast<float>(count);
+        mono[i] = std::isfinite(mean) ? mean : 0.0F;
     }
     return true;
+}
+
+} // namespace
+
+std::unique_ptr<AudioStream> openAvFile(int descriptor) {
+    auto file = std::make_unique<AvFile>(descriptor);
+    return file->open() ? std::move(file) : nullptr;
 }
 
 } // namespace vornic

@@ -1,59 +1,77 @@
-// Decodes an audio file that the program itself does not know: writes a DecodedHeader and then mono
-// floats to its standard output. A process of its own, so that a hostile file harms nothing else;
-// ends with 0 only when everything was decoded.
-//
-//   vornic-decode FILE
+// Decodes the audio file that is its standard input: writes a DecodedHeader and then mono floats to
+// its standard output. All files that others made come through here: a process of its own that can
+// do nothing else, so that a hostile one harms nothing. Ends with 0 only when everything was
+// decoded.
 
+#ifdef VORNIC_LIBAV
 #include "Vornic/decode/AvFile.h"
+#endif
+#include "Vornic/decode/Sandbox.h"
 #include "Vornic/recording/DecodedHeader.h"
+#include "VornicCore/audiofiles/SoundFile.h"
 
-#include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <span>
 #include <vector>
 
+namespace vornic {
 namespace {
 
-void limit(decltype(RLIMIT_AS) resource, rlim_t most) {
-    const rlimit limits{most, most};
-    setrlimit(resource, &limits);
+/// Without the standard library's streams, which ask about what they write to.
+bool write(std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
+        if (written <= 0) {
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
-template <typename Value>
-bool write(const Value* values, std::size_t count) {
-    return std::fwrite(values, sizeof(Value), count, stdout) == count;
+std::unique_ptr<AudioStream> open(int descriptor) {
+    std::unique_ptr<AudioStream> stream = openSoundFile(descriptor);
+#ifdef VORNIC_LIBAV
+    if (stream == nullptr) {
+        stream = openAvFile(descriptor);
+    }
+#endif
+    return stream;
+}
+
+bool decode() {
+    const std::unique_ptr<AudioStream> stream = open(STDIN_FILENO);
+    if (stream == nullptr) {
+        return false;
+    }
+    DecodedHeader header;
+    header.rate = stream->rate();
+    header.seconds = stream->seconds().value_or(header.seconds);
+    if (!write(std::as_bytes(std::span(&header, 1)))) {
+        return false;
+    }
+    std::vector<float> mono;
+    AudioStream::Next next = stream->read(mono);
+    while (next == AudioStream::Next::block && write(std::as_bytes(std::span(mono)))) {
+        next = stream->read(mono);
+    }
+    return next == AudioStream::Next::end;
 }
 
 } // namespace
+} // namespace vornic
 
-int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fputs("usage: vornic-decode FILE\n", stderr);
+int main(int argc, char** /*argv*/) {
+    if (argc != 1 || ::lseek(STDIN_FILENO, 0, SEEK_SET) != 0) {
+        std::fputs("usage: vornic-decode < FILE\n", stderr);
         return EXIT_FAILURE;
     }
-    // Far more than a recording needs, and little enough to do no harm.
-    limit(RLIMIT_AS, rlim_t{1} << 30U);
-    limit(RLIMIT_CPU, 120);
-    limit(RLIMIT_FSIZE, 0);
-    limit(RLIMIT_CORE, 0);
-
-    using vornic::AvFile;
-    AvFile file;
-    if (!file.open(argv[1])) {
-        return EXIT_FAILURE;
-    }
-    vornic::DecodedHeader header;
-    header.rate = file.rate();
-    header.seconds = file.seconds();
-    if (!write(&header, 1)) {
-        return EXIT_FAILURE;
-    }
-    std::vector<float> mono;
-    AvFile::Next next = file.read(mono);
-    while (next == AvFile::Next::block && write(mono.data(), mono.size())) {
-        next = file.read(mono);
-    }
-    return next == AvFile::Next::end && std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool succeeded = vornic::enterSandbox() && vornic::decode();
+    // Nothing of the libraries' own endings, which may ask for more than is allowed.
+    _exit(succeeded ? EXIT_SUCCESS : EXIT_FAILURE);
 }

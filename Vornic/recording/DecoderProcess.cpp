@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,34 +27,66 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 constexpr std::size_t blockSamples = 4096;
+constexpr int pipeBytes = 1 << 20; // as much as everybody may have
 constexpr double lowestRate = 1000;
 constexpr double highestRate = 768000;
 /// How often a wait looks whether it is to stop, and how long the helper may think in silence.
 constexpr auto lookInterval = 50ms;
 constexpr auto longestSilence = 20s;
 
+/// A regular file, open for reading; -1 for anything else. Opening a pipe or a device could wait
+/// for ever.
+int openRegularFile(const fs::path& file) {
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    struct stat status{};
+    if (descriptor >= 0 && (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))) {
+        ::close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
+/// Starts `program` with `input` and `output` as its standard input and output, and nothing else of
+/// this process: no environment, no signals blocked. -1 where that fails.
+pid_t spawn(std::string program, int input, int output) {
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawnattr_t attributes{};
+    posix_spawnattr_init(&attributes);
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&attributes, &signals);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+    std::array<char*, 2> arguments{program.data(), nullptr};
+    std::array<char*, 1> environment{nullptr};
+    pid_t process = -1;
+    if (posix_spawn(&process, program.c_str(), &actions, &attributes, arguments.data(),
+                    environment.data()) != 0) {
+        process = -1;
+    }
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    return process;
+}
+
 /// The helper and the pipe that it writes to.
 class Helper {
   public:
     Helper(const fs::path& program, const fs::path& file) {
+        const int input = openRegularFile(file);
         std::array<int, 2> pipe{-1, -1};
-        if (::pipe2(pipe.data(), O_CLOEXEC) != 0) {
-            return;
+        if (input >= 0 && ::pipe2(pipe.data(), O_CLOEXEC) == 0) {
+            // Where many wait for the processor, few long turns are sooner done than many short
+            // ones.
+            ::fcntl(pipe[1], F_SETPIPE_SZ, pipeBytes);
+            process_ = spawn(program.string(), input, pipe[1]);
+            ::close(pipe[1]);
+            output_ = pipe[0];
         }
-        posix_spawn_file_actions_t actions{};
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_adddup2(&actions, pipe[1], STDOUT_FILENO);
-        std::string name = program.string();
-        std::string argument = file.string();
-        std::array<char*, 3> arguments{name.data(), argument.data(), nullptr};
-        if (posix_spawn(&process_, name.c_str(), &actions, nullptr, arguments.data(), environ) !=
-            0) {
-            process_ = -1;
-        }
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(pipe[1]);
-        output_ = pipe[0];
+        ::close(input);
     }
 
     ~Helper() {
@@ -166,9 +199,7 @@ fs::path findDecoder(const fs::path& program) {
 
 std::unique_ptr<AudioStream> openWithDecoder(const fs::path& decoder, const fs::path& file,
                                              std::stop_token stop) {
-    std::error_code ignored;
-    // Opening a pipe or a device could wait for ever.
-    if (decoder.empty() || !fs::is_regular_file(file, ignored)) {
+    if (decoder.empty()) {
         return nullptr;
     }
     auto helper = std::make_unique<Helper>(decoder, file);

@@ -2,7 +2,6 @@
 
 #include "Vornic/recording/DecoderProcess.h"
 #include "VornicCore/audiofiles/MonoResampler.h"
-#include "VornicCore/audiofiles/SoundFile.h"
 #include "VornicCore/base/SampleRate.h"
 
 #include <algorithm>
@@ -16,8 +15,7 @@ namespace {
 
 constexpr const char* unknownFormat = "It is no audio file that Vornic knows.";
 constexpr const char* withoutDecoder =
-    "It is no audio file that Vornic knows; M4A and AAC need the helper vornic-decode, which is "
-    "not installed.";
+    "Audio files are read by the helper vornic-decode, which is not installed.";
 constexpr const char* damaged = "It is damaged or cut short.";
 constexpr const char* stopped = "The import was cancelled.";
 constexpr const char* silent = "It holds no sound.";
@@ -40,10 +38,9 @@ double shareOf(double secondsRead, std::optional<double> length, double longest)
 } // namespace
 
 RecordingRead readRecording(const std::filesystem::path& file, const ReadOptions& options) {
-    std::unique_ptr<AudioStream> stream = openSoundFile(file);
-    if (stream == nullptr) {
-        stream = openWithDecoder(options.decoder, file, options.stop);
-    }
+    // Never in this process, which hears keys: a file may come from anybody.
+    const std::unique_ptr<AudioStream> stream =
+        openWithDecoder(options.decoder, file, options.stop);
     if (stream == nullptr) {
         return failure(options.stop.stop_requested() ? stopped
                        : options.decoder.empty()     ? withoutDecoder

@@ -19,7 +19,7 @@ struct RecordingRead {
 };
 
 struct ReadOptions {
-    /// The helper for further formats; empty: there is none.
+    /// The helper that decodes; empty: there is none, and nothing can be read.
     std::filesystem::path decoder;
     /// Told now and then how much has been read, 0 to 1, as far as the file says how long it is.
     /// On the calling thread.
@@ -29,7 +29,7 @@ struct ReadOptions {
     double longestSeconds = 600.0;
 };
 
-/// Reads a recording: what `loadAudio` knows, and M4A and its like with the helper. Any thread.
+/// Reads a recording with the helper: what `loadAudio` knows, and M4A and its like. Thread: any.
 RecordingRead readRecording(const std::filesystem::path& file, const ReadOptions& options);
 
 } // namespace vornic

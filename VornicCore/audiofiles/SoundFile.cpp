@@ -1,12 +1,14 @@
 #include "VornicCore/audiofiles/SoundFile.h"
 
+#include <fcntl.h>
 #include <sndfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -30,10 +32,9 @@ using Sound = std::unique_ptr<SNDFILE, CloseSound>;
 // Chunked files say their own length at the start. The decoder quietly plays what is left of one
 // that was cut short, so the length is compared here; a few bytes of disagreement are common and
 // harmless, and writers to a pipe leave 0 or a number near the largest.
-bool isCutShort(const fs::path& path) {
+bool isCutShort(int descriptor) {
     std::array<char, 8> head{};
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream.read(head.data(), head.size())) {
+    if (::pread(descriptor, head.data(), head.size(), 0) != static_cast<ssize_t>(head.size())) {
         return true;
     }
     const std::string_view kind(head.data(), 4);
@@ -46,10 +47,41 @@ bool isCutShort(const fs::path& path) {
         claimed = (claimed << 8U) | static_cast<unsigned char>(head[place]);
     }
     constexpr std::uint32_t unknownFrom = 0x7ffff000;
-    constexpr std::uintmax_t slack = 8;
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(path, error);
-    return error || (claimed < unknownFrom && claimed > size + slack);
+    constexpr off_t slack = 8;
+    const off_t size = ::lseek(descriptor, 0, SEEK_END);
+    return size < 0 || (claimed < unknownFrom && off_t{claimed} > size + slack);
+}
+
+int descriptorOf(void* user) {
+    return *static_cast<const int*>(user);
+}
+
+// The decoder's own ways ask the system for more than a closely watched process may.
+SF_VIRTUAL_IO readingOnly() {
+    return {
+        .get_filelen = [](void* user) -> sf_count_t {
+            const off_t here = ::lseek(descriptorOf(user), 0, SEEK_CUR);
+            const off_t length = ::lseek(descriptorOf(user), 0, SEEK_END);
+            ::lseek(descriptorOf(user), here, SEEK_SET);
+            return length;
+        },
+        .seek = [](sf_count_t offset, int whence, void* user) -> sf_count_t {
+            return ::lseek(descriptorOf(user), offset, whence);
+        },
+        .read = [](void* into, sf_count_t count, void* user) -> sf_count_t {
+            sf_count_t got = 0;
+            while (got < count) {
+                const ssize_t more = ::read(descriptorOf(user), static_cast<char*>(into) + got,
+                                            static_cast<std::size_t>(count - got));
+                if (more <= 0) {
+                    break;
+                }
+                got += more;
+            }
+            return got;
+        },
+        .write = [](const void*, sf_count_t, void*) -> sf_count_t { return 0; },
+        .tell = [](void* user) -> sf_count_t { return ::lseek(descriptorOf(user), 0, SEEK_CUR); }};
 }
 
 bool isReadable(const SF_INFO& info) {
@@ -72,9 +104,33 @@ void mixDown(std::span<const float> block, std::size_t channels, std::vector<flo
 
 class SoundFile final : public AudioStream {
   public:
-    SoundFile(Sound sound, const SF_INFO& info)
-        : sound_(std::move(sound)), info_(info), left_(info.frames),
-          block_(static_cast<std::size_t>(blockFrames) * static_cast<std::size_t>(info.channels)) {}
+    enum class Closes : bool { no, yes };
+
+    SoundFile(int descriptor, Closes closes) : descriptor_(descriptor), closes_(closes) {}
+    ~SoundFile() override {
+        sound_.reset();
+        if (closes_ == Closes::yes) {
+            ::close(descriptor_);
+        }
+    }
+    SoundFile(const SoundFile&) = delete;
+    SoundFile& operator=(const SoundFile&) = delete;
+
+    /// False for what cannot be read.
+    bool open() {
+        if (isCutShort(descriptor_) || ::lseek(descriptor_, 0, SEEK_SET) != 0) {
+            return false;
+        }
+        SF_VIRTUAL_IO io = readingOnly();
+        sound_.reset(sf_open_virtual(&io, SFM_READ, &info_, &descriptor_));
+        if (!sound_ || !isReadable(info_)) {
+            return false;
+        }
+        left_ = info_.frames;
+        block_.resize(static_cast<std::size_t>(blockFrames) *
+                      static_cast<std::size_t>(info_.channels));
+        return true;
+    }
 
     double rate() const override { return info_.samplerate; }
 
@@ -100,27 +156,32 @@ class SoundFile final : public AudioStream {
     }
 
   private:
+    int descriptor_;
+    Closes closes_;
     Sound sound_;
-    SF_INFO info_;
-    sf_count_t left_; // frames
+    SF_INFO info_{};
+    sf_count_t left_ = 0; // frames
     std::vector<float> block_;
     bool hasFailed_ = false;
 };
 
 } // namespace
 
+std::unique_ptr<AudioStream> openSoundFile(int descriptor) {
+    auto file = std::make_unique<SoundFile>(descriptor, SoundFile::Closes::no);
+    return file->open() ? std::move(file) : nullptr;
+}
+
 std::unique_ptr<AudioStream> openSoundFile(const fs::path& file) {
-    std::error_code error;
     // Opening a pipe or a device could wait for ever.
-    if (!fs::is_regular_file(file, error) || isCutShort(file)) {
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) {
         return nullptr;
     }
-    SF_INFO info{};
-    Sound sound(sf_open(file.c_str(), SFM_READ, &info));
-    if (!sound || !isReadable(info)) {
-        return nullptr;
-    }
-    return std::make_unique<SoundFile>(std::move(sound), info);
+    auto sound = std::make_unique<SoundFile>(descriptor, SoundFile::Closes::yes);
+    struct stat status{};
+    const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return isFile && sound->open() ? std::move(sound) : nullptr;
 }
 
 } // namespace vornic

@@ -131,6 +131,7 @@ class ModelFixture : public ::testing::Test {
         options.settingsFile = scratch / "config/settings.json";
         options.boards = scratch / "data/Boards";
         options.samples = scratch / "data/Samples";
+        options.decoder = VORNIC_DECODER;
         return options;
     }
     Platform platform() {

@@ -27,6 +27,11 @@ class SliceCommandTest : public testing::Test {
         writeWAV(typing.samples(), file_);
     }
 
+    static SliceReport slice(SliceRequest request) {
+        request.decoder = VORNIC_DECODER;
+        return sliceFile(request);
+    }
+
     ScratchFolder folder_;
     std::filesystem::path file_ = folder_ / "typing.wav";
 };
@@ -40,7 +45,7 @@ std::vector<std::string> namesOf(const SliceReport& report) {
 }
 
 TEST_F(SliceCommandTest, reportsEveryStrokeInOrderOfOnsetsWithItsPlaceAmongTheBest) {
-    const Json json = Json::parse(reportAsJson(sliceFile({.file = file_})));
+    const Json json = Json::parse(reportAsJson(slice({.file = file_})));
     EXPECT_EQ(json.size(), 2U);
     EXPECT_EQ(json.at("found"), 4);
     const Json& strokes = json.at("strokes");
@@ -69,7 +74,7 @@ TEST_F(SliceCommandTest, keepsTheOrderOfTheMembers) {
 }
 
 TEST_F(SliceCommandTest, writesTheChosenStrokesFinished) {
-    const SliceReport report = sliceFile({.file = file_, .out = folder_ / "a/b"});
+    const SliceReport report = slice({.file = file_, .out = folder_ / "a/b"});
     EXPECT_EQ(namesOf(report),
               (std::vector<std::string>{"stroke-01.wav", "stroke-02.wav", "stroke-04.wav"}));
     const auto strokes = Slicer::strokes(loadAudio(file_).value(), 48000);
@@ -79,24 +84,24 @@ TEST_F(SliceCommandTest, writesTheChosenStrokesFinished) {
 }
 
 TEST_F(SliceCommandTest, writesAllStrokesWhenAskedTo) {
-    const SliceReport report = sliceFile({.file = file_, .all = true, .out = folder_ / "out"});
+    const SliceReport report = slice({.file = file_, .all = true, .out = folder_ / "out"});
     EXPECT_EQ(namesOf(report), (std::vector<std::string>{"stroke-01.wav", "stroke-02.wav",
                                                          "stroke-03.wav", "stroke-04.wav"}));
 }
 
 TEST_F(SliceCommandTest, writesNothingUnlessAskedTo) {
-    EXPECT_TRUE(sliceFile({.file = file_, .all = true}).files.empty());
+    EXPECT_TRUE(slice({.file = file_, .all = true}).files.empty());
 }
 
 TEST_F(SliceCommandTest, saysWhyThereIsNothingToChooseFrom) {
     writeWAV(std::vector<float>(48000), file_);
-    const SliceReport silent = sliceFile({.file = file_});
+    const SliceReport silent = slice({.file = file_});
     EXPECT_TRUE(silent.strokes.empty());
     EXPECT_EQ(
         silent.remarks,
         std::vector<std::string>{"No keystrokes found. Press keys one at a time, a little apart."});
     writeWAV(TypingNoise(1, 48000, 1e-3F).hit(0.96, 0.3F).samples(), file_);
-    const SliceReport noisy = sliceFile({.file = file_, .out = folder_ / "out"});
+    const SliceReport noisy = slice({.file = file_, .out = folder_ / "out"});
     EXPECT_EQ(noisy.strokes.size(), 1U);
     EXPECT_TRUE(noisy.files.empty());
     EXPECT_EQ(noisy.remarks,
@@ -108,7 +113,7 @@ TEST_F(SliceCommandTest, saysWhichFileItCannotReadOrWrite) {
     EXPECT_THROW(
         {
             try {
-                sliceFile({.file = folder_.write("text.wav", "no sound")});
+                slice({.file = folder_.write("text.wav", "no sound")});
             } catch (const std::runtime_error& error) {
                 const std::string message = error.what();
                 EXPECT_NE(message.find("text.wav: Couldn't read that file. It is no audio file"),
@@ -118,12 +123,12 @@ TEST_F(SliceCommandTest, saysWhichFileItCannotReadOrWrite) {
             }
         },
         std::runtime_error);
-    EXPECT_THROW(sliceFile({.file = file_, .out = folder_.write("file", "") / "x"}),
+    EXPECT_THROW(slice({.file = file_, .out = folder_.write("file", "") / "x"}),
                  std::runtime_error);
 }
 
 TEST_F(SliceCommandTest, printsATableWithoutJson) {
-    const std::string text = reportAsText(sliceFile({.file = file_}));
+    const std::string text = reportAsText(slice({.file = file_}));
     EXPECT_NE(text.find("  0.300 s"), std::string::npos) << text;
     EXPECT_TRUE(text.ends_with("4 keystrokes found\n")) << text;
 }

@@ -38,7 +38,7 @@ class FileImportTest : public testing::Test {
     QueueScheduler scheduler_;
     std::vector<double> shares_;
     std::vector<FileImport::Outcome> outcomes_;
-    FileImport import_{scheduler_, {}};
+    FileImport import_{scheduler_, VORNIC_DECODER};
 };
 
 TEST_F(FileImportTest, makesASessionNamedAfterTheFile) {

@@ -1,0 +1,136 @@
+// The real helper, started as the program starts it.
+
+#include "Vornic/recording/DecoderProcess.h"
+#include "Vornic/recording/ReadRecording.h"
+#include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/audiofiles/WriteWav.h"
+#include "VornicCore/base/SplitMix64.h"
+#include "tests/support/ProcessMemory.h"
+#include "tests/support/Required.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/TypingNoise.h"
+#include "tests/support/WaitFor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sndfile.h>
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace vornic {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::SizeIs;
+
+class DecodeProgramTest : public testing::Test {
+  protected:
+    static RecordingRead read(const fs::path& file) {
+        ReadOptions options;
+        options.decoder = VORNIC_DECODER;
+        return readRecording(file, options);
+    }
+
+    fs::path write(const std::string& name, int format) const {
+        const std::vector<float> samples =
+            TypingNoise(2, 48000, 1e-3F).hit(0.3, 0.2F).hit(1.1, 0.8F).samples();
+        SF_INFO info{};
+        info.samplerate = 48000;
+        info.channels = 1;
+        info.format = format;
+        const fs::path file = folder_ / name;
+        SNDFILE* const sound = sf_open(file.c_str(), SFM_WRITE, &info);
+        EXPECT_NE(sound, nullptr) << name;
+        sf_writef_float(sound, samples.data(), static_cast<sf_count_t>(samples.size()));
+        sf_close(sound);
+        return file;
+    }
+
+    /// Longer than any pipe: whoever decodes it waits until it is read.
+    fs::path longFile() const {
+        const fs::path file = folder_ / "long.wav";
+        writeWAV(std::vector<float>(48000 * 60), file);
+        return file;
+    }
+
+    static std::vector<pid_t> decoders() { return processesOf(VORNIC_DECODER); }
+
+    ScratchFolder folder_;
+};
+
+TEST_F(DecodeProgramTest, readsWhatTheProgramItselfCouldRead) {
+    const std::map<std::string, int> formats{{"a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16},
+                                             {"b.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT},
+                                             {"a.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24},
+                                             {"a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16},
+                                             {"a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS},
+                                             {"a.opus", SF_FORMAT_OGG | SF_FORMAT_OPUS},
+                                             {"a.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III}};
+    for (const auto& [name, format] : formats) {
+        const fs::path file = write(name, format);
+        EXPECT_EQ(required(read(file).samples), required(loadAudio(file))) << name;
+    }
+}
+
+TEST_F(DecodeProgramTest, hasTheFileAndNothingElse) {
+    const fs::path file = longFile();
+    const auto stream = openWithDecoder(VORNIC_DECODER, file);
+    ASSERT_NE(stream, nullptr);
+    ASSERT_THAT(decoders(), SizeIs(1));
+    const fs::path process = fs::path("/proc") / std::to_string(decoders()[0]);
+    EXPECT_EQ(readBytes(process / "environ"), "");
+    EXPECT_THAT(readBytes(process / "status"), HasSubstr("\nNoNewPrivs:\t1\n"));
+    EXPECT_THAT(readBytes(process / "status"), HasSubstr("\nSeccomp:\t2\n"));
+    std::map<std::string, std::string> open;
+    for (const fs::directory_entry& entry : fs::directory_iterator(process / "fd")) {
+        open.emplace(entry.path().filename(), fs::read_symlink(entry.path()));
+    }
+    EXPECT_THAT(open, ElementsAre(Pair("0", file.string()), Pair("1", HasSubstr("pipe:")),
+                                  Pair("2", "/dev/null")));
+    EXPECT_EQ(readBytes(process / "cmdline"), std::string(VORNIC_DECODER) + '\0')
+        << "no file's name";
+}
+
+TEST_F(DecodeProgramTest, isGoneAtOnceWhenItIsNotWantedAnyMore) {
+    auto stream = openWithDecoder(VORNIC_DECODER, longFile());
+    ASSERT_THAT(decoders(), SizeIs(1));
+    stream.reset();
+    EXPECT_THAT(decoders(), IsEmpty());
+}
+
+TEST_F(DecodeProgramTest, endsWithAnErrorAndNothingElseForHostileFiles) {
+    const std::string good = readBytes(write("good.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16));
+    SplitMix64 random(20);
+    for (const std::string& start :
+         {std::string("RIFF\xff\xff\xff\x7fWAVEfmt "), std::string("fLaC\0\0\0\x22", 8),
+          std::string("OggS\0\x02", 6), std::string("ID3\x04\0\0\x7f\x7f\x7f\x7f", 10),
+          std::string("FORM\x7f\xff\xff\xf0"
+                      "AIFFCOMM"),
+          std::string("\0\0\0\x20"
+                      "ftypM4A ",
+                      12),
+          good.substr(0, good.size() / 3)}) {
+        std::string file = start;
+        for (int byte = 0; byte < 5000; ++byte) {
+            file.push_back(static_cast<char>(random.next(256)));
+        }
+        const RecordingRead result = read(folder_.write("hostile", file));
+        if (result.samples) {
+            EXPECT_LT(result.samples->size(), 600U * 48000U);
+        } else {
+            EXPECT_THAT(result.remark,
+                        testing::AnyOf("It is no audio file that Vornic knows.",
+                                       "It is damaged or cut short.", "It holds no sound."));
+        }
+        EXPECT_THAT(decoders(), IsEmpty());
+    }
+}
+
+} // namespace
+} // namespace vornic
