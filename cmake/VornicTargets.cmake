@@ -6,7 +6,7 @@ add_library(vornic_precompiled_std OBJECT "${CMAKE_SOURCE_DIR}/cmake/empty.cpp")
 target_precompile_headers(vornic_precompiled_std PRIVATE
     <algorithm> <array> <atomic> <chrono> <cmath> <cstdint> <filesystem> <functional> <limits> <map>
     <memory> <numbers> <optional> <set> <span> <string> <string_view> <utility> <variant> <vector>)
-target_link_libraries(vornic_precompiled_std PRIVATE vornic_warnings)
+target_link_libraries(vornic_precompiled_std PRIVATE vornic_warnings vornic_hardening)
 
 # vornic_precompiled(TARGET HEADERS): HEADERS is std or test. A precompiled header only fits what is
 # compiled with the same options, so targets with options of their own do without.
@@ -20,7 +20,7 @@ function(vornic_library name)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}")
     target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES}
-                          PRIVATE vornic_warnings ${ARG_PRIVATE_LIBRARIES})
+                          PRIVATE vornic_warnings vornic_hardening ${ARG_PRIVATE_LIBRARIES})
     vornic_precompiled(${name} std)
 endfunction()
 
