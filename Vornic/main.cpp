@@ -34,6 +34,8 @@
 #include "Vornic/typing/KeySource.h"
 #include "Vornic/views/Presence.h"
 
+#include <sys/resource.h>
+
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QTimer>
@@ -268,10 +270,20 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const 
     return application;
 }
 
+/// No file with the program's memory, in which the last keys may be, when it crashes. The program
+/// stays one that may be looked at: the desktop's portals refuse to serve any other.
+void writeNoCore() {
+    // Not 0, which the kernel passes over where it hands a core to another program instead.
+    constexpr rlim_t none = 1;
+    const rlimit limits{none, none};
+    setrlimit(RLIMIT_CORE, &limits);
+}
+
 } // namespace
 } // namespace vornic
 
 int main(int argc, char** argv) {
+    vornic::writeNoCore();
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto request = vornic::readCommandLine(
         arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));

@@ -2,6 +2,7 @@
 
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/BoardTransfer.h"
+#include "VornicCore/realtime/Forget.h"
 
 #include <algorithm>
 #include <chrono>
@@ -134,6 +135,8 @@ void AppModel::connect() {
     timers_.push_back(platform_.scheduler.every(200ms, [this] {
         if (activity_.refresh(platform_.clock.seconds())) {
             onActivity();
+            // Keys came by here to be shown.
+            forgetStack();
         }
     }));
 }

@@ -18,6 +18,10 @@ class EventSource {
     /// Delivers every waiting event. A source whose other side is gone gives up its descriptor
     /// here, since that would stay readable for ever.
     virtual void dispatch() = 0;
+
+    /// Overwrites what it still holds of events that it has delivered: asked for when nothing has
+    /// come for a while. False when events came meanwhile, and it has to be asked again.
+    virtual bool forget() { return true; }
 };
 
 } // namespace vornic

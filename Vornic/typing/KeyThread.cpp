@@ -2,6 +2,7 @@
 
 #include "VornicCore/base/ThisThread.h"
 #include "VornicCore/realtime/Fatal.h"
+#include "VornicCore/realtime/Forget.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,6 +19,9 @@
 namespace vornic {
 
 namespace {
+
+/// Long enough that nobody who types waits for it, and no longer than a key may be remembered.
+constexpr int quietMillis = 500;
 
 void prepare(int descriptor) {
     ::fcntl(descriptor, F_SETFL, O_NONBLOCK);
@@ -101,20 +105,35 @@ void KeyThread::waitAndDispatch() {
         // Descriptors below zero are ignored, as poll says.
         waits.push_back({.fd = source->fileDescriptor(), .events = POLLIN, .revents = 0});
     }
-    if (::poll(waits.data(), waits.size(), -1) < 0) {
+    const int ready = ::poll(waits.data(), waits.size(), hasHeard_ ? quietMillis : -1);
+    if (ready < 0) {
         require(errno == EINTR || errno == EAGAIN, "the key thread cannot wait");
+        return;
+    }
+    if (ready == 0) {
+        hasHeard_ = !forget();
         return;
     }
     for (std::size_t index = 0; index < sources.size(); ++index) {
         const bool watched = std::ranges::find(sources_, sources[index]) != sources_.end();
         if (waits[index + 1].revents != 0 && watched) {
             sources[index]->dispatch();
+            hasHeard_ = true;
         }
     }
     // Keys first: posted work can wait.
     if (waits.front().revents != 0) {
         runPosted();
     }
+}
+
+bool KeyThread::forget() {
+    bool all = true;
+    for (EventSource* const source : sources_) {
+        all = source->forget() && all;
+    }
+    forgetStack();
+    return all;
 }
 
 void KeyThread::runPosted() {

@@ -11,7 +11,8 @@ namespace vornic {
 
 /// The thread on which keys are read and played. It waits for event sources and for posted work and
 /// runs everything here, one thing at a time, so that nothing that the interface thread does can
-/// delay a key. It takes the lowest real-time priority where the system grants that, and does
+/// delay a key. When no key has come for half a second, what is left of the last ones is
+/// overwritten. It takes the lowest real-time priority where the system grants that, and does
 /// without where not. Thread: main, where nothing else is said.
 class KeyThread {
   public:
@@ -36,12 +37,14 @@ class KeyThread {
   private:
     void run();
     void waitAndDispatch();
+    bool forget();
     void runPosted();
 
     int wakeRead_ = -1;
     int wakeWrite_ = -1;
     std::vector<EventSource*> sources_; // key thread
     bool stopping_ = false;             // key thread
+    bool hasHeard_ = false;             // key thread; since it last forgot
     std::mutex mutex_;                  // guards posted_
     std::vector<std::function<void()>> posted_;
     std::thread thread_;

@@ -1,5 +1,7 @@
 #include "Vornic/typing/TypingActivity.h"
 
+#include "VornicCore/realtime/Forget.h"
+
 #include <cstddef>
 
 namespace vornic {
@@ -22,6 +24,9 @@ bool TypingActivity::refresh(double seconds) {
     typing_ = lastKey_ && seconds - *lastKey_ < typingSeconds;
     const std::size_t letGo = std::erase_if(
         pressed_, [&](const auto& key) { return seconds - key.second >= longestPress; });
+    if (lastCode_ && !typing_ && !pressed_.contains(*lastCode_)) {
+        forget(lastCode_);
+    }
     return typing_ != before || letGo > 0;
 }
 

@@ -26,7 +26,8 @@ class TypingActivity {
     /// Whether a key went down less than a quarter of a second ago, as of the last refresh.
     bool typing() const { return typing_; }
 
-    /// The key that went down last; absent before the first.
+    /// The key that went down last, while it is down or somebody types: nobody needs it longer, and
+    /// what is not kept cannot be read.
     std::optional<std::int64_t> lastCode() const { return lastCode_; }
 
     /// When it went down, seconds of the monotonic clock.

@@ -2,6 +2,7 @@
 
 #include "Vornic/linux/keys/KeyAccess.h"
 #include "Vornic/linux/keys/KeyboardKind.h"
+#include "VornicCore/realtime/Forget.h"
 
 #include <sys/epoll.h>
 #include <unistd.h>
@@ -161,6 +162,12 @@ void EvdevKeyTap::dispatch() {
     if (devices_.changed() || gone) {
         list();
     }
+}
+
+bool EvdevKeyTap::forget() {
+    vornic::forget(waitingKeys_);
+    repeated_.reset();
+    return true;
 }
 
 bool EvdevKeyTap::read(Keyboard& keyboard, std::vector<HeardKey>& heard) {

@@ -39,6 +39,7 @@ class EvdevKeyTap final : public KeyTap {
     TapState refresh() override;
     int fileDescriptor() const override { return waiting_; }
     void dispatch() override;
+    bool forget() override;
 
     /// "2 of 3 keyboards".
     std::string description() const override;

@@ -19,7 +19,8 @@ class RepeatedKeys {
     bool isRepetition(std::uint32_t keyboard, bool isVirtual, std::uint32_t code, bool down,
                       std::uint64_t nanos);
 
-    void reset() { recent_.clear(); }
+    /// Keeps no event: those that lie longer back than `windowNanos` are not needed.
+    void reset() { std::deque<Original>().swap(recent_); }
 
   private:
     struct Original {

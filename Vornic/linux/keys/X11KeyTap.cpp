@@ -123,7 +123,29 @@ void X11KeyTap::dispatch() {
     }
 }
 
+bool X11KeyTap::forget() {
+    if (!connection_) {
+        return true;
+    }
+    // What the server sends is read into one buffer of the connection, where the last keys stay
+    // until something else takes their place: an answer that is longer than the buffer, about
+    // nobody.
+    xcb_connection_t* const server = connection_->get();
+    const xcb_setup_t* const setup = xcb_get_setup(server);
+    const X11Owned<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
+        server,
+        xcb_get_keyboard_mapping(
+            server, setup->min_keycode,
+            static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1)),
+        nullptr));
+    // Keys may have come in with the answer.
+    const std::uint64_t before = heard_;
+    dispatch();
+    return heard_ == before;
+}
+
 void X11KeyTap::handle(const xcb_generic_event_t& event) {
+    ++heard_;
     if (event.response_type != XCB_GE_GENERIC) {
         return;
     }

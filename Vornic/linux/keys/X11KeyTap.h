@@ -31,6 +31,7 @@ class X11KeyTap final : public KeyTap {
     TapState refresh() override;
     int fileDescriptor() const override;
     void dispatch() override;
+    bool forget() override;
     std::string description() const override;
 
   private:
@@ -43,6 +44,7 @@ class X11KeyTap final : public KeyTap {
     std::string display_;
     std::unique_ptr<X11Connection> connection_;
     std::uint8_t inputOpcode_ = 0;
+    std::uint64_t heard_ = 0; // events
 };
 
 } // namespace vornic

@@ -24,6 +24,23 @@ TEST(TypingActivity, aKeyCountsForAQuarterOfASecond) {
     EXPECT_EQ(activity.lastKey(), 10.0);
 }
 
+TEST(TypingActivity, forgetsTheLastKeyWhenNobodyTypesAndItIsUp) {
+    TypingActivity activity;
+    activity.keyDown(49, 10.0);
+    activity.keyUp(49);
+    activity.refresh(10.2);
+    EXPECT_EQ(activity.lastCode(), 49);
+    activity.refresh(10.25);
+    EXPECT_EQ(activity.lastCode(), std::nullopt);
+    EXPECT_EQ(activity.lastKey(), 10.0);
+    activity.keyDown(49, 11.0);
+    activity.refresh(12.0);
+    EXPECT_EQ(activity.lastCode(), 49) << "a key that is held is lit";
+    activity.keyUp(49);
+    activity.refresh(12.2);
+    EXPECT_EQ(activity.lastCode(), std::nullopt);
+}
+
 TEST(TypingActivity, knowsWhichKeysAreDown) {
     TypingActivity activity;
     activity.keyDown(49, 10.0);

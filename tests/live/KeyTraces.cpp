@@ -1,0 +1,192 @@
+#include "tests/live/KeyTraces.h"
+
+#include "Vornic/linux/keys/EvdevKeyCodes.h"
+#include "VornicCore/keys/KeyLayout.h"
+#include "VornicCore/keys/KeyboardLayout.h"
+#include "VornicCore/realtime/EventRing.h"
+#include "VornicCore/sampler/SamplerCore.h"
+#include "tests/support/ProcessMemory.h"
+
+#include <linux/input.h>
+#include <xcb/xinput.h>
+#include <xcb/xproto.h>
+
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <optional>
+#include <vector>
+
+namespace vornic {
+
+namespace {
+
+constexpr int keycodeOffset = 8;
+
+/// What a voice of a key is recognised by.
+struct SoundOfKey {
+    int key;
+    double share; // right gain over left gain
+    double rate;  // without the strokes' variety
+};
+
+class Search {
+  public:
+    explicit Search(const PressedKeys& pressed) : pressed_(pressed) {
+        for (const int key : pressed.keys) {
+            const std::int64_t code = virtualKeyCode(static_cast<std::uint32_t>(key));
+            codes_[code] = key;
+            const auto ears =
+                SamplerCore::ears(1.0F, KeyLayout::pan(code, 1.0, layout(LayoutID::macANSI)));
+            sounds_.push_back({.key = key,
+                               .share = static_cast<double>(ears.right / ears.left),
+                               .rate = static_cast<double>(KeyLayout::rate(code))});
+        }
+    }
+
+    void look(std::span<const std::byte> bytes) {
+        for (std::size_t at = 0; at + longest <= bytes.size(); at += alignment) {
+            const std::byte* const here = bytes.data() + at;
+            windowSystemEvent(here);
+            gainsAndRate(here);
+            if (at % sizeof(std::uint64_t) == 0) {
+                kernelEvent(here);
+                playRequest(here);
+                voice(here);
+                postedKey(here);
+            }
+        }
+    }
+
+    /// A pointer stands before many small numbers, so that one key after one proves nothing; three
+    /// of the keys after the same one do.
+    KeyTraces found() {
+        constexpr std::size_t proof = 3;
+        for (const auto& [owner, keys] : keysByOwner_) {
+            if (keys.size() >= proof) {
+                traces_["a key in a message to another thread"].insert(keys.begin(), keys.end());
+            }
+        }
+        return traces_;
+    }
+
+  private:
+    static constexpr std::size_t alignment = 4;
+    static constexpr std::size_t longest = 64; // bytes of the longest thing looked for
+
+    template <typename Value>
+    static Value at(const std::byte* place) {
+        Value value;
+        std::memcpy(&value, place, sizeof value);
+        return value;
+    }
+
+    void note(const char* kind, int key) { traces_[kind].insert(key); }
+
+    [[nodiscard]] bool wasThen(std::uint64_t nanos) const {
+        return nanos >= pressed_.from && nanos <= pressed_.until;
+    }
+
+    /// The window system's clock counts milliseconds of the monotonic clock, in 32 bits.
+    [[nodiscard]] bool wasThenInMillis(std::uint32_t millis) const {
+        constexpr std::uint64_t nanosPerMilli = 1'000'000;
+        const auto since = static_cast<std::uint32_t>(
+            millis - static_cast<std::uint32_t>(pressed_.from / nanosPerMilli));
+        return since <= (pressed_.until - pressed_.from) / nanosPerMilli;
+    }
+
+    void windowSystemEvent(const std::byte* here) {
+        // From its time on, since the first bytes of what is freed are overwritten.
+        constexpr std::size_t time = offsetof(xcb_input_raw_key_press_event_t, time);
+        constexpr std::size_t detail = offsetof(xcb_input_raw_key_press_event_t, detail);
+        constexpr std::size_t source = offsetof(xcb_input_raw_key_press_event_t, sourceid);
+        const int rawKey = at<int>(here + detail - time) - keycodeOffset;
+        if (pressed_.keys.contains(rawKey) && wasThenInMillis(at<std::uint32_t>(here)) &&
+            at<std::uint16_t>(here + source - time) < 64) {
+            note("a raw event of the window system", rawKey);
+        }
+        const auto event = at<xcb_key_press_event_t>(here);
+        const int key = event.detail - keycodeOffset;
+        const int type = event.response_type & 0x7f;
+        if ((type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) && pressed_.keys.contains(key) &&
+            wasThenInMillis(event.time)) {
+            note("a key event of the window system", key);
+        }
+    }
+
+    void kernelEvent(const std::byte* here) {
+        const auto event = at<input_event>(here);
+        const std::uint64_t nanos =
+            static_cast<std::uint64_t>(event.input_event_sec) * 1'000'000'000U +
+            static_cast<std::uint64_t>(event.input_event_usec) * 1'000U;
+        if (event.type == EV_KEY && pressed_.keys.contains(event.code) && wasThen(nanos)) {
+            note("an event of the kernel", event.code);
+        }
+    }
+
+    void playRequest(const std::byte* here) {
+        const auto event = at<vornic_event>(here);
+        if (event.samples != nullptr && wasThen(event.nanos)) {
+            if (const auto key = keyOf(event.gain_left, event.gain_right, event.rate)) {
+                note("a play request", *key);
+            }
+        }
+    }
+
+    void voice(const std::byte* here) {
+        const auto rate = at<double>(here);
+        if (const auto key = keyOf(at<float>(here + sizeof rate),
+                                   at<float>(here + sizeof rate + sizeof(float)), rate)) {
+            note("a voice", *key);
+        }
+    }
+
+    void gainsAndRate(const std::byte* here) {
+        if (const auto key = keyOf(at<float>(here), at<float>(here + sizeof(float)),
+                                   static_cast<double>(at<float>(here + 2 * sizeof(float))))) {
+            note("gains and rate of a voice", *key);
+        }
+    }
+
+    [[nodiscard]] std::optional<int> keyOf(float left, float right, double rate) const {
+        constexpr double variety = 0.04;
+        if (!(rate > 1 - variety && rate < 1 + variety && left > 0.1F && left < 2.0F &&
+              right > 0.1F && right < 2.0F)) {
+            return std::nullopt;
+        }
+        const double share = static_cast<double>(right / left);
+        for (const SoundOfKey& sound : sounds_) {
+            if (std::fabs(share / sound.share - 1) < 1e-6 &&
+                std::fabs(rate / sound.rate - 1) < variety) {
+                return sound.key;
+            }
+        }
+        return std::nullopt;
+    }
+
+    void postedKey(const std::byte* here) {
+        const auto owner = at<std::uint64_t>(here);
+        const auto found = codes_.find(at<std::int64_t>(here + sizeof owner));
+        const auto down = at<std::uint8_t>(here + 2 * sizeof owner);
+        if (owner > 0xffff && found != codes_.end() && down <= 1) {
+            keysByOwner_[owner].insert(found->second);
+        }
+    }
+
+    PressedKeys pressed_;
+    std::map<std::int64_t, int> codes_;
+    std::vector<SoundOfKey> sounds_;
+    std::map<std::uint64_t, std::set<int>> keysByOwner_;
+    KeyTraces traces_;
+};
+
+} // namespace
+
+KeyTraces keyTracesIn(pid_t process, const PressedKeys& pressed) {
+    Search search(pressed);
+    readMemory(process,
+               [&](std::uint64_t, std::span<const std::byte> bytes) { search.look(bytes); });
+    return search.found();
+}
+
+} // namespace vornic
