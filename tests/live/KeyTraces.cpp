@@ -38,14 +38,17 @@ class Search {
             codes_[code] = key;
             const auto ears =
                 SamplerCore::ears(1.0F, KeyLayout::pan(code, 1.0, layout(LayoutID::macANSI)));
-            sounds_.push_back({.key = key,
-                               .share = static_cast<double>(ears.right / ears.left),
-                               .rate = static_cast<double>(KeyLayout::rate(code))});
+            // Equal numbers, as in the middle of the board, are everywhere.
+            if (ears.left != ears.right) {
+                sounds_.push_back({.key = key,
+                                   .share = static_cast<double>(ears.right / ears.left),
+                                   .rate = static_cast<double>(KeyLayout::rate(code))});
+            }
         }
     }
 
     void look(std::span<const std::byte> bytes) {
-        for (std::size_t at = 0; at + longest <= bytes.size(); at += alignment) {
+        for (std::size_t at = alignment * 2; at + longest <= bytes.size(); at += alignment) {
             const std::byte* const here = bytes.data() + at;
             windowSystemEvent(here);
             gainsAndRate(here);
@@ -58,13 +61,14 @@ class Search {
         }
     }
 
-    /// A pointer stands before many small numbers, so that one key after one proves nothing; three
-    /// of the keys after the same one do.
+    /// A pointer before a small number proves nothing, and tables list all keys after it. Several
+    /// of the pressed keys, and hardly any other, do.
     KeyTraces found() {
         constexpr std::size_t proof = 3;
-        for (const auto& [owner, keys] : keysByOwner_) {
-            if (keys.size() >= proof) {
-                traces_["a key in a message to another thread"].insert(keys.begin(), keys.end());
+        for (const auto& [owner, numbers] : numbersAfter_) {
+            if (numbers.pressed.size() >= proof && numbers.others.size() < proof) {
+                traces_["a key in a message to another thread"].insert(numbers.pressed.begin(),
+                                                                       numbers.pressed.end());
             }
         }
         return traces_;
@@ -100,16 +104,23 @@ class Search {
         constexpr std::size_t time = offsetof(xcb_input_raw_key_press_event_t, time);
         constexpr std::size_t detail = offsetof(xcb_input_raw_key_press_event_t, detail);
         constexpr std::size_t source = offsetof(xcb_input_raw_key_press_event_t, sourceid);
+        constexpr std::size_t flags = offsetof(xcb_input_raw_key_press_event_t, flags);
+        constexpr std::uint16_t mostDevices = 64;
         const int rawKey = at<int>(here + detail - time) - keycodeOffset;
         if (pressed_.keys.contains(rawKey) && wasThenInMillis(at<std::uint32_t>(here)) &&
-            at<std::uint16_t>(here + source - time) < 64) {
+            at<std::uint16_t>(here + source - time) < mostDevices &&
+            (at<std::uint32_t>(here + flags - time) &
+             ~std::uint32_t{XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT}) == 0) {
             note("a raw event of the window system", rawKey);
         }
         const auto event = at<xcb_key_press_event_t>(here);
         const int key = event.detail - keycodeOffset;
         const int type = event.response_type & 0x7f;
-        if ((type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) && pressed_.keys.contains(key) &&
-            wasThenInMillis(event.time)) {
+        constexpr xcb_window_t mostRoots = 0x10000;
+        const bool isWhole =
+            event.root != 0 && event.root < mostRoots && event.same_screen <= 1 && event.pad0 == 0;
+        if (isWhole && (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) &&
+            pressed_.keys.contains(key) && wasThenInMillis(event.time)) {
             note("a key event of the window system", key);
         }
     }
@@ -165,18 +176,37 @@ class Search {
     }
 
     void postedKey(const std::byte* here) {
+        constexpr std::uint64_t lowestPointer = 0x10000;
+        constexpr std::uint64_t mostKeys = 128;
+        // A block of the heap that is just large enough begins here: its size stands before it.
+        constexpr std::uint64_t sizeAndFlags = 0x20;
+        constexpr std::uint64_t flags = 7;
+        if ((at<std::uint64_t>(here - sizeof(std::uint64_t)) & ~flags) != sizeAndFlags) {
+            return;
+        }
         const auto owner = at<std::uint64_t>(here);
-        const auto found = codes_.find(at<std::int64_t>(here + sizeof owner));
+        const auto number = at<std::uint64_t>(here + sizeof owner);
         const auto down = at<std::uint8_t>(here + 2 * sizeof owner);
-        if (owner > 0xffff && found != codes_.end() && down <= 1) {
-            keysByOwner_[owner].insert(found->second);
+        if (owner < lowestPointer || number >= mostKeys || down > 1) {
+            return;
+        }
+        const auto found = codes_.find(static_cast<std::int64_t>(number));
+        if (found != codes_.end()) {
+            numbersAfter_[owner].pressed.insert(found->second);
+        } else {
+            numbersAfter_[owner].others.insert(number);
         }
     }
+
+    struct Numbers {
+        std::set<int> pressed;
+        std::set<std::uint64_t> others;
+    };
 
     PressedKeys pressed_;
     std::map<std::int64_t, int> codes_;
     std::vector<SoundOfKey> sounds_;
-    std::map<std::uint64_t, std::set<int>> keysByOwner_;
+    std::map<std::uint64_t, Numbers> numbersAfter_;
     KeyTraces traces_;
 };
 
