@@ -21,8 +21,9 @@ struct RenderedBoard {
     std::vector<std::string> messages;
 };
 
-/// What a bank holds at most, in frames: 64 MB, six times what the largest built-in board takes.
-/// Up to three are in memory at once: what plays, what it is compared with, and what it replaces.
+/// What a bank holds at most, in frames: 64 MB, over three times what the largest built-in board
+/// takes. Up to three are in memory at once: what plays, what it is compared with, and what it
+/// replaces.
 inline constexpr std::size_t mostBankFrames = std::size_t{16} << 20;
 
 /// How `buildBoard` works.
