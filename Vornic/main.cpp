@@ -142,7 +142,9 @@ std::vector<std::string> withoutBoardFile(std::vector<std::string> arguments,
 
 RunEnd run(const RunRequest& request, QCoreApplication& application) {
     JournalLog log;
-    QuitSignals quit([&application] { application.quit(); });
+    // Not as the user quits it: that closes the windows, and closing the welcome would count as
+    // having seen it.
+    QuitSignals quit([] { QCoreApplication::exit(); });
     MonotonicClock clock;
     QtScheduler scheduler;
 
@@ -198,21 +200,26 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
         application.quit();
     };
     presence.views().adapter().onRelaunch = relaunch;
-    copy.answer([&model, &presence, &log, relaunch](const RunningCopy::Words& words) {
-        if (words == RunningCopy::Words{"relaunch"}) {
-            relaunch();
-            return ControlAnswer{0, "Vornic starts again."};
-        }
-        return control(model, words, [&presence, &log] {
-            log.info("Another start was sent here");
+    Control control(model, scheduler, [&presence, &log] {
+        log.info("Another start was sent here");
+        presence.comeForward();
+    });
+    copy.answer(
+        [&control, relaunch](const RunningCopy::Words& words, const RunningCopy::Reply& reply) {
+            if (words == RunningCopy::Words{"relaunch"}) {
+                reply({0, "Vornic starts again."});
+                relaunch();
+                return;
+            }
+            control.run(words, reply);
+        });
+    if (request.open) {
+        model.previewBoard(*request.open, [&model, &presence, &log](const std::string& problem) {
+            if (problem.empty()) {
+                log.info("Looking at the board " + model.preview()->name);
+            }
             presence.comeForward();
         });
-    });
-    if (request.open) {
-        if (model.previewBoard(*request.open)) {
-            log.info("Looking at the board " + model.preview()->name);
-        }
-        presence.comeForward();
     }
     if (request.gallery) {
         presence.views().openGallery();
@@ -225,7 +232,9 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
         takePictures(presence.views(), *request.snapshot, log, application);
     }
     const int status = QCoreApplication::exec();
-    copy.answer([](const RunningCopy::Words&) { return ControlAnswer{1, "Vornic is ending."}; });
+    copy.answer([](const RunningCopy::Words&, const RunningCopy::Reply& reply) {
+        reply({1, "Vornic is ending."});
+    });
     log.info(model.voiceReport());
     return {status, again};
 }

@@ -16,15 +16,17 @@ using namespace std::chrono_literals;
 
 AppModel::AppModel(Platform platform, Options options)
     : platform_(std::move(platform)), options_(std::move(options)),
+      fileWork_(platform_.scheduler),
       watches_{{Silence::microphone, &platform_.microphone},
                {Silence::password, &platform_.secureInput}} {
     watches_.insert(watches_.end(), platform_.quiet.begin(), platform_.quiet.end());
 }
 
 AppModel::~AppModel() {
-    if (settingsFile_) {
-        if (const std::error_code error = settingsFile_->write()) {
-            platform_.log.warning("Couldn't save the settings: " + error.message());
+    if (files_) {
+        writeFiles();
+        if (const std::string problem = files_->finish(); !problem.empty()) {
+            platform_.log.warning(problem);
         }
     }
     for (const WatchedReason& watched : watches_) {
@@ -51,6 +53,8 @@ void AppModel::start() {
 }
 
 void AppModel::loadFiles() {
+    files_ = std::make_unique<FileWriter>(platform_.scheduler,
+                                          [this](const std::string& problem) { fail(problem); });
     settingsFile_ = std::make_unique<SettingsFile>(options_.settingsFile);
     settings_ = settingsFile_->settings();
     firstStart_ = settingsFile_->fresh();
@@ -62,7 +66,8 @@ void AppModel::loadFiles() {
         packs_, options_.samples, [this](const std::string& problem) {
             platform_.scheduler.post([&log = platform_.log, problem] { log.warning(problem); });
         });
-    store_ = std::make_unique<BoardStore>(packs_, options_.boards);
+    store_ = std::make_unique<BoardStore>(
+        packs_, options_.boards, [this](FileChange change) { return follow(std::move(change)); });
     for (const auto& problems : {settingsFile_->problems(), store_->problems()}) {
         for (const std::string& problem : problems) {
             fail(problem);
@@ -161,61 +166,6 @@ bool AppModel::selectNeighbour(int places) {
     return selectBoard(boards_[static_cast<std::size_t>(at)].id);
 }
 
-bool AppModel::exportBoard(const std::filesystem::path& to) {
-    return board() != nullptr && transfer([&] { vornic::exportBoard(*board(), *library_, to); });
-}
-
-bool AppModel::importBoard(const std::filesystem::path& from) {
-    return transfer([&] { selectBoard(vornic::importBoard(from, *store_, *library_).id); });
-}
-
-bool AppModel::previewBoard(const std::filesystem::path& from) {
-    return transfer([&] {
-        Preview fresh{from, openBoardFile(from, *library_)};
-        dropPreview();
-        preview_ = std::move(fresh);
-        ++previews_;
-        player_->tryOut(preview_->opened.board);
-        onChange();
-    });
-}
-
-bool AppModel::keepPreview() {
-    if (!preview_ || !importBoard(preview_->file)) {
-        return false;
-    }
-    dropPreview();
-    return true;
-}
-
-void AppModel::dropPreview() {
-    if (preview_) {
-        player_->endTrial();
-        if (board() == nullptr) {
-            // There is nothing to go back to.
-            played_ = {};
-            publish();
-        }
-        for (const std::string& id : preview_->opened.samples) {
-            library_->removeUser(id);
-        }
-        preview_.reset();
-        ++previews_;
-        onChange();
-    }
-}
-
-bool AppModel::transfer(const std::function<void()>& work) {
-    try {
-        work();
-        return true;
-    } catch (const BoardTransferError& problem) {
-        platform_.log.warning(problem.whole());
-        showError(problem.what());
-        return false;
-    }
-}
-
 void AppModel::boardChanged(BoardEditor::Change change) {
     boards_ = store_->all();
     ++boardRevision_;
@@ -243,6 +193,9 @@ void AppModel::boardChanged(BoardEditor::Change change) {
     } else {
         played_ = {};
         publish();
+    }
+    if (change == BoardEditor::Change::selected) {
+        writeFiles();
     }
     onChange();
 }

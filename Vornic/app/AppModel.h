@@ -6,8 +6,10 @@
 #include "Vornic/app/Platform.h"
 #include "Vornic/app/SettingsFile.h"
 #include "Vornic/app/StudioState.h"
+#include "Vornic/library/BackgroundWork.h"
 #include "Vornic/library/BoardStore.h"
 #include "Vornic/library/BoardTransfer.h"
+#include "Vornic/library/FileWriter.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "Vornic/quiet/QuietRules.h"
 #include "Vornic/recording/SoundMaker.h"
@@ -25,12 +27,13 @@
 #include <set>
 #include <span>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace vornic {
 
 /// The state of the running program and the owner of everything that turns keys into sound. The
-/// views read and edit it. Main thread; the way of the keys has a thread of its own (LiveKeys).
+/// views read and edit it. Thread: main; the way of the keys has a thread of its own (LiveKeys).
 class AppModel {
   public:
     using Options = ModelOptions;
@@ -73,24 +76,32 @@ class AppModel {
     void newBoard() { editor_->newBoard(); }
     void renameBoard(const std::string& name) { editor_->renameBoard(name); }
     void deleteBoard() { editor_->deleteBoard(); }
-    /// Writes the current board and the user's samples in it into a board file; false, with
-    /// `lastError`, when that failed.
-    bool exportBoard(const std::filesystem::path& to);
-    /// Makes the board of a board file one of the user's, and current; false, with `lastError`,
-    /// when nothing was added.
-    bool importBoard(const std::filesystem::path& from);
 
-    /// Looks at the board of a board file: from then on keys play it, while nothing of it is kept,
-    /// until `keepPreview` or `dropPreview`. False, with `lastError`, when it cannot be read.
-    bool previewBoard(const std::filesystem::path& from);
+    // Board files, one at a time, on a thread of their own. What goes wrong shows in `lastError`
+    // and goes to `done`, which otherwise gets an empty text.
+
+    using Done = std::function<void(const std::string& problem)>;
+    /// Whether a board file is being read or written, or what it brought is being kept.
+    bool busyWithFile() const { return fileWork_.running(); }
+    /// Ends the reading or writing, as a further one does. What is being kept is kept.
+    void cancelFile();
+    /// Writes the current board and the user's samples in it into a board file.
+    void exportBoard(const std::filesystem::path& to, Done done = {});
+    /// Makes the board of a board file one of the user's, and current.
+    void importBoard(const std::filesystem::path& from, Done done = {});
+
+    /// Looks at the board of a board file: once it is read keys play it, while nothing of it is
+    /// kept, until `keepPreview` or `dropPreview`.
+    void previewBoard(const std::filesystem::path& from, Done done = {});
     /// The board that is looked at; null when there is none.
-    const Board* preview() const { return preview_ ? &preview_->opened.board : nullptr; }
+    const Board* preview() const { return preview_ ? &preview_->board : nullptr; }
     /// How many recordings the file brings along.
-    std::size_t previewRecordings() const { return preview_ ? preview_->opened.samples.size() : 0; }
+    std::size_t previewRecordings() const { return preview_ ? preview_->samples.size() : 0; }
     /// Counts the changes from one such board to another, or to none.
     std::size_t previews() const { return previews_; }
-    /// Imports the board that is looked at; false, with `lastError`, when that failed.
-    bool keepPreview();
+    /// Makes the board that is looked at, as it was opened, one of the user's, and current.
+    void keepPreview(Done done = {});
+    /// Nothing while it is being kept.
     void dropPreview();
 
     /// The board that keys play; null before the first render.
@@ -117,8 +128,9 @@ class AppModel {
     const SoundMaker& recorder() const { return *recorder_; }
     /// What the user chooses strokes from; absent most of the time.
     const std::optional<ImportSession>& importSession() const { return recorder_->session(); }
-    /// Cuts `samples` (48 kHz mono) and opens a session, or says why there is nothing to choose.
-    void startSession(std::span<const float> samples, const std::string& name);
+    /// Cuts `samples` (48 kHz mono) and, some milliseconds later, opens a session or says why there
+    /// is nothing to choose.
+    void startSession(std::vector<float> samples, const std::string& name);
     /// Keeps the ticked strokes and adds a sound made of them to the current board, as one edit;
     /// its id. None, and no edit, when nothing was ticked or there is no session. Without a board
     /// the session stays.
@@ -127,6 +139,10 @@ class AppModel {
     void cancelImport();
     /// Makes every key of the current board play one of its sounds, as one edit.
     void useForAllKeys(const std::string& sound);
+
+    /// Hands over at once what the files lack, and calls `done` when the disk has it: with an empty
+    /// text, or else with a sentence about what it would not take.
+    void whenWritten(std::function<void(const std::string& problem)> done);
 
     // Settings. Each counts at once; the file has it within some tenths of a second.
 
@@ -208,9 +224,17 @@ class AppModel {
     void chooseFirstBoard();
     void connect();
     void change(const std::function<void(Settings&)>& what);
-    void writeSettings();
+    std::error_code follow(FileChange change);
+    void followSoon();
+    void writeFiles();
     void boardChanged(BoardEditor::Change change);
-    bool transfer(const std::function<void()>& work);
+    void readFile(const std::filesystem::path& from, std::function<void(OpenedBoard)> opened,
+                  Done done);
+    void keep(const OpenedBoard& opened, const std::function<void(bool kept)>& ended);
+    void startFileWork(BackgroundWork::Work work, Done done);
+    void endFileWork(const std::optional<BoardTransferError>& problem);
+    bool refusesFiles(const Done& done) const;
+    void forget(const OpenedBoard& opened);
     void rememberBoard();
     void refreshQuiet();
     void refreshDevice();
@@ -225,18 +249,20 @@ class AppModel {
 
     Platform platform_;
     Options options_;
+    std::unique_ptr<FileWriter> files_;
+    /// Changes of boards that wait to be handed to `files_`, at most one for each file.
+    std::vector<FileChange> waiting_;
     std::unique_ptr<SettingsFile> settingsFile_;
     /// What counts: the settings, and for this run what the command line says.
     Settings settings_;
     std::vector<SoundPack> packs_;
     std::shared_ptr<SampleLibrary> library_;
     std::unique_ptr<BoardStore> store_;
-    struct Preview {
-        std::filesystem::path file;
-        OpenedBoard opened;
-    };
-    std::optional<Preview> preview_;
+    std::optional<OpenedBoard> preview_;
     std::size_t previews_ = 0;
+    bool keeping_ = false; // what is running is keeping
+    BackgroundWork fileWork_;
+    Done fileDone_;
     std::unique_ptr<BoardEditor> editor_;
     std::vector<Board> boards_;
     StudioState studio_;
@@ -265,7 +291,7 @@ class AppModel {
     std::unique_ptr<BoardPlayer> player_;
     std::unique_ptr<SoundMaker> recorder_;
     std::vector<std::unique_ptr<Scheduler::Timer>> timers_;
-    std::unique_ptr<Scheduler::Timer> writing_; // runs while settings wait to be written
+    std::unique_ptr<Scheduler::Timer> writing_; // runs while changes wait to be handed over
 };
 
 } // namespace vornic

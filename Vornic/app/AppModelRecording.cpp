@@ -3,6 +3,8 @@
 #include "Vornic/app/AppModel.h"
 #include "Vornic/recording/OwnSound.h"
 
+#include <utility>
+
 namespace vornic {
 
 void AppModel::makeRecorder() {
@@ -19,8 +21,8 @@ void AppModel::makeRecorder() {
             .noted = [this](const std::string& note) { platform_.log.warning(note); }});
 }
 
-void AppModel::startSession(std::span<const float> samples, const std::string& name) {
-    recorder_->startSession(samples, name);
+void AppModel::startSession(std::vector<float> samples, const std::string& name) {
+    recorder_->startSession(std::move(samples), name);
 }
 
 std::optional<std::string> AppModel::finishImport() {

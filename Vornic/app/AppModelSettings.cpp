@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <system_error>
+#include <utility>
 
 namespace vornic {
 
@@ -17,18 +17,41 @@ void AppModel::change(const std::function<void(Settings&)>& what) {
     Settings kept = settingsFile_->settings();
     what(kept);
     settingsFile_->set(kept);
-    // Every step of a slider comes here, and to wait for the disk at each would make it stutter.
-    if (settingsFile_->unwritten() && !writing_) {
-        writing_ = platform_.scheduler.after(300ms, [this] { writeSettings(); });
-    }
+    followSoon();
     onChange();
 }
 
-void AppModel::writeSettings() {
-    writing_.reset();
-    if (const std::error_code error = settingsFile_->write()) {
-        fail("Couldn't save the settings: " + error.message());
+std::error_code AppModel::follow(FileChange change) {
+    const auto former = std::ranges::find(waiting_, change.file, &FileChange::file);
+    if (former != waiting_.end()) {
+        *former = std::move(change);
+    } else {
+        waiting_.push_back(std::move(change));
     }
+    followSoon();
+    return {}; // What fails is told by the writer.
+}
+
+/// Every step of a slider comes here; it is a third of a second that a kill can cost.
+void AppModel::followSoon() {
+    if (!writing_ && (!waiting_.empty() || settingsFile_->unwritten())) {
+        writing_ = platform_.scheduler.after(300ms, [this] { writeFiles(); });
+    }
+}
+
+void AppModel::writeFiles() {
+    writing_.reset();
+    std::vector<FileChange> changes = std::exchange(waiting_, {});
+    // Behind the boards: the settings name one of them.
+    if (std::optional<FileChange> settings = settingsFile_->takeChange()) {
+        changes.push_back(*std::move(settings));
+    }
+    files_->write(std::move(changes));
+}
+
+void AppModel::whenWritten(std::function<void(const std::string& problem)> done) {
+    writeFiles();
+    files_->whenWritten(std::move(done));
 }
 
 void AppModel::setSoundsOn(bool on) {

@@ -2,16 +2,15 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <charconv>
-#include <cmath>
-#include <optional>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace vornic {
 
 namespace {
-
-using Words = RunningCopy::Words;
 
 std::string number(double value) {
     return nlohmann::json(value).dump();
@@ -19,11 +18,6 @@ std::string number(double value) {
 
 std::string boardLine(const Board& board) {
     return board.id + " " + board.name;
-}
-
-ControlAnswer switchSounds(AppModel& model, bool on) {
-    model.setSoundsOn(on);
-    return {0, model.statusLine()};
 }
 
 std::string idsOf(const std::vector<Board>& boards) {
@@ -34,40 +28,12 @@ std::string idsOf(const std::vector<Board>& boards) {
     return ids;
 }
 
-ControlAnswer chooseBoard(AppModel& model, const Words& words) {
-    if (words.size() == 2) {
-        const std::string& which = words[1];
-        const bool found = which == "next"       ? model.selectNeighbour(1)
-                           : which == "previous" ? model.selectNeighbour(-1)
-                                                 : model.selectBoard(which);
-        if (!found) {
-            return {1,
-                    "There is no board \"" + which + "\". Boards: " + idsOf(model.boards()) + "."};
-        }
-    }
-    if (model.board() == nullptr) {
-        return {1, "There is no board."};
-    }
-    return {0, boardLine(*model.board())};
-}
-
 std::optional<double> volumeFrom(const std::string& text) {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     const bool whole = error == std::errc() && end == text.data() + text.size();
     // Written so that what is no number is refused too.
     return whole && value >= 0 && value <= 1 ? std::optional(value) : std::nullopt;
-}
-
-ControlAnswer setVolume(AppModel& model, const Words& words) {
-    if (words.size() == 2) {
-        const std::optional<double> volume = volumeFrom(words[1]);
-        if (!volume) {
-            return {1, "The volume is a number from 0 to 1."};
-        }
-        model.setVolume(*volume);
-    }
-    return {0, number(model.volume())};
 }
 
 std::string_view tapWord(TapState state) {
@@ -150,36 +116,136 @@ std::string statusAsJson(const AppModel& model) {
     return status.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
-ControlAnswer control(AppModel& model, const Words& words, const std::function<void()>& activate) {
+Control::Control(AppModel& model, Scheduler& scheduler, std::function<void()> activate)
+    : model_(model), scheduler_(scheduler), activate_(std::move(activate)) {}
+
+void Control::run(const Words& words, const RunningCopy::Reply& reply) {
+    const bool isBoard = words.size() == 2 && words[0] == "board";
+    if (!isBoard) {
+        settle();
+    }
+    if (words.size() == 2 && words[0] == "open") {
+        open(words[1], reply);
+        return;
+    }
+    const ControlAnswer said = answer(words);
+    const bool changes = isBoard || (words.size() == 2 && words[0] == "volume") ||
+                         words == Words{"on"} || words == Words{"off"} || words == Words{"toggle"};
+    if (said.status != 0 || !changes) {
+        reply(said);
+        return;
+    }
+    if (waiting_.empty()) {
+        // Behind what has arrived already, so that one turn answers all of it.
+        scheduler_.post([this, alive = std::weak_ptr(alive_)] {
+            if (!alive.expired()) {
+                answerWhenWritten();
+            }
+        });
+    }
+    waiting_.push_back({said, reply});
+}
+
+void Control::settle() {
+    if (const auto chosen = std::exchange(chosen_, std::nullopt)) {
+        model_.selectBoard(*chosen);
+    }
+}
+
+void Control::answerWhenWritten() {
+    settle();
+    model_.whenWritten([waiting = std::exchange(waiting_, {})](const std::string& problem) {
+        for (const Waiting& each : waiting) {
+            each.reply(problem.empty() ? each.answer : ControlAnswer{1, problem});
+        }
+    });
+}
+
+ControlAnswer Control::answer(const Words& words) {
     const std::string command = words.empty() ? "" : words[0];
     if (words.size() == 1 && (command == "on" || command == "off")) {
-        return switchSounds(model, command == "on");
+        return switchSounds(command == "on");
     }
     if (words.size() == 1 && command == "toggle") {
-        return switchSounds(model, !model.soundsOn());
+        return switchSounds(!model_.soundsOn());
     }
     if (words.size() <= 2 && command == "board") {
-        return chooseBoard(model, words);
+        return chooseBoard(words);
     }
     if (words.size() <= 2 && command == "volume") {
-        return setVolume(model, words);
+        return setVolume(words);
     }
     if (words == Words{"status"}) {
-        return {0, statusAsText(model)};
+        return {0, statusAsText(model_)};
     }
     if (words == Words{"status", "--json"}) {
-        return {0, statusAsJson(model)};
+        return {0, statusAsJson(model_)};
     }
     if (words == Words{"activate"}) {
-        activate();
+        activate_();
         return {};
     }
-    if (words.size() == 2 && command == "open") {
-        const bool opened = model.previewBoard(words[1]);
-        activate();
-        return opened ? ControlAnswer{} : ControlAnswer{1, model.lastError().value_or("")};
-    }
     return {1, "The running Vornic does not know that command."};
+}
+
+ControlAnswer Control::switchSounds(bool on) {
+    model_.setSoundsOn(on);
+    return {0, model_.statusLine()};
+}
+
+const Board* Control::wanted(const std::string& word) const {
+    const std::vector<Board>& boards = model_.boards();
+    if (word != "next" && word != "previous") {
+        const auto found = std::ranges::find(boards, word, &Board::id);
+        return found == boards.end() ? nullptr : &*found;
+    }
+    if (boards.empty()) {
+        return nullptr;
+    }
+    const std::string current =
+        chosen_.value_or(model_.board() != nullptr ? model_.board()->id : "");
+    const auto found = std::ranges::find(boards, current, &Board::id);
+    const auto at = found == boards.end()
+                        ? std::size_t{0}
+                        : static_cast<std::size_t>(std::distance(boards.begin(), found));
+    return &boards[(at + (word == "next" ? 1 : boards.size() - 1)) % boards.size()];
+}
+
+ControlAnswer Control::chooseBoard(const Words& words) {
+    if (words.size() == 2) {
+        const Board* const found = wanted(words[1]);
+        if (found == nullptr) {
+            return {1, "There is no board \"" + words[1] + "\". Boards: " + idsOf(model_.boards()) +
+                           "."};
+        }
+        chosen_ = found->id;
+        return {0, boardLine(*found)};
+    }
+    if (model_.board() == nullptr) {
+        return {1, "There is no board."};
+    }
+    return {0, boardLine(*model_.board())};
+}
+
+ControlAnswer Control::setVolume(const Words& words) {
+    if (words.size() == 2) {
+        const std::optional<double> volume = volumeFrom(words[1]);
+        if (!volume) {
+            return {1, "The volume is a number from 0 to 1."};
+        }
+        model_.setVolume(*volume);
+    }
+    return {0, number(model_.volume())};
+}
+
+void Control::open(const std::string& file, const RunningCopy::Reply& reply) {
+    model_.previewBoard(
+        file, [this, reply, alive = std::weak_ptr(alive_)](const std::string& problem) {
+            if (!alive.expired()) {
+                activate_();
+                reply(problem.empty() ? ControlAnswer{} : ControlAnswer{1, problem});
+            }
+        });
 }
 
 } // namespace vornic

@@ -61,8 +61,8 @@ CommandOutcome run(const ListBoards& request, BoardShelf& shelf) {
 }
 
 CommandOutcome run(const ExportBoard& request, BoardShelf& shelf) {
-    exportBoard(chooseBoard(request.board, shelf.store, shelf.library), shelf.library,
-                request.file);
+    const Board board = chooseBoard(request.board, shelf.store, shelf.library);
+    exportBoard(board, shelf.library, request.file, shelf.store.unknown(board.id));
     return {};
 }
 

@@ -4,8 +4,8 @@
 #include "Vornic/commands/KeyFile.h"
 #include "Vornic/commands/TypedText.h"
 #include "Vornic/library/BoardChoice.h"
-#include "Vornic/library/TextFile.h"
 #include "Vornic/sound/RenderService.h"
+#include "VornicCore/base/ReadFile.h"
 
 #include <nlohmann/json.hpp>
 

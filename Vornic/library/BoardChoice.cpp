@@ -1,8 +1,8 @@
 #include "Vornic/library/BoardChoice.h"
 
 #include "Vornic/library/BoardTransfer.h"
-#include "Vornic/library/TextFile.h"
 #include "VornicCore/base/JsonError.h"
+#include "VornicCore/base/ReadFile.h"
 #include "VornicCore/base/ReadableText.h"
 #include "VornicCore/board/BoardFile.h"
 #include "VornicCore/board/BoardJson.h"

@@ -1,7 +1,8 @@
 #include "Vornic/library/BoardStore.h"
 
-#include "Vornic/library/TextFile.h"
-#include "VornicCore/base/ReplaceFile.h"
+#include "Vornic/library/AppFolders.h"
+#include "Vornic/library/FolderLock.h"
+#include "VornicCore/base/ReadFile.h"
 #include "VornicCore/base/Uuid.h"
 #include "VornicCore/board/BoardJson.h"
 #include "VornicCore/board/BuiltInBoards.h"
@@ -27,21 +28,20 @@ bool isFileName(std::string_view id) {
 
 } // namespace
 
-BoardStore::BoardStore(std::span<const SoundPack> packs, fs::path folder)
-    : folder_(std::move(folder)), builtIn_(BuiltInBoards::make(packs)) {
+BoardStore::BoardStore(std::span<const SoundPack> packs, fs::path folder, FileChanges files)
+    : folder_(std::move(folder)), files_(std::move(files)), builtIn_(BuiltInBoards::make(packs)) {
     load();
 }
 
 void BoardStore::load() {
+    removeLeftOvers(folder_);
     std::error_code error;
     std::vector<fs::path> files;
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
          entry.increment(error)) {
         const fs::path file = entry->path();
-        if (isLeftOver(file)) {
-            std::error_code ignored;
-            fs::remove(file, ignored);
-        } else if (file.extension() == ".json" && isFileName(file.stem().string())) {
+        if (file.extension() == ".json" && isFileName(file.stem().string())) {
+            AppFolders::keepToOwner(file);
             files.push_back(file);
         }
     }
@@ -57,11 +57,15 @@ void BoardStore::load() {
 
 void BoardStore::loadBoard(const fs::path& file) {
     try {
-        Board board = decodeBoard(readTextFile(file, largestBoardFile));
+        BoardDocument read = decodeBoardDocument(readTextFile(file, largestBoardFile));
+        Board board = std::move(read.board);
         // The name of the file is what the board is saved under, whatever the text says: nothing
         // that stands in a file decides where a file is written.
         board.id = file.stem().string();
         board.builtIn = false;
+        if (!read.unknown.empty()) {
+            unknown_[board.id] = std::move(read.unknown);
+        }
         mine_.push_back(std::move(board));
     } catch (const std::runtime_error& problem) {
         problems_.push_back("Your board " + file.string() +
@@ -101,15 +105,21 @@ std::error_code BoardStore::save(const Board& board) {
     } else {
         mine_.push_back(board);
     }
-    std::string text;
-    try {
-        text = encodeBoard(board);
-    } catch (const EncodeError&) {
-        return std::make_error_code(std::errc::invalid_argument);
+    return files_({fileOf(board.id),
+                   [board, unknown = unknown(board.id)] { return encodeBoard(board, unknown); },
+                   "Couldn't save the board"});
+}
+
+std::error_code BoardStore::save(const Board& board, UnknownMembers unknown) {
+    if (!unknown.empty()) {
+        unknown_[board.id] = std::move(unknown);
     }
-    std::error_code error;
-    fs::create_directories(folder_, error);
-    return error ? error : tryReplaceFile(fileOf(board.id), std::as_bytes(std::span(text)));
+    return save(board);
+}
+
+UnknownMembers BoardStore::unknown(std::string_view id) const {
+    const auto found = unknown_.find(id);
+    return found == unknown_.end() ? UnknownMembers() : found->second;
 }
 
 std::error_code BoardStore::remove(std::string_view id) {
@@ -117,9 +127,9 @@ std::error_code BoardStore::remove(std::string_view id) {
     if (found == mine_.end()) {
         return {};
     }
-    std::error_code error;
-    fs::remove(fileOf(id), error);
+    const std::error_code error = files_({fileOf(id), {}, "Couldn't delete the board"});
     if (!error) {
+        unknown_.erase(found->id);
         mine_.erase(found);
     }
     return error;
@@ -131,7 +141,7 @@ Board BoardStore::copy(const Board& original, const std::optional<std::string>& 
     copied.id = freshId();
     copied.name = name.value_or(original.name + " (mine)");
     copied.builtIn = false;
-    const std::error_code outcome = save(copied);
+    const std::error_code outcome = save(copied, unknown(original.id));
     if (error != nullptr) {
         *error = outcome;
     }

@@ -1,6 +1,6 @@
 #include "Vornic/library/BoardTransfer.h"
 
-#include "Vornic/library/TextFile.h"
+#include "VornicCore/base/ReadFile.h"
 #include "VornicCore/base/ReadableText.h"
 #include "VornicCore/base/ReplaceFile.h"
 
@@ -9,6 +9,7 @@
 #include <map>
 #include <set>
 #include <span>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -30,27 +31,21 @@ void forEachLayer(AnyBoard& board, const Visit& visit) {
     }
 }
 
-/// The recordings of a file on their way into the library.
-struct Luggage {
-    std::vector<std::string> ids; // in the file
-    std::vector<SampleLibrary::NewSample> samples;
-};
-
 /// Those that layers name come first, in the order of their use; silent ones stay behind.
-Luggage unpacked(BoardFile::Contents& contents) {
+ReadBoard unpacked(BoardFile::Contents contents) {
     if (contents.samples.size() > mostImportedSamples) {
         throw std::runtime_error("samples: more than " + std::to_string(mostImportedSamples));
     }
-    Luggage luggage;
+    ReadBoard read;
     const std::string name = readable(contents.board.name);
     const auto take = [&](const std::string& id, LayerPart part) {
         const auto found = contents.samples.find(id);
         if (found == contents.samples.end() || found->second.empty()) {
             return;
         }
-        luggage.ids.push_back(id);
-        luggage.samples.push_back(
-            {name + " " + std::to_string(luggage.ids.size()), part, std::move(found->second)});
+        read.ids.push_back(id);
+        read.samples.push_back(
+            {name + " " + std::to_string(read.ids.size()), part, std::move(found->second)});
         contents.samples.erase(found);
     };
     forEachLayer(contents.board, [&](const LayerSpec& layer) {
@@ -63,7 +58,9 @@ Luggage unpacked(BoardFile::Contents& contents) {
         take(id, LayerPart::bottomOut);
         contents.samples.erase(id);
     }
-    return luggage;
+    read.board = std::move(contents.board);
+    read.unknown = std::move(contents.unknown);
+    return read;
 }
 
 void rename(Board& board, const std::map<std::string, std::string>& newIds) {
@@ -75,24 +72,6 @@ void rename(Board& board, const std::map<std::string, std::string>& newIds) {
             }
         }
     });
-}
-
-BoardTransferError notABoard(const std::filesystem::path& file, const std::exception& error) {
-    return {"That isn't a Vornic board file.", file.string() + ", " + error.what()};
-}
-
-BoardFile::Contents contentsOf(const std::filesystem::path& file) {
-    std::string text;
-    try {
-        text = readTextFile(file, BoardFile::largest);
-    } catch (const std::runtime_error& error) {
-        throw BoardTransferError("Couldn't read that file.", error.what());
-    }
-    try {
-        return BoardFile::decode(text);
-    } catch (const DecodeError& error) {
-        throw notABoard(file, error);
-    }
 }
 
 } // namespace
@@ -116,11 +95,11 @@ std::vector<std::string> usersSamplesOf(const Board& board, const SampleLibrary&
 }
 
 void exportBoard(const Board& board, const SampleLibrary& library,
-                 const std::filesystem::path& file) {
+                 const std::filesystem::path& file, const UnknownMembers& unknown) {
     const std::string problem = "Couldn't save the board: ";
     std::string text;
     try {
-        text = BoardFile::encode(board, usersSamplesOf(board, library), library);
+        text = BoardFile::encode(board, usersSamplesOf(board, library), library, unknown);
     } catch (const EncodeError& error) {
         throw BoardTransferError(problem + error.what(), {});
     }
@@ -129,58 +108,73 @@ void exportBoard(const Board& board, const SampleLibrary& library,
     }
 }
 
-Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library) {
-    BoardFile::Contents contents = contentsOf(file);
-    Luggage luggage;
+ReadBoard readBoardFile(const std::filesystem::path& file, const std::stop_token& stop) {
+    std::string text;
     try {
-        luggage = unpacked(contents);
+        text = readTextFile(file, BoardFile::largest);
     } catch (const std::runtime_error& error) {
-        throw notABoard(file, error);
+        throw BoardTransferError("Couldn't read that file.", error.what());
     }
-    const std::vector<SampleInfo> added = library.addUsers(std::move(luggage.samples));
-    if (added.size() != luggage.ids.size()) {
-        throw BoardTransferError("Couldn't save the board: its sounds could not be written.", {});
+    try {
+        return unpacked(BoardFile::decode(text, stop));
+    } catch (const std::runtime_error& error) {
+        throw BoardTransferError("That isn't a Vornic board file.",
+                                 file.string() + ", " + error.what());
     }
-    std::map<std::string, std::string> newIds;
-    for (std::size_t index = 0; index < added.size(); ++index) {
-        newIds[luggage.ids[index]] = added[index].id;
-    }
-    Board board = std::move(contents.board);
-    rename(board, newIds);
-    board.id = store.freshId();
-    board.builtIn = false;
-    if (const std::error_code error = store.save(board)) {
-        // What failed is told below.
-        [[maybe_unused]] const std::error_code ignored = store.remove(board.id);
-        for (const SampleInfo& info : added) {
-            library.removeUser(info.id);
-        }
-        throw BoardTransferError("Couldn't save the board: " + error.message(), {});
-    }
-    return board;
 }
 
 OpenedBoard openBoard(BoardFile::Contents contents, SampleLibrary& library) {
-    Luggage luggage = unpacked(contents);
+    return openBoard(unpacked(std::move(contents)), library);
+}
+
+OpenedBoard openBoard(ReadBoard read, SampleLibrary& library) {
     std::map<std::string, std::string> newIds;
     OpenedBoard opened;
-    for (std::size_t index = 0; index < luggage.ids.size(); ++index) {
-        const std::string id = library.addForThisRun(std::move(luggage.samples[index])).id;
-        newIds[luggage.ids[index]] = id;
+    for (std::size_t index = 0; index < read.ids.size(); ++index) {
+        const std::string id = library.addForThisRun(std::move(read.samples[index])).id;
+        newIds[read.ids[index]] = id;
         opened.samples.push_back(id);
     }
-    opened.board = std::move(contents.board);
+    opened.board = std::move(read.board);
+    opened.unknown = std::move(read.unknown);
     rename(opened.board, newIds);
     return opened;
 }
 
-OpenedBoard openBoardFile(const std::filesystem::path& file, SampleLibrary& library) {
-    BoardFile::Contents contents = contentsOf(file);
-    try {
-        return openBoard(std::move(contents), library);
-    } catch (const std::runtime_error& error) {
-        throw notABoard(file, error);
+void keepSamples(const OpenedBoard& opened, SampleLibrary& library) {
+    if (!library.keep(opened.samples)) {
+        throw BoardTransferError("Couldn't save the board: its sounds could not be written.", {});
     }
+}
+
+Board adopted(const OpenedBoard& opened, const BoardStore& store) {
+    Board board = opened.board;
+    board.id = store.freshId();
+    board.builtIn = false;
+    return board;
+}
+
+Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library) {
+    const OpenedBoard opened = openBoard(readBoardFile(file), library);
+    const auto leave = [&] {
+        for (const std::string& id : opened.samples) {
+            library.removeUser(id);
+        }
+    };
+    try {
+        keepSamples(opened, library);
+    } catch (const BoardTransferError&) {
+        leave();
+        throw;
+    }
+    Board board = adopted(opened, store);
+    if (const std::error_code error = store.save(board, opened.unknown)) {
+        // What failed is told below.
+        [[maybe_unused]] const std::error_code ignored = store.remove(board.id);
+        leave();
+        throw BoardTransferError("Couldn't save the board: " + error.message(), {});
+    }
+    return board;
 }
 
 } // namespace vornic

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <stdexcept>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -33,30 +34,51 @@ class BoardTransferError : public std::runtime_error {
 std::vector<std::string> usersSamplesOf(const Board& board, const SampleLibrary& library);
 
 /// Writes a board file with the user's samples that the board uses, whole or not at all. Throws
-/// BoardTransferError.
+/// BoardTransferError. Thread: any; a second for a large one.
 void exportBoard(const Board& board, const SampleLibrary& library,
-                 const std::filesystem::path& file);
+                 const std::filesystem::path& file, const UnknownMembers& unknown = {});
 
 /// The most recordings that a file may bring along. A board made by hand has some dozens.
 inline constexpr std::size_t mostImportedSamples = 2000;
 
-/// Reads a board file, adds its samples to the user's and saves its board as one of the user's,
-/// under fresh ids: nothing that a file says becomes a path or takes the place of something that is
-/// there. Throws BoardTransferError; then nothing was added.
-Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library);
+/// What a board file brings along, before it has met a library.
+struct ReadBoard {
+    Board board;
+    UnknownMembers unknown;
+    /// In the file, by place in `samples`.
+    std::vector<std::string> ids;
+    std::vector<SampleLibrary::NewSample> samples;
+};
+
+/// Reads a board file. Throws BoardTransferError, also when a stop was requested. Thread: any;
+/// a second for a large one.
+ReadBoard readBoardFile(const std::filesystem::path& file, const std::stop_token& stop = {});
 
 /// A board of a file that is there for this run only.
 struct OpenedBoard {
     Board board;
+    /// What a newer version has put into it.
+    UnknownMembers unknown;
     /// The ids of what it brought into the library.
     std::vector<std::string> samples;
 };
 
-/// Opens the board of a file for this run only: its samples join `library` under fresh ids and are
-/// never written. Throws std::runtime_error if there are more than `mostImportedSamples`.
+/// Opens a board that was read for this run only: its samples join `library` under fresh ids, so
+/// that nothing that a file says becomes a path or takes the place of something that is there, and
+/// are not written. Thread: any.
+OpenedBoard openBoard(ReadBoard read, SampleLibrary& library);
+/// The same. Throws std::runtime_error if there are more than `mostImportedSamples`.
 OpenedBoard openBoard(BoardFile::Contents contents, SampleLibrary& library);
 
-/// The same of a file on disk. Throws BoardTransferError; then nothing was added.
-OpenedBoard openBoardFile(const std::filesystem::path& file, SampleLibrary& library);
+/// Makes the samples of an opened board the user's. Throws BoardTransferError; then they are still
+/// there for this run. Thread: any; it waits for the disk.
+void keepSamples(const OpenedBoard& opened, SampleLibrary& library);
+
+/// An opened board under an id of its own, as the user's, to be saved in `store`.
+Board adopted(const OpenedBoard& opened, const BoardStore& store);
+
+/// Reads a board file, adds its samples to the user's and saves its board as one of the user's.
+/// Throws BoardTransferError; then nothing was added.
+Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library);
 
 } // namespace vornic

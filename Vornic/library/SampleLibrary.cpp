@@ -32,6 +32,7 @@ SampleLibrary::SampleLibrary(std::span<const SoundPack> packs, std::filesystem::
            LayerPart::spring, PartSamples::spring);
     derive("metal/regular-01", PartSamples::rattleKey, "Wire rattle (from Metallic)",
            LayerPart::rattle, PartSamples::rattle);
+    userFolder_.removeRubbish();
     loadUserSamples();
 }
 
@@ -113,7 +114,6 @@ std::vector<SampleInfo> SampleLibrary::addUsers(std::vector<NewSample> added) {
     }
     if (!infos.empty() && !write(infos)) {
         for (const SampleInfo& info : infos) {
-            userFolder_.remove(info.id);
             forget(info.id);
         }
         report("Couldn't save the sounds in " + userFolder_.path().string() + ".");
@@ -129,6 +129,25 @@ SampleInfo SampleLibrary::addForThisRun(NewSample added) {
     return info;
 }
 
+bool SampleLibrary::keep(const std::vector<std::string>& ids) {
+    std::vector<SampleInfo> infos;
+    {
+        const std::lock_guard guard(lock_);
+        std::ranges::copy_if(infos_, std::back_inserter(infos), [&](const SampleInfo& info) {
+            return passing_.contains(info.id) && std::ranges::find(ids, info.id) != ids.end();
+        });
+    }
+    if (!infos.empty() && !write(infos)) {
+        report("Couldn't save the sounds in " + userFolder_.path().string() + ".");
+        return false;
+    }
+    const std::lock_guard guard(lock_);
+    for (const std::string& id : ids) {
+        passing_.erase(id);
+    }
+    return true;
+}
+
 bool SampleLibrary::removeUser(const std::string& id) {
     if (!isUsers(id)) {
         return false;
@@ -140,7 +159,9 @@ bool SampleLibrary::removeUser(const std::string& id) {
     }
     forget(id);
     if (!passing && !userFolder_.path().empty()) {
-        if (updateIndex({}, {id})) {
+        Listed now = listed();
+        now.gone.insert(id);
+        if (userFolder_.update(now.known, {}, now.gone)) {
             userFolder_.remove(id);
         } else {
             report("Couldn't remove a sound from " + userFolder_.path().string() + ".");
@@ -170,24 +191,25 @@ bool SampleLibrary::write(const std::vector<SampleInfo>& added) {
     if (userFolder_.path().empty()) {
         return true;
     }
+    std::vector<std::vector<float>> frames;
+    std::vector<UserSampleFolder::Kept> kept;
+    frames.reserve(added.size());
     for (const SampleInfo& info : added) {
-        if (!userFolder_.write(info.id, samples(info.id).value_or(std::vector<float>()))) {
-            return false;
-        }
+        frames.push_back(samples(info.id).value_or(std::vector<float>()));
+        kept.push_back({info, frames.back()});
     }
-    return updateIndex(added, {});
+    const Listed now = listed();
+    return userFolder_.add(kept, now.known, now.gone);
 }
 
-bool SampleLibrary::updateIndex(const std::vector<SampleInfo>& added, std::set<std::string> gone) {
-    std::vector<SampleInfo> known;
-    {
-        const std::lock_guard guard(lock_);
-        std::ranges::copy_if(infos_, std::back_inserter(known), [&](const SampleInfo& info) {
-            return !info.builtIn && !passing_.contains(info.id);
-        });
-        gone.insert(unread_.begin(), unread_.end());
-    }
-    return userFolder_.update(known, added, gone);
+SampleLibrary::Listed SampleLibrary::listed() const {
+    const std::lock_guard guard(lock_);
+    Listed now;
+    std::ranges::copy_if(infos_, std::back_inserter(now.known), [&](const SampleInfo& info) {
+        return !info.builtIn && !passing_.contains(info.id);
+    });
+    now.gone = unread_;
+    return now;
 }
 
 bool SampleLibrary::isUsers(const std::string& id) const {

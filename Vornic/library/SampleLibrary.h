@@ -19,8 +19,7 @@ namespace vornic {
 
 /// Every recording in memory, 48 kHz mono, by its sample identifier: those of the packs
 /// ("spring/regular-01"), the layers derived from them ("part/click") and the user's own
-/// ("user/1A2B3C4D"). Read by the thread that fills banks. Every function may be called from any
-/// thread.
+/// ("user/1A2B3C4D"). Read by the thread that fills banks. Thread: any.
 class SampleLibrary final : public SampleSource {
   public:
     /// A sample that is to become the user's.
@@ -60,6 +59,10 @@ class SampleLibrary final : public SampleSource {
     /// Adds a sample under a fresh identifier for this run only; nothing is written.
     SampleInfo addForThisRun(NewSample added);
 
+    /// Writes samples that were there for this run only to the user folder, all or, when not all of
+    /// them can be written, none; then it is false and they are still there for this run.
+    [[nodiscard]] bool keep(const std::vector<std::string>& ids);
+
     /// Forgets a sample of the user's and removes it from the user folder: first from the index,
     /// then its file. False if there is none under `id`.
     bool removeUser(const std::string& id);
@@ -78,7 +81,12 @@ class SampleLibrary final : public SampleSource {
                      std::vector<float> samples);
     void forget(const std::string& id);
     bool write(const std::vector<SampleInfo>& added);
-    bool updateIndex(const std::vector<SampleInfo>& added, std::set<std::string> gone);
+    /// What the index has to list besides what is new, and what it must not list any more.
+    struct Listed {
+        std::vector<SampleInfo> known;
+        std::set<std::string> gone;
+    };
+    Listed listed() const;
     bool isUsers(const std::string& id) const;
     std::string freshID() const;
     void report(const std::string& problem) const;

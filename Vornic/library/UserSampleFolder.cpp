@@ -1,9 +1,10 @@
 #include "Vornic/library/UserSampleFolder.h"
 
+#include "Vornic/library/AppFolders.h"
 #include "Vornic/library/FolderLock.h"
-#include "Vornic/library/TextFile.h"
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/base/JsonCodec.h"
+#include "VornicCore/base/ReadFile.h"
 #include "VornicCore/base/ReplaceFile.h"
 
 #include <algorithm>
@@ -38,29 +39,35 @@ struct Index {
 };
 
 Index readIndex(const fs::path& file) {
-    std::error_code error;
-    const fs::file_status status = fs::status(file, error);
-    if (status.type() == fs::file_type::not_found) {
-        return {IndexState::missing, {}};
-    }
-    // Opening a pipe would wait for a writer that never comes.
-    if (error || !fs::is_regular_file(status)) {
-        return {IndexState::unreadable, {}};
-    }
-    if (fs::file_size(file, error) > largestIndex && !error) {
-        return {IndexState::damaged, {}};
-    }
     std::string text;
     try {
         text = readTextFile(file, largestIndex);
-    } catch (const std::runtime_error&) {
-        return {IndexState::unreadable, {}};
+    } catch (const ReadError& problem) {
+        std::error_code ignored;
+        const bool missing = problem.code() == std::errc::no_such_file_or_directory;
+        const bool large = !problem.code() && fs::is_regular_file(file, ignored);
+        return {missing ? IndexState::missing
+                : large ? IndexState::damaged
+                        : IndexState::unreadable,
+                {}};
     }
     try {
         return {IndexState::good, decodeJson<std::vector<SampleInfo>>(text)};
     } catch (const DecodeError&) {
         return {IndexState::damaged, {}};
     }
+}
+
+/// Whether a file is called as those of this program's own samples are: "user_1A2B3C4D.wav". What
+/// else the user keeps in the folder is none of ours.
+bool isRecordingName(std::string_view name) {
+    constexpr std::string_view begin = "user_";
+    constexpr std::string_view end = ".wav";
+    constexpr std::size_t digits = 8;
+    return name.size() == begin.size() + digits + end.size() && name.starts_with(begin) &&
+           name.ends_with(end) &&
+           name.substr(begin.size(), digits).find_first_not_of("0123456789abcdefABCDEF") ==
+               std::string_view::npos;
 }
 
 bool isIn(const std::vector<SampleInfo>& infos, const SampleInfo& wanted) {
@@ -79,13 +86,37 @@ std::vector<SampleInfo> UserSampleFolder::listed() const {
     return folder_.empty() ? std::vector<SampleInfo>() : readIndex(folder_ / indexName).infos;
 }
 
-bool UserSampleFolder::write(const std::string& id, std::span<const float> samples) const {
-    if (folder_.empty()) {
+bool UserSampleFolder::add(const std::vector<Kept>& added, const std::vector<SampleInfo>& known,
+                           const std::set<std::string>& gone) const {
+    if (folder_.empty() || AppFolders::make(folder_)) {
         return false;
     }
-    std::error_code ignored;
-    fs::create_directories(folder_, ignored);
-    return writeWAV(samples, fileOf(id));
+    const FolderLock lock(folder_);
+    // Without any index nobody could tell recordings that were cut off from those of an index that
+    // got lost.
+    if (readIndex(folder_ / indexName).state == IndexState::missing &&
+        !replaceIndex(known, {}, gone)) {
+        return false;
+    }
+    std::vector<SampleInfo> infos;
+    infos.reserve(added.size());
+    for (const Kept& each : added) {
+        infos.push_back(each.info);
+    }
+    if (std::ranges::all_of(added,
+                            [&](const Kept& each) {
+                                return writeWAV(each.samples, fileOf(each.info.id), Readers::owner);
+                            }) &&
+        replaceIndex(known, infos, gone)) {
+        return true;
+    }
+    const std::vector<SampleInfo> listedNow = listed();
+    for (const SampleInfo& info : infos) {
+        if (!isIn(listedNow, info)) {
+            remove(info.id);
+        }
+    }
+    return false;
 }
 
 bool UserSampleFolder::update(const std::vector<SampleInfo>& known,
@@ -95,6 +126,13 @@ bool UserSampleFolder::update(const std::vector<SampleInfo>& known,
         return false;
     }
     const FolderLock lock(folder_);
+    return replaceIndex(known, added, gone);
+}
+
+// Call under the lock.
+bool UserSampleFolder::replaceIndex(const std::vector<SampleInfo>& known,
+                                    const std::vector<SampleInfo>& added,
+                                    const std::set<std::string>& gone) const {
     Index index = readIndex(folder_ / indexName);
     if (index.state == IndexState::unreadable ||
         (index.state == IndexState::damaged && !putDamagedIndexAside())) {
@@ -112,7 +150,8 @@ bool UserSampleFolder::update(const std::vector<SampleInfo>& known,
     index.infos.insert(index.infos.end(), added.begin(), added.end());
     try {
         const std::string text = encodeJson(index.infos);
-        return replaceFile(folder_ / indexName, std::as_bytes(std::span(text)));
+        return !tryReplaceFile(folder_ / indexName, std::as_bytes(std::span(text)), OnDisk::now,
+                               Readers::owner);
     } catch (const EncodeError&) {
         return false; // A name that is no text.
     }
@@ -121,6 +160,32 @@ bool UserSampleFolder::update(const std::vector<SampleInfo>& known,
 void UserSampleFolder::remove(const std::string& id) const {
     std::error_code ignored;
     fs::remove(fileOf(id), ignored);
+}
+
+void UserSampleFolder::removeRubbish() const {
+    if (folder_.empty()) {
+        return;
+    }
+    removeLeftOvers(folder_);
+    const FolderLock lock(folder_, FolderLock::Busy::giveUp);
+    const Index index =
+        lock.held() ? readIndex(folder_ / indexName) : Index{IndexState::unreadable, {}};
+    std::set<fs::path> named;
+    for (const SampleInfo& info : index.infos) {
+        named.insert(fileOf(info.id).filename());
+    }
+    std::error_code error;
+    for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const fs::path& file = entry->path();
+        if (index.state == IndexState::good && isRecordingName(file.filename().string()) &&
+            !named.contains(file.filename())) {
+            std::error_code ignored;
+            fs::remove(file, ignored);
+        } else if (file.extension() == ".wav" || file.extension() == ".json") {
+            AppFolders::keepToOwner(file);
+        }
+    }
 }
 
 bool UserSampleFolder::putDamagedIndexAside() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -18,13 +19,20 @@ struct ControlAnswer {
     bool operator==(const ControlAnswer&) const = default;
 };
 
-/// The one copy of the program that runs in a session, and how others ask things of it. Main
-/// thread.
+/// The one copy of the program that runs in a session, and how others ask things of it. Thread:
+/// main.
 class RunningCopy {
   public:
     /// A command as it stands on the command line behind the program's name: {"board", "next"}.
     using Words = std::vector<std::string>;
-    using Handler = std::function<ControlAnswer(const Words&)>;
+    /// Takes the answer, once, at once or later; does nothing after this object's end.
+    using Reply = std::function<void(const ControlAnswer&)>;
+    using Handler = std::function<void(const Words&, Reply)>;
+
+    /// What a command may be at most: far more than any of ours. More is refused before anything
+    /// looks at it.
+    static constexpr std::size_t mostWords = 16;
+    static constexpr std::size_t longestWord = 8192; // bytes; a path fits
 
     enum class Claim : std::uint8_t {
         /// This process is the running copy from now on.

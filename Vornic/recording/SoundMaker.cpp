@@ -18,17 +18,11 @@ constexpr const char* recordingName = "My keyboard";
 
 SoundMaker::SoundMaker(const Services& services, Events events)
     : scheduler_(services.scheduler), clock_(services.clock), events_(std::move(events)),
-      recorder_(services.microphone), files_(services.scheduler, services.decoder),
+      recorder_(services.microphone), imports_(services.scheduler, services.decoder),
       import_(services.library) {
     recorder_.onLost = [this](const std::string& message) {
-        const std::string before = session() ? session()->id.text() : std::string();
+        lost_ = message;
         stopRecording(true);
-        // Otherwise the user has been told that there were no keystrokes in what was heard.
-        if (session() && session()->id.text() != before) {
-            events_.failed(message);
-        } else {
-            events_.noted(message);
-        }
     };
 }
 
@@ -107,12 +101,12 @@ void SoundMaker::stopRecording(bool keep) {
         return;
     }
     timer_.reset();
-    const std::vector<float> samples = recorder_.stop();
+    std::vector<float> samples = recorder_.stop();
     level_ = 0.0F;
     heard_ = {};
     events_.recording(false);
     if (keep) {
-        startSession(samples, recordingName);
+        startSession(std::move(samples), recordingName);
     } else {
         changed();
     }
@@ -123,38 +117,46 @@ void SoundMaker::importRecording(const std::filesystem::path& file) {
     timeWasUp_ = false;
     remark_.clear();
     importProgress_ = 0.0;
-    files_.start(
+    imports_.start(
         file,
         [this](double share) {
             importProgress_ = share;
             changed();
         },
-        [this](FileImport::Outcome outcome) {
-            importProgress_.reset();
-            if (!outcome.remark.empty()) {
-                events_.noted(outcome.remark);
-            }
-            if (outcome.session && outcome.cuts) {
-                remark_ = outcome.remark;
-                import_.startSession(*std::move(outcome.session), *std::move(outcome.cuts));
-            } else {
-                events_.failed(outcome.error);
-            }
-            changed();
-        });
+        [this](RecordingImport::Outcome outcome) { open(std::move(outcome)); });
+    changed();
+}
+
+void SoundMaker::open(RecordingImport::Outcome outcome) {
+    importProgress_.reset();
+    const std::string lost = std::exchange(lost_, {});
+    if (!outcome.remark.empty()) {
+        events_.noted(outcome.remark);
+    }
+    const bool opened = outcome.session && outcome.cuts;
+    if (opened) {
+        remark_ = outcome.remark;
+        import_.startSession(*std::move(outcome.session), *std::move(outcome.cuts));
+    } else {
+        events_.failed(outcome.error);
+    }
+    if (!lost.empty()) {
+        // Otherwise the user has been told that there were no keystrokes in what was heard.
+        opened ? events_.failed(lost) : events_.noted(lost);
+    }
     changed();
 }
 
 void SoundMaker::cancelReading() {
-    files_.cancel();
+    imports_.cancel();
     importProgress_.reset();
     changed();
 }
 
-void SoundMaker::startSession(std::span<const float> samples, const std::string& name) {
-    if (const std::string error = import_.startSession(samples, name); !error.empty()) {
-        events_.failed(error);
-    }
+void SoundMaker::startSession(std::vector<float> samples, const std::string& name) {
+    importProgress_ = 1.0;
+    imports_.start(std::move(samples), name,
+                   [this](RecordingImport::Outcome outcome) { open(std::move(outcome)); });
     changed();
 }
 

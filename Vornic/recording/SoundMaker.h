@@ -3,9 +3,9 @@
 #include "Vornic/ports/Clock.h"
 #include "Vornic/ports/MicrophoneInput.h"
 #include "Vornic/ports/Scheduler.h"
-#include "Vornic/recording/FileImport.h"
 #include "Vornic/recording/LiveStrokes.h"
 #include "Vornic/recording/Recorder.h"
+#include "Vornic/recording/RecordingImport.h"
 #include "Vornic/recording/StrokeImport.h"
 
 #include <chrono>
@@ -14,14 +14,13 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 namespace vornic {
 
 /// Makes samples of the user's own keyboard: records it or reads a file, offers the strokes, and
-/// keeps the chosen ones. The model owns one. Main thread.
+/// keeps the chosen ones. The model owns one. Thread: main.
 class SoundMaker {
   public:
     /// What it works with; all of it outlives the maker.
@@ -73,14 +72,15 @@ class SoundMaker {
 
     /// Reads and cuts a file, then opens a session named after it. Ends a recording and drops it.
     void importRecording(const std::filesystem::path& file);
-    /// How much of the file has been read, 0 to 1; absent when none is being read.
+    /// How much of the recording has been read, 0 to 1, until it is cut; absent when none is.
     [[nodiscard]] std::optional<double> importProgress() const { return importProgress_; }
     void cancelReading();
     /// What the user should know about the file that was read last, mostly nothing.
     [[nodiscard]] const std::string& remark() const { return remark_; }
 
-    /// The message to show when there is nothing to choose from goes to `failed`.
-    void startSession(std::span<const float> samples, const std::string& name);
+    /// Cuts `samples` (48 kHz mono) and opens a session; until then it counts as being read. The
+    /// message to show when there is nothing to choose from goes to `failed`.
+    void startSession(std::vector<float> samples, const std::string& name);
     [[nodiscard]] const std::optional<ImportSession>& session() const { return import_.session(); }
     /// Names the sound to be made; nothing without a session.
     void rename(const std::string& name);
@@ -93,12 +93,17 @@ class SoundMaker {
     /// Whether releases that were found are kept with their strokes.
     [[nodiscard]] bool keepsReleases() const { return import_.keepsReleases(); }
     void setKeepsReleases(bool on);
+    /// A stroke as it will sound once it is kept; empty without a session that has it.
+    [[nodiscard]] std::vector<float> audition(std::size_t stroke) const {
+        return import_.audition(stroke);
+    }
     /// Keeps what is ticked; the new sound is to be made of it. None without a session.
     std::optional<FinishedImport> finishImport();
     void cancelImport();
 
   private:
     void begin();
+    void open(RecordingImport::Outcome outcome);
     void endRound() { round_ = std::make_shared<int>(); }
     void tick();
     void changed() const { events_.changed(); }
@@ -107,7 +112,7 @@ class SoundMaker {
     Clock& clock_;
     Events events_;
     Recorder recorder_;
-    FileImport files_;
+    RecordingImport imports_;
     StrokeImport import_;
 
     std::unique_ptr<Scheduler::Timer> timer_;
@@ -121,6 +126,7 @@ class SoundMaker {
     LiveStrokes live_;
     std::optional<double> importProgress_;
     std::string remark_;
+    std::string lost_; // what to say of the microphone that went, once its recording is cut
     // What waits in the scheduler holds it weakly: it is passed over after the maker has gone, and
     // when another recording has begun or ended since.
     std::shared_ptr<int> round_ = std::make_shared<int>();

@@ -3,33 +3,10 @@
 #include "VornicCore/dsp/DSP.h"
 #include "VornicCore/strokes/Slicer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vornic {
-
-namespace {
-
-/// A release made ready for the library: as much louder as its press has become, so that it stays
-/// the quieter of the two.
-std::vector<float> finishRelease(std::vector<float> release, const std::vector<float>& press) {
-    const float before = DSP::peak(press);
-    const float gain = before > 0.0F ? DSP::peak(Slicer::finish(press)) / before : 1.0F;
-    DSP::trimTail(release, -42.0);
-    for (float& x : release) {
-        x *= gain;
-    }
-    return release;
-}
-
-} // namespace
-
-std::string StrokeImport::startSession(std::span<const float> samples, std::string name) {
-    SessionOutcome outcome = makeSession(samples, std::move(name));
-    if (outcome.session && outcome.cuts) {
-        startSession(*std::move(outcome.session), *std::move(outcome.cuts));
-    }
-    return outcome.error;
-}
 
 void StrokeImport::startSession(ImportSession session, StrokeCuts cuts) {
     session_ = std::move(session);
@@ -73,29 +50,62 @@ void StrokeImport::changeCut(std::size_t stroke, const std::function<void(Stroke
     }
 }
 
+StrokeImport::Finished StrokeImport::finished(std::size_t stroke) const {
+    constexpr double tailDb = -42.0;
+    const std::vector<float>& press = session_->strokes[stroke].samples;
+    Finished ready;
+    ready.press = Slicer::finish(press);
+    const auto range = keepsReleases_ && cuts_ ? cuts_->release(stroke) : std::nullopt;
+    if (range) {
+        ready.release = cuts_->samples(*range);
+        DSP::trimTail(ready.release, tailDb);
+        const float before = DSP::peak(press);
+        const float gain = before > 0.0F ? DSP::peak(ready.press) / before : 1.0F;
+        for (float& x : ready.release) {
+            x *= gain;
+        }
+        ready.pause = static_cast<std::size_t>(
+            std::max<std::int64_t>(range->begin - cuts_->cut(stroke).begin, 0));
+    }
+    return ready;
+}
+
+std::vector<float> StrokeImport::audition(std::size_t stroke) const {
+    if (!session_ || stroke >= session_->strokes.size()) {
+        return {};
+    }
+    Finished ready = finished(stroke);
+    std::vector<float> heard = std::move(ready.press);
+    if (!ready.release.empty()) {
+        heard.resize(std::max(heard.size(), ready.pause + ready.release.size()));
+        for (std::size_t place = 0; place < ready.release.size(); ++place) {
+            heard[ready.pause + place] += ready.release[place];
+        }
+    }
+    return heard;
+}
+
 std::optional<FinishedImport> StrokeImport::finishImport() {
     if (!session_) {
         return std::nullopt;
     }
-    const ImportSession session = *std::move(session_);
-    session_.reset();
-    const std::optional<StrokeCuts> cuts = std::exchange(cuts_, std::nullopt);
-    FinishedImport finished;
-    finished.name = session.name;
+    const ImportSession& session = *session_;
+    FinishedImport made;
+    made.name = session.name;
     std::vector<SampleLibrary::NewSample> presses;
     std::vector<SampleLibrary::NewSample> releases;
     for (const std::size_t stroke : session.selected) {
         const std::string name = session.name + " " + std::to_string(stroke + 1);
-        const std::vector<float>& press = session.strokes[stroke].samples;
-        presses.push_back({name, LayerPart::bottomOut, Slicer::finish(press)});
-        if (const auto range = keepsReleases_ && cuts ? cuts->release(stroke) : std::nullopt) {
-            releases.push_back({name + " release", LayerPart::topOut,
-                                finishRelease(cuts->samples(*range), press)});
+        Finished ready = finished(stroke);
+        presses.push_back({name, LayerPart::bottomOut, std::move(ready.press)});
+        if (!ready.release.empty()) {
+            releases.push_back({name + " release", LayerPart::topOut, std::move(ready.release)});
         }
     }
-    finished.samples = keep(std::move(presses), finished);
-    finished.releases = keep(std::move(releases), finished);
-    return finished;
+    cancelImport();
+    made.samples = keep(std::move(presses), made);
+    made.releases = keep(std::move(releases), made);
+    return made;
 }
 
 std::vector<SampleInfo> StrokeImport::keep(std::vector<SampleLibrary::NewSample> samples,

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,17 +28,13 @@ struct FinishedImport {
 };
 
 /// From a recording of typing to samples in the library, by way of the one session in which the
-/// user chooses. Main thread.
+/// user chooses. Thread: main.
 class StrokeImport {
   public:
     /// `library` outlives the import.
     explicit StrokeImport(SampleLibrary& library) : library_(library) {}
 
-    /// Cuts `samples` (48 kHz mono) and opens a session, in place of an older one. The message to
-    /// show when there is nothing to choose from, which leaves things as they are; else empty.
-    [[nodiscard]] std::string startSession(std::span<const float> samples, std::string name);
-
-    /// Opens a session that was made on another thread.
+    /// Opens a session, which was made on another thread, in place of an older one.
     void startSession(ImportSession session, StrokeCuts cuts);
 
     /// What the user chooses from; absent when there is no session.
@@ -63,6 +58,10 @@ class StrokeImport {
     [[nodiscard]] bool keepsReleases() const { return keepsReleases_; }
     void setKeepsReleases(bool on) { keepsReleases_ = on; }
 
+    /// A stroke as it will sound once it is kept, with the pause that the recording has before its
+    /// release if that is kept too; empty without such a stroke.
+    [[nodiscard]] std::vector<float> audition(std::size_t stroke) const;
+
     /// Finishes the ticked strokes, adds them to the library and ends the session. When they cannot
     /// be saved they are there for this run. None without a session.
     std::optional<FinishedImport> finishImport();
@@ -71,6 +70,16 @@ class StrokeImport {
     void cancelImport();
 
   private:
+    /// A stroke made ready for the library.
+    struct Finished {
+        std::vector<float> press;
+        /// As much louder as its press has become, so that it stays the quieter of the two. Empty
+        /// where there is none, or it is not to be kept.
+        std::vector<float> release;
+        /// Samples from the beginning of the press to that of the release.
+        std::size_t pause = 0;
+    };
+    [[nodiscard]] Finished finished(std::size_t stroke) const;
     void changeCut(std::size_t stroke, const std::function<void(StrokeCuts&)>& change);
     [[nodiscard]] std::vector<SampleInfo> keep(std::vector<SampleLibrary::NewSample> samples,
                                                FinishedImport& finished);

@@ -50,9 +50,11 @@ Views::Views(AppModel& model)
     theme_ = themeOf(engine_);
     setTheme(desktopIsDark());
     boardDrop_.onDrop = [this](const std::filesystem::path& file) {
-        if (model_.previewBoard(file)) {
-            openPreview();
-        }
+        model_.previewBoard(file, [this](const std::string& problem) {
+            if (problem.empty()) {
+                openPreview();
+            }
+        });
     };
     // One refresh for all changes of one turn of the event loop.
     const auto oncePerTurn = [this](bool& pending, void (Views::*work)()) {

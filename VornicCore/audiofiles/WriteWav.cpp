@@ -1,6 +1,5 @@
 #include "VornicCore/audiofiles/WriteWav.h"
 
-#include "VornicCore/base/ReplaceFile.h"
 #include "VornicCore/realtime/Fatal.h"
 
 #include <algorithm>
@@ -64,7 +63,7 @@ std::int16_t integerOf(float sample) {
 
 } // namespace
 
-bool writeWAV(std::span<const float> samples, const std::filesystem::path& file) {
+bool writeWAV(std::span<const float> samples, const std::filesystem::path& file, Readers readers) {
     require(samples.size() <= std::numeric_limits<std::uint32_t>::max(),
             "a WAV file of more samples than 32 bits can count");
     const std::uint64_t dataSize = std::uint64_t{samples.size()} * pcmBytes;
@@ -82,7 +81,7 @@ bool writeWAV(std::span<const float> samples, const std::filesystem::path& file)
     for (const float sample : samples) {
         bytes.number16(static_cast<std::uint16_t>(integerOf(sample)));
     }
-    return replaceFile(file, bytes.all());
+    return !tryReplaceFile(file, bytes.all(), OnDisk::now, readers);
 }
 
 std::error_code writeFloatWAV(std::span<const float> samples, const std::filesystem::path& file) {

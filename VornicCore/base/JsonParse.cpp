@@ -84,6 +84,9 @@ class DocumentBuilder {
     }
 
     json* put(json value) {
+        if (limits_.stop.stop_requested()) {
+            throw DecodeError("", "the reading was cancelled");
+        }
         if (++count_ > limits_.values) {
             throw DecodeError("", "more than " + std::to_string(limits_.values) + " values");
         }

@@ -3,6 +3,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <cstddef>
+#include <stop_token>
 #include <string_view>
 
 namespace vornic {
@@ -14,6 +15,8 @@ struct JsonLimits {
     /// Values of any kind; it bounds the memory, some hundred bytes for each value besides the
     /// text.
     std::size_t values = 1'000'000;
+    /// When requested, reading ends with an error: a large document takes a second.
+    std::stop_token stop{};
 };
 
 /// Reads a document: RFC 8259 to the letter, in UTF-8 without a byte order mark. Throws DecodeError

@@ -5,10 +5,9 @@
 
 #include <atomic>
 #include <cerrno>
-#include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace vornic {
 
@@ -54,9 +53,10 @@ void syncFolder(const fs::path& folder) {
 } // namespace
 
 std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> bytes,
-                               OnDisk onDisk) {
+                               OnDisk onDisk, Readers readers) {
     const fs::path beside = besideName(file);
-    const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                readers == Readers::owner ? 0600 : 0666);
     if (descriptor < 0) {
         return lastError();
     }
@@ -80,21 +80,22 @@ std::error_code tryReplaceFile(const fs::path& file, std::span<const std::byte> 
     return {};
 }
 
-bool isLeftOver(const fs::path& file) {
+bool isBeside(const fs::path& file) {
     // As besideName makes it: .NAME.PROCESS-NUMBER.part
     const std::string name = file.filename().string();
     const std::string stem = file.stem().string();
     const std::size_t dot = stem.rfind('.');
-    if (name.front() != '.' || file.extension() != ".part" || dot == std::string::npos) {
+    if (!name.starts_with('.') || file.extension() != ".part" || dot == std::string::npos ||
+        dot == 0) {
         return false;
     }
-    pid_t writer = 0;
-    const char* const end = stem.data() + stem.size();
-    const auto [stop, error] = std::from_chars(stem.data() + dot + 1, end, writer);
-    if (error != std::errc() || stop == end || *stop != '-' || writer <= 0) {
-        return false;
-    }
-    return kill(writer, 0) != 0 && errno == ESRCH;
+    const std::string_view numbers = std::string_view(stem).substr(dot + 1);
+    const std::size_t dash = numbers.find('-');
+    const auto isNumber = [](std::string_view text) {
+        return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    return dash != std::string_view::npos && isNumber(numbers.substr(0, dash)) &&
+           isNumber(numbers.substr(dash + 1));
 }
 
 bool replaceFile(const fs::path& file, std::span<const std::byte> bytes) {

@@ -10,19 +10,22 @@ namespace vornic {
 
 /// Gives `file` the content `bytes`, all or nothing: the bytes are written beside it, forced to the
 /// disk, and then take its name, so that neither a crash nor a full disk leaves half a file. False
-/// when that failed; a former file is then still there. Any thread.
+/// when that failed; a former file is then still there. Thread: any.
 bool replaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes);
 
 /// When the bytes have to be on the disk. `later` is for what can be made again: it spares the wait
 /// for the disk, and a power cut may take the file.
 enum class OnDisk : std::uint8_t { now, later };
 
-/// The same, and says what went wrong; no error when it is done.
-std::error_code tryReplaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes,
-                               OnDisk onDisk = OnDisk::now);
+/// Who may read the file: whoever the user lets read new files, or nobody else.
+enum class Readers : std::uint8_t { asUsual, owner };
 
-/// Whether `file` is what a replacement that was cut short has left beside the real file: hidden,
-/// and of a process that no longer runs. What a running process is writing is none.
-bool isLeftOver(const std::filesystem::path& file);
+/// The same, and says what went wrong; no error when it is done. Thread: any.
+std::error_code tryReplaceFile(const std::filesystem::path& file, std::span<const std::byte> bytes,
+                               OnDisk onDisk = OnDisk::now, Readers readers = Readers::asUsual);
+
+/// Whether `file` has the name of what is written beside a file before it takes its name. Where
+/// nobody writes, it is what a replacement that was cut short has left. Thread: any.
+bool isBeside(const std::filesystem::path& file);
 
 } // namespace vornic

@@ -37,7 +37,7 @@ std::int16_t integerOf(float sample) {
 } // namespace
 
 std::string BoardFile::encode(const Board& board, std::span<const std::string> embedding,
-                              const SampleSource& source) {
+                              const SampleSource& source, const UnknownMembers& unknown) {
     BoardFile file;
     file.board = board;
     std::size_t size = 0;
@@ -54,25 +54,33 @@ std::string BoardFile::encode(const Board& board, std::span<const std::string> e
         }
         file.samples[id] = std::move(text);
     }
-    std::string text = encodeJson(file);
+    nlohmann::json document = JsonValue<BoardFile>::write(file);
+    unknown.addTo(document["board"]);
+    std::string text = writeJson(document);
     if (text.size() > largest) {
         throw EncodeError("", tooLarge());
     }
     return text;
 }
 
-BoardFile::Contents BoardFile::decode(std::string_view data) {
+BoardFile::Contents BoardFile::decode(std::string_view data, const std::stop_token& stop) {
     if (data.size() > largest) {
         throw DecodeError("", tooLarge());
     }
-    auto file = decodeJson<BoardFile>(data);
+    nlohmann::json document = parseJson(data, {.stop = stop});
+    auto file = JsonValue<BoardFile>::read(JsonReader(document));
     if (file.format != formatName) {
         throw DecodeError("format",
                           "expected " + inQuotes(formatName) + ", found " + inQuotes(file.format));
     }
     Contents contents;
+    contents.unknown = UnknownMembers::in(document["board"], JsonValue<Board>::write(file.board));
     contents.board = std::move(file.board);
+    document.clear(); // The recordings are in `file` too.
     while (!file.samples.empty()) {
+        if (stop.stop_requested()) {
+            throw DecodeError("samples", "the reading was cancelled");
+        }
         // Each text goes as soon as it is read, so that both forms are never there in full.
         const auto entry = file.samples.extract(file.samples.begin());
         if (const auto bytes = base64Decoded(entry.mapped())) {

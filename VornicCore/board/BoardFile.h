@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VornicCore/base/JsonError.h"
+#include "VornicCore/base/UnknownMembers.h"
 #include "VornicCore/board/Board.h"
 #include "VornicCore/packs/SampleSource.h"
 
@@ -9,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +18,7 @@
 namespace vornic {
 
 /// A board together with the recordings that it needs elsewhere: the content of a ".vornic" file, a
-/// JSON object. Any thread.
+/// JSON object. Thread: any.
 struct BoardFile {
     std::string format{formatName};
     std::int64_t version = 1;
@@ -35,19 +37,22 @@ struct BoardFile {
     /// What a file brings along.
     struct Contents {
         Board board;
+        /// What the board has besides, from a newer version.
+        UnknownMembers unknown;
         /// 48 kHz mono, by sample identifier.
         std::map<std::string, std::vector<float>, std::less<>> samples;
     };
 
-    /// The bytes of a file with `board` and those recordings of `embedding` that `source` has.
-    /// Throws EncodeError for what JSON cannot hold and for a file larger than `largest`.
+    /// The bytes of a file with `board`, with the members in it that are `unknown`, and those
+    /// recordings of `embedding` that `source` has. Throws EncodeError for what JSON cannot hold
+    /// and for a file larger than `largest`.
     static std::string encode(const Board& board, std::span<const std::string> embedding,
-                              const SampleSource& source);
+                              const SampleSource& source, const UnknownMembers& unknown = {});
 
     /// Reads a file. Throws DecodeError, with the place, for anything that is not one to the letter
     /// or is larger than `largest`; a recording that is no base64 is left out. Identifiers and all
-    /// other texts are whatever the file says.
-    static Contents decode(std::string_view data);
+    /// other texts are whatever the file says. When a stop is requested it ends early, and throws.
+    static Contents decode(std::string_view data, const std::stop_token& stop = {});
 
     /// Samples as 16-bit integers, low byte first: 1 and more is 32767, -1 and less -32767, what is
     /// between is rounded toward zero; one that is no number becomes 0.

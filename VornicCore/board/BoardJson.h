@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VornicCore/base/JsonError.h"
+#include "VornicCore/base/UnknownMembers.h"
 #include "VornicCore/board/Board.h"
 #include "VornicCore/board/StageSpec.h"
 
@@ -13,9 +14,17 @@ namespace vornic {
 /// as they are, without clamping. Any thread.
 Board decodeBoard(std::string_view text);
 
+/// A board and what its document holds besides.
+struct BoardDocument {
+    Board board;
+    UnknownMembers unknown;
+};
+/// The same, with the members that this version does not know, for writing them again.
+BoardDocument decodeBoardDocument(std::string_view text);
+
 /// Writes a board. Throws EncodeError if it holds a number that is not finite or a text that is not
 /// UTF-8. Any thread.
-std::string encodeBoard(const Board& board);
+std::string encodeBoard(const Board& board, const UnknownMembers& unknown = {});
 
 /// The same for a stage.
 StageSpec decodeStage(std::string_view text);

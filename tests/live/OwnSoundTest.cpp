@@ -89,6 +89,10 @@ TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
     })) << testing::PrintToString(failures);
     ASSERT_EQ(playAloud(folder_ / "typing.wav"), 0);
     maker.stopRecording(true);
+    ASSERT_TRUE(waitFor([&] {
+        scheduler_.run(); // the strokes are cut
+        return !maker.importProgress();
+    }));
     EXPECT_TRUE(failures.empty()) << testing::PrintToString(failures);
     const ImportSession session = required(maker.session());
     // The way through the sound server changes nothing that the slicer looks at.

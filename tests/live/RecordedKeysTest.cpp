@@ -165,6 +165,7 @@ TEST_F(RecordedKeysTest, playWhatTheMicrophoneHeard) {
         }
         model.recorder().stopRecording(true);
         EXPECT_FALSE(model.recording());
+        ASSERT_TRUE(loop.waitFor([&] { return model.importSession().has_value(); }));
         EXPECT_EQ(required(model.importSession()).strokes.size(), 4U);
 
         sound = required(model.finishImport());

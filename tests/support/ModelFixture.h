@@ -20,7 +20,10 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vornic {
 
@@ -170,6 +173,34 @@ class ModelFixture : public ::testing::Test {
         const auto done = std::make_shared<std::atomic<bool>>(false);
         model->keys().post([done] { *done = true; });
         return eventually([&] { return done->load(); });
+    }
+
+    // Work with board files, to its end; whether it went well.
+
+    bool exportBoard(const std::filesystem::path& to) {
+        return wellDone([&](const AppModel::Done& done) { model->exportBoard(to, done); });
+    }
+    bool importBoard(const std::filesystem::path& from) {
+        return wellDone([&](const AppModel::Done& done) { model->importBoard(from, done); });
+    }
+    bool previewBoard(const std::filesystem::path& from) {
+        return wellDone([&](const AppModel::Done& done) { model->previewBoard(from, done); });
+    }
+    bool keepPreview() {
+        return wellDone([&](const AppModel::Done& done) { model->keepPreview(done); });
+    }
+    bool wellDone(const std::function<void(const AppModel::Done&)>& begin) {
+        std::optional<std::string> problem;
+        begin([&](const std::string& said) { problem = said; });
+        EXPECT_TRUE(eventually([&] { return problem.has_value(); }));
+        return problem == "";
+    }
+
+    /// Cuts a recording and opens what it brings; false where nothing came of it.
+    bool openSession(std::vector<float> samples, const std::string& name) {
+        model->startSession(std::move(samples), name);
+        return eventually([&] { return !model->recorder().importProgress(); }) &&
+               model->importSession().has_value();
     }
 
     bool heard() {

@@ -1,9 +1,11 @@
 #include "Vornic/linux/desktop/AutostartEntry.h"
 
+#include "VornicCore/base/ReadFile.h"
 #include "VornicCore/base/ReplaceFile.h"
 
-#include <fstream>
+#include <cstdint>
 #include <span>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,6 +13,9 @@
 namespace vornic {
 
 namespace {
+
+/// A desktop entry is some hundred bytes.
+constexpr std::uintmax_t largestEntry = 65536;
 
 /// A path as the "Exec" key takes it: in quotes, with what is special there escaped, and the
 /// escapes escaped once more, since the file has escapes of its own.
@@ -43,7 +48,13 @@ AutostartEntry::AutostartEntry(std::filesystem::path entry, std::filesystem::pat
     : entry_(std::move(entry)), program_(std::move(program)) {}
 
 bool AutostartEntry::enabled() const {
-    std::ifstream file(entry_);
+    std::string text;
+    try {
+        text = readTextFile(entry_, largestEntry);
+    } catch (const ReadError&) {
+        return false;
+    }
+    std::istringstream file(text);
     bool there = false;
     for (std::string line; std::getline(file, line);) {
         there = there || line.starts_with("Exec=");

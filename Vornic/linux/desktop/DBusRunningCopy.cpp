@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QStringList>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -39,23 +40,34 @@ class DBusRunningCopy::Object final : public QDBusVirtualObject {
              message.interface() != QLatin1String(interfaceName))) {
             return false;
         }
-        if (!handler) {
-            message.setDelayedReply(true);
-            waiting.push_back(message);
+        const QStringList words = message.arguments().constFirst().toStringList();
+        if (words.size() > qsizetype{mostWords} ||
+            std::ranges::any_of(words, [](const QString& word) {
+                return word.toUtf8().size() > qsizetype{longestWord};
+            })) {
+            connection.send(message.createErrorReply(
+                QDBusError::LimitsExceeded,
+                QStringLiteral("A command has too many or too long words.")));
             return true;
         }
-        connection.send(reply(message));
+        message.setDelayedReply(true);
+        if (handler) {
+            pass(message, connection);
+        } else {
+            waiting.push_back(message);
+        }
         return true;
     }
 
-    QDBusMessage reply(const QDBusMessage& message) const {
+    void pass(const QDBusMessage& message, const QDBusConnection& connection) const {
         Words words;
         for (const QString& word : message.arguments().constFirst().toStringList()) {
             words.push_back(word.toStdString());
         }
-        const ControlAnswer answer = handler(words);
-        return message.createReply(
-            QVariantList{answer.status, QString::fromStdString(answer.text)});
+        handler(words, [message, connection](const ControlAnswer& answer) {
+            connection.send(message.createReply(
+                QVariantList{answer.status, QString::fromStdString(answer.text)}));
+        });
     }
 
     Handler handler;
@@ -98,7 +110,7 @@ RunningCopy::Claim DBusRunningCopy::claim() {
 void DBusRunningCopy::answer(Handler handler) {
     object_->handler = std::move(handler);
     for (const QDBusMessage& message : std::exchange(object_->waiting, {})) {
-        bus_.send(object_->reply(message));
+        object_->pass(message, bus_);
     }
 }
 

@@ -9,7 +9,7 @@
 namespace vornic {
 
 /// The running copy owns a name on the session bus and answers method calls there. Needs a
-/// QCoreApplication.
+/// QCoreApplication. Thread: main.
 class DBusRunningCopy final : public RunningCopy {
   public:
     /// `name` is the name on the bus; tests take another one than the program's.

@@ -2,7 +2,6 @@
 
 #include "Vornic/views/adapters/QmlText.h"
 #include "VornicCore/base/SampleRate.h"
-#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/strokes/Slicer.h"
 
 #include <QFileInfo>
@@ -211,19 +210,7 @@ void RecordingAdapter::play(int row) {
     if (!isRow(row)) {
         return;
     }
-    const auto stroke = static_cast<std::size_t>(row);
-    const StrokeCuts& cuts = *model_.recorder().cuts();
-    const std::vector<float> press = cuts.samples(stroke);
-    std::vector<float> heard = Slicer::finish(press);
-    const float before = DSP::peak(press);
-    const auto release = keepsReleases() ? cuts.release(stroke) : std::nullopt;
-    if (release && before > 0.0F) {
-        // With the pause between the two, and as much louder as the press has become.
-        const float gain = DSP::peak(heard) / before;
-        heard = cuts.samples({cuts.cut(stroke).begin, release->end});
-        std::ranges::for_each(heard, [gain](float& x) { x *= gain; });
-    }
-    model_.sound().audition(heard, 1.0F);
+    model_.sound().audition(model_.recorder().audition(static_cast<std::size_t>(row)), 1.0F);
 }
 
 void RecordingAdapter::keep() {

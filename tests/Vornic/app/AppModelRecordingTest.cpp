@@ -40,6 +40,8 @@ TEST_F(AppModelRecordingTest, keysAreSilentWhileItRecords) {
     microphoneInput.hear(typing());
     model->recorder().stopRecording(true);
     EXPECT_FALSE(model->recording());
+    EXPECT_EQ(model->importSession(), std::nullopt) << "it is cut on another thread";
+    ASSERT_TRUE(eventually([&] { return model->importSession().has_value(); }));
     EXPECT_EQ(model->silence(), std::nullopt);
     const ImportSession session = required(model->importSession());
     EXPECT_EQ(session.name, "My keyboard");
@@ -50,7 +52,7 @@ TEST_F(AppModelRecordingTest, keysAreSilentWhileItRecords) {
 TEST_F(AppModelRecordingTest, theFinishedSoundIsOneEditOfACopyOfABuiltInBoard) {
     const Board before = *model->board();
     ASSERT_TRUE(before.builtIn);
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     model->recorder().select(1, false);
     const std::string id = required(model->finishImport());
     EXPECT_EQ(model->importSession(), std::nullopt);
@@ -83,7 +85,7 @@ TEST_F(AppModelRecordingTest, theFinishedSoundIsOneEditOfACopyOfABuiltInBoard) {
 }
 
 TEST_F(AppModelRecordingTest, theFinishedSoundOutlastsTheProgram) {
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     const std::string id = required(model->finishImport());
     const std::string board = model->board()->id;
     restart();
@@ -97,7 +99,7 @@ TEST_F(AppModelRecordingTest, theFinishedSoundOutlastsTheProgram) {
 }
 
 TEST_F(AppModelRecordingTest, theFinishedSoundPlaysOnEveryKeyWhenAskedTo) {
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     const std::string id = required(model->finishImport());
     EXPECT_NE(model->board()->resolve(FakeTap::key)->sound->id, id);
     clock.advance(1);
@@ -114,7 +116,7 @@ TEST_F(AppModelRecordingTest, theFinishedSoundPlaysOnEveryKeyWhenAskedTo) {
 
 TEST_F(AppModelRecordingTest, withEveryStrokeUntickedNothingIsAdded) {
     const Board before = *model->board();
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     for (std::size_t stroke = 0; stroke < 3; ++stroke) {
         model->recorder().select(stroke, false);
     }
@@ -128,7 +130,7 @@ TEST_F(AppModelRecordingTest, withEveryStrokeUntickedNothingIsAdded) {
 TEST_F(AppModelRecordingTest, aCancelledSessionKeepsNothing) {
     const Board before = *model->board();
     EXPECT_EQ(model->finishImport(), std::nullopt);
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     model->cancelImport();
     EXPECT_EQ(model->importSession(), std::nullopt);
     EXPECT_EQ(model->finishImport(), std::nullopt);
@@ -150,10 +152,10 @@ TEST_F(AppModelRecordingTest, saysWhyItCannotRecord) {
 }
 
 TEST_F(AppModelRecordingTest, saysWhyThereIsNothingToChooseFrom) {
-    model->startSession(std::vector<float>(48000), "x");
+    EXPECT_FALSE(openSession(std::vector<float>(48000), "x"));
     EXPECT_EQ(model->lastError(), "No keystrokes found. Press keys one at a time, a little apart.");
     // One that is overdriven.
-    model->startSession(TypingNoise(1, 48000, 1e-4F).hit(0.4, 1.0F).samples(), "x");
+    EXPECT_FALSE(openSession(TypingNoise(1, 48000, 1e-4F).hit(0.4, 1.0F).samples(), "x"));
     EXPECT_EQ(model->lastError(), "The keystrokes were too quiet or too close together. Try again "
                                   "nearer the mic, one key at a time.");
     EXPECT_EQ(model->importSession(), std::nullopt);

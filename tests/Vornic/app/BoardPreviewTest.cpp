@@ -18,7 +18,7 @@ class BoardPreviewTest : public ModelFixture {
             board.name = "From a friend";
             board.sounds.front().press.layers.front().samples = {mine.id};
         });
-        ASSERT_TRUE(model->exportBoard(file));
+        ASSERT_TRUE(exportBoard(file));
         model->deleteBoard();
         model->library().removeUser(mine.id);
         ASSERT_EQ(model->board()->id, "spring");
@@ -39,7 +39,7 @@ class BoardPreviewTest : public ModelFixture {
 };
 
 TEST_F(BoardPreviewTest, keysPlayItAndNothingIsKept) {
-    ASSERT_TRUE(model->previewBoard(file));
+    ASSERT_TRUE(previewBoard(file));
     ASSERT_NE(model->preview(), nullptr);
     EXPECT_EQ(model->preview()->name, "From a friend");
     EXPECT_EQ(model->previewRecordings(), 1U);
@@ -55,8 +55,8 @@ TEST_F(BoardPreviewTest, keysPlayItAndNothingIsKept) {
 }
 
 TEST_F(BoardPreviewTest, keptItIsTheUsersAndCurrent) {
-    ASSERT_TRUE(model->previewBoard(file));
-    ASSERT_TRUE(model->keepPreview());
+    ASSERT_TRUE(previewBoard(file));
+    ASSERT_TRUE(keepPreview());
     EXPECT_EQ(model->preview(), nullptr);
     EXPECT_EQ(model->board()->name, "From a friend");
     EXPECT_FALSE(model->board()->builtIn);
@@ -64,45 +64,76 @@ TEST_F(BoardPreviewTest, keptItIsTheUsersAndCurrent) {
     EXPECT_EQ(users(), 1U);
     const std::string& sample = model->board()->sounds.front().press.layers.front().samples.front();
     EXPECT_TRUE(model->library().samples(sample));
-    EXPECT_FALSE(model->keepPreview()) << "there is none any more";
+    model->keepPreview();
+    EXPECT_FALSE(model->busyWithFile()) << "there is none any more";
 }
 
 TEST_F(BoardPreviewTest, droppedWhereThereIsNoBoardNothingPlaysOn) {
     std::filesystem::remove_all(scratch / "Packs");
     restart();
     ASSERT_EQ(model->board(), nullptr);
-    ASSERT_TRUE(model->previewBoard(file));
+    ASSERT_TRUE(previewBoard(file));
     ASSERT_TRUE(comesToPlay("From a friend"));
     model->dropPreview();
     EXPECT_EQ(model->playing(), nullptr);
 }
 
+TEST_F(BoardPreviewTest, whatIsKeptIsWhatWasOpenedWhateverBecomesOfTheFile) {
+    ASSERT_TRUE(previewBoard(file));
+    std::filesystem::remove(file);
+    ASSERT_TRUE(keepPreview());
+    EXPECT_EQ(model->board()->name, "From a friend");
+    const std::string sample = model->board()->sounds.front().press.layers.front().samples.front();
+    const auto heard = model->library().samples(sample);
+    ASSERT_TRUE(heard);
+    restart();
+    EXPECT_EQ(model->board()->name, "From a friend");
+    EXPECT_EQ(model->library().samples(sample)->size(), heard->size());
+}
+
+TEST_F(BoardPreviewTest, aFileIsReadWhileEverythingElseGoesOn) {
+    std::optional<std::string> first;
+    model->previewBoard(file, [&](const std::string& problem) { first = problem; });
+    EXPECT_TRUE(model->busyWithFile());
+    EXPECT_EQ(model->preview(), nullptr) << "nothing waits for it";
+    model->cancelFile();
+    EXPECT_FALSE(model->busyWithFile());
+    EXPECT_NE(first, std::nullopt) << "whoever asked is told";
+    EXPECT_NE(first, "");
+    ASSERT_TRUE(previewBoard(file)) << "and another one can be opened";
+    EXPECT_EQ(model->previews(), 1U) << "the cancelled one never comes";
+}
+
 TEST_F(BoardPreviewTest, anotherFileTakesItsPlace) {
-    ASSERT_TRUE(model->previewBoard(file));
+    ASSERT_TRUE(previewBoard(file));
     const std::size_t before = model->previews();
-    ASSERT_TRUE(model->previewBoard(file));
+    ASSERT_TRUE(previewBoard(file));
     EXPECT_GT(model->previews(), before);
     EXPECT_EQ(users(), 1U);
 }
 
 TEST_F(BoardPreviewTest, aFileThatIsNoneIsNamedAndChangesNothing) {
-    ASSERT_TRUE(model->previewBoard(file));
-    EXPECT_FALSE(model->previewBoard(scratch.write("notes.vornic", "{}")));
+    ASSERT_TRUE(previewBoard(file));
+    EXPECT_FALSE(previewBoard(scratch.write("notes.vornic", "{}")));
     EXPECT_EQ(model->lastError(), "That isn't a Vornic board file.");
     ASSERT_NE(model->preview(), nullptr) << "what was open stays";
-    EXPECT_FALSE(model->previewBoard(scratch / "missing.vornic"));
+    EXPECT_FALSE(previewBoard(scratch / "missing.vornic"));
     EXPECT_EQ(model->lastError(), "Couldn't read that file.");
 }
 
 TEST_F(BoardPreviewTest, aSecondStartHandsItsFileOver) {
     int activations = 0;
-    const auto activate = [&] { ++activations; };
-    EXPECT_EQ(control(*model, {"open", file.string()}, activate), ControlAnswer{});
+    Control control(*model, scheduler, [&] { ++activations; });
+    const auto open = [&](const std::filesystem::path& path) {
+        std::optional<ControlAnswer> said;
+        control.run({"open", path.string()}, [&](const ControlAnswer& answer) { said = answer; });
+        EXPECT_TRUE(eventually([&] { return said.has_value(); }));
+        return said.value_or(ControlAnswer{-1, ""});
+    };
+    EXPECT_EQ(open(file), ControlAnswer{});
     EXPECT_EQ(activations, 1);
     EXPECT_NE(model->preview(), nullptr);
-    const ControlAnswer refused =
-        control(*model, {"open", (scratch / "missing.vornic").string()}, activate);
-    EXPECT_EQ(refused, (ControlAnswer{1, "Couldn't read that file."}));
+    EXPECT_EQ(open(scratch / "missing.vornic"), (ControlAnswer{1, "Couldn't read that file."}));
     EXPECT_EQ(activations, 2) << "the panel says why";
 }
 

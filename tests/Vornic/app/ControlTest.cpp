@@ -1,6 +1,7 @@
 #include "Vornic/app/Control.h"
 
 #include "tests/support/ModelFixture.h"
+#include "tests/support/SmallDisk.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -15,7 +16,11 @@ class ControlTest : public ModelFixture {
     void SetUp() override { start(); }
 
     ControlAnswer run(const RunningCopy::Words& words) {
-        return control(*model, words, [this] { ++activations; });
+        Control control(*model, scheduler, [this] { ++activations; });
+        std::optional<ControlAnswer> said;
+        control.run(words, [&](const ControlAnswer& answer) { said = answer; });
+        EXPECT_TRUE(eventually([&] { return said.has_value(); }));
+        return said.value_or(ControlAnswer{-1, ""});
     }
     bool startsToPlay() {
         scheduler.advance(std::chrono::milliseconds(0));
@@ -46,6 +51,33 @@ TEST_F(ControlTest, choosesABoard) {
     EXPECT_EQ(run({"board", "lost"}),
               (ControlAnswer{1, "There is no board \"lost\". Boards: spring, " + mine + "."}));
     EXPECT_EQ(model->board()->id, "spring");
+}
+
+TEST_F(ControlTest, ofManyBoardsInARowOnlyTheLastIsChosen) {
+    model->newBoard();
+    model->newBoard();
+    const std::string first = model->board()->id;
+    const std::size_t count = model->boards().size();
+    const std::uint64_t before = model->boardRevision();
+    Control control(*model, scheduler, [] {});
+    std::vector<std::string> said;
+    for (int command = 0; command < 3000; ++command) {
+        control.run({"board", "next"},
+                    [&](const ControlAnswer& answer) { said.push_back(answer.text); });
+    }
+    EXPECT_TRUE(eventually([&] { return said.size() == 3000; }));
+    EXPECT_EQ(model->boardRevision(), before + 1);
+    EXPECT_EQ(3000 % count, 0U);
+    EXPECT_EQ(model->board()->id, first) << "a thousand times round";
+    EXPECT_EQ(said.back(), first + " " + model->board()->name);
+    EXPECT_NE(said[0], said[1]) << "each is told what it chose";
+}
+
+TEST_F(ControlTest, aCommandThatTheDiskDoesNotTakeHasFailed) {
+    const SmallDisk disk(10);
+    EXPECT_EQ(run({"volume", "0.25"}),
+              (ControlAnswer{1, "Couldn't save the settings: File too large"}));
+    EXPECT_EQ(model->volume(), 0.25) << "for this run";
 }
 
 TEST_F(ControlTest, setsTheVolume) {

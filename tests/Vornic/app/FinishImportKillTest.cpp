@@ -34,10 +34,15 @@ class FinishImportKillTest : public ModelFixture {
         if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0 || !startToPlay()) {
             _exit(1);
         }
-        model->startSession(TypingNoise(2, 48000, 1e-4F).hit(0.3, 0.4F).hit(1, 0.6F).samples(),
-                            "My keyboard");
+        if (!openSession(TypingNoise(2, 48000, 1e-4F).hit(0.3, 0.4F).hit(1, 0.6F).samples(),
+                         "My keyboard")) {
+            _exit(1);
+        }
         raise(SIGSTOP);
         const bool kept = model->finishImport().has_value();
+        bool written = false;
+        model->whenWritten([&](const std::string& problem) { written = problem.empty(); });
+        eventually([&] { return written; });
         raise(SIGSTOP);
         _exit(kept ? 0 : 1);
     }

@@ -98,6 +98,29 @@ TEST_F(SettingsFileTest, keepsKeysThatItDoesNotKnow) {
                              R"({"later": {"a": [1, 2]}, "volume": 0.5, "advanced": true})"));
 }
 
+TEST_F(SettingsFileTest, keepsWhatANewerVersionHasPutIntoASetting) {
+    scratch.write("config/Vornic/settings.json",
+                  R"({"stage": {"placement": "desk", "distance": 0, "width": 1, "room": "dry",
+                      "deskMat": false, "later": 7}})");
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    settings.stage.room = Room::wood;
+    change(file, settings);
+    EXPECT_EQ(written()["stage"]["later"], 7);
+    EXPECT_EQ(written()["stage"]["room"], "wood");
+}
+
+TEST_F(SettingsFileTest, keepsNoMoreThan64KiBThatItDoesNotKnow) {
+    const nlohmann::json large{{"later", std::string(70'000, 'x')}, {"few", 1}, {"volume", 0.5}};
+    scratch.write("config/Vornic/settings.json", large.dump());
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    EXPECT_EQ(settings.volume, 0.5);
+    settings.advanced = true;
+    change(file, settings);
+    EXPECT_EQ(written(), nlohmann::json::parse(R"({"few": 1, "volume": 0.5, "advanced": true})"));
+}
+
 TEST_F(SettingsFileTest, aValueOfTheWrongKindCountsAsTheDefaultAndStaysUntilChanged) {
     scratch.write("config/Vornic/settings.json",
                   R"({"stage": {"placement": "moon"}, "tweaks": 5, "volume": 0.5})");
@@ -111,6 +134,23 @@ TEST_F(SettingsFileTest, aValueOfTheWrongKindCountsAsTheDefaultAndStaysUntilChan
     change(file, settings);
     EXPECT_EQ(written()["stage"]["placement"], "moon");
     EXPECT_TRUE(written()["tweaks"].is_object());
+}
+
+TEST_F(SettingsFileTest, aValueOutsideItsRangeCountsAsTheNearestEndAndStaysUntilChanged) {
+    scratch.write("config/Vornic/settings.json",
+                  R"({"volume": 1e300, "stage": {"placement": "desk", "distance": -3,
+                      "width": 7, "room": "dry", "deskMat": false},
+                      "tweaks": {"deep": {"deeper": -9, "crisper": 9}}})");
+    SettingsFile file = open();
+    EXPECT_THAT(file.problems(), IsEmpty());
+    Settings settings = file.settings();
+    EXPECT_EQ(settings.volume, 1);
+    EXPECT_EQ(settings.stage.distance, 0);
+    EXPECT_EQ(settings.stage.width, 1);
+    EXPECT_EQ(settings.tweaks["deep"], (SimpleTweaks{.deeper = -1, .crisper = 1}));
+    settings.advanced = true;
+    change(file, settings);
+    EXPECT_EQ(written()["volume"], 1e300);
 }
 
 TEST_F(SettingsFileTest, aDamagedFileIsPutAsideByNameAndNeverOverwritten) {
@@ -150,6 +190,20 @@ TEST_F(SettingsFileTest, aFolderInTheWayIsPutAsideToo) {
     scratch.write("config/Vornic/settings.json/inside", "kept");
     EXPECT_THAT(open().problems(), ElementsAre(HasSubstr("it is a folder")));
     EXPECT_EQ(readBytes(scratch / "config/Vornic/settings.damaged.json/inside"), "kept");
+}
+
+TEST_F(SettingsFileTest, nobodyElseCanReadIt) {
+    using std::filesystem::perms;
+    constexpr perms mine = perms::owner_read | perms::owner_write;
+    SettingsFile file = open();
+    Settings settings = file.settings();
+    settings.advanced = true;
+    EXPECT_FALSE(change(file, settings));
+    EXPECT_EQ(std::filesystem::status(path).permissions(), mine);
+    EXPECT_EQ(std::filesystem::status(path.parent_path()).permissions(), perms::owner_all);
+    std::filesystem::permissions(path, mine | perms::others_read);
+    open();
+    EXPECT_EQ(std::filesystem::status(path).permissions(), mine) << "one from before is narrowed";
 }
 
 TEST_F(SettingsFileTest, aLinkToTheFileStaysALink) {

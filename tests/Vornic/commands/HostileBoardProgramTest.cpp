@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace vornic {
 namespace {
@@ -152,6 +153,31 @@ TEST_F(HostileBoardProgramTest, endlessRecordingsInABoardFileAreCut) {
                         {"board", board_},
                         {"samples", {{"user/a", minutes}}}};
     EXPECT_THAT(rendering(document.dump(), 0, "board.vornic"), HasSubstr(" strokes in "));
+}
+
+TEST_F(HostileBoardProgramTest, namedPipesAreRefusedWhereverAFileIsRead) {
+    const std::string pipe = (scratch_ / "pipe").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::filesystem::create_directories(scratch_ / "packs/stuck");
+    ASSERT_EQ(mkfifo((scratch_ / "packs/stuck/pack.json").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((scratch_ / "packs/spring/regular-09.wav").c_str(), 0600), 0);
+    const std::string packs = (scratch_ / "packs").string();
+    const std::string log = (scratch_ / "log").string();
+    const std::vector<std::vector<std::string>> commands{
+        {"render-board", pipe, "--out", (scratch_ / "out").string()},
+        {"import", pipe},
+        {"type", "--keys", pipe, "--out", (scratch_ / "typed.wav").string()}};
+    for (std::vector<std::string> command : commands) {
+        SCOPED_TRACE(command.front());
+        command.insert(command.begin(), VORNIC_PROGRAM);
+        command.insert(command.end(), {"--packs", packs});
+        ChildProcess program(command, {{"XDG_DATA_HOME", (scratch_ / "data").string()}}, log);
+        EXPECT_EQ(program.wait(), 1);
+        EXPECT_THAT(readBytes(log), HasSubstr("it is no regular file"));
+    }
+    ChildProcess slicing({VORNIC_PROGRAM, "slice", pipe, "--out", (scratch_ / "strokes").string()},
+                         {}, log);
+    EXPECT_EQ(slicing.wait(), 1);
 }
 
 } // namespace

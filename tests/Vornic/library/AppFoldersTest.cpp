@@ -36,5 +36,24 @@ TEST(AppFolders, areInTheHomeFolderWhereTheSessionNamesNoneOrARelativeOne) {
     EXPECT_EQ(AppFolders::settingsFile(), scratch / ".config/Vornic/settings.json");
 }
 
+TEST(AppFolders, areTheUsersAloneAlsoThoseFromBefore) {
+    const ScratchFolder scratch;
+    const Environment data("XDG_DATA_HOME");
+    const Environment config("XDG_CONFIG_HOME");
+    data.set((scratch / "data").string());
+    config.set((scratch / "config").string());
+    for (const char* const folder : {"data/Vornic/Boards", "config/Vornic"}) {
+        fs::create_directories(scratch / folder);
+        fs::permissions(scratch / folder, fs::perms::all);
+    }
+    AppFolders::folder("Boards");
+    AppFolders::folder("Samples");
+    AppFolders::settingsFile();
+    for (const char* const folder :
+         {"data/Vornic", "data/Vornic/Boards", "data/Vornic/Samples", "config/Vornic"}) {
+        EXPECT_EQ(fs::status(scratch / folder).permissions(), fs::perms::owner_all) << folder;
+    }
+}
+
 } // namespace
 } // namespace vornic

@@ -1,5 +1,6 @@
 #include "Vornic/library/BoardStore.h"
 
+#include "Vornic/library/FolderLock.h"
 #include "VornicCore/board/BoardJson.h"
 #include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"
@@ -7,8 +8,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 namespace vornic {
 namespace {
@@ -129,6 +130,27 @@ TEST_F(BoardStoreTest, noTextOfAFileDecidesWhereItIsWritten) {
     EXPECT_FALSE(std::filesystem::exists(scratch / "evil.json"));
 }
 
+TEST_F(BoardStoreTest, whatANewerVersionHasPutIntoABoardStaysThroughEditsAndCopies) {
+    using nlohmann::json;
+    Board mine = open().builtIn().front();
+    json document = json::parse(encodeBoard(mine));
+    document["later"] = {{"deep", {1, 2}}};
+    document["sounds"][0]["press"]["chain"]["later"] = 3;
+    scratch.write("data/Boards/mine-1.json", document.dump());
+    BoardStore store = open();
+    Board changed = *store.board("mine-1");
+    EXPECT_EQ(changed.sounds, mine.sounds) << "it takes no part in what boards are";
+    changed.name = "Changed";
+    ASSERT_FALSE(store.save(changed));
+    const Board copy = store.copy(changed, "Copy");
+    for (const std::string& id : {changed.id, copy.id}) {
+        const json written = json::parse(readBytes(folder() / (id + ".json")));
+        EXPECT_EQ(written["later"], document["later"]);
+        EXPECT_EQ(written["sounds"][0]["press"]["chain"]["later"], 3);
+    }
+    EXPECT_EQ(open().board("mine-1")->name, "Changed");
+}
+
 TEST_F(BoardStoreTest, builtInBoardsAreNeverWritten) {
     BoardStore store = open();
     EXPECT_EQ(store.save(store.builtIn().front()), std::errc::invalid_argument);
@@ -170,23 +192,35 @@ TEST_F(BoardStoreTest, aBoardWhoseFileStaysIsNotGone) {
 }
 
 TEST_F(BoardStoreTest, sweepsUpWhatAWriteThatWasCutShortHasLeft) {
-    // A process that has ended, and one that runs and may be writing just now.
-    const pid_t ended = fork();
-    if (ended == 0) {
-        _exit(0);
-    }
-    waitpid(ended, nullptr, 0);
-    const std::string left = ".mine-1.json." + std::to_string(ended) + "-0.part";
-    const std::string beingWritten = ".mine-1.json." + std::to_string(getppid()) + "-0.part";
+    const std::string left = ".mine-1.json.123-0.part";
     scratch.write("data/Boards/" + left, "{");
-    scratch.write("data/Boards/" + beingWritten, "{");
     scratch.write("data/Boards/notes.part", "the user's");
     scratch.write("data/Boards/.mine.notes.part", "the user's");
+    {
+        const FolderLock writing(folder());
+        open();
+        EXPECT_TRUE(std::filesystem::exists(folder() / left)) << "somebody is writing it just now";
+    }
     EXPECT_THAT(open().problems(), IsEmpty());
     EXPECT_FALSE(std::filesystem::exists(folder() / left));
-    EXPECT_TRUE(std::filesystem::exists(folder() / beingWritten));
     EXPECT_TRUE(std::filesystem::exists(folder() / "notes.part"));
     EXPECT_TRUE(std::filesystem::exists(folder() / ".mine.notes.part"));
+}
+
+TEST_F(BoardStoreTest, nobodyElseCanReadTheUsersBoards) {
+    using std::filesystem::perms;
+    const auto rights = [](const std::filesystem::path& path) {
+        return std::filesystem::status(path).permissions();
+    };
+    const mode_t former = umask(0);
+    const Board copy = open().copy(open().builtIn().front(), "First");
+    umask(former);
+    EXPECT_EQ(rights(folder()), perms::owner_all);
+    EXPECT_EQ(rights(fileOf(copy)), perms::owner_read | perms::owner_write);
+    // One from before is narrowed.
+    std::filesystem::permissions(fileOf(copy), perms::all);
+    open();
+    EXPECT_EQ(rights(fileOf(copy)), perms::owner_all);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Vornic/library/FolderLock.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/render/PartSamples.h"
@@ -6,6 +7,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -241,10 +243,72 @@ TEST_F(UserSamplesTest, whenTheProgramIsKilledTheIndexIsWholeAndItsFilesAreThere
         }
         const SampleLibrary mine = library();
         EXPECT_EQ(mine.userSamples(), infos) << "every file is whole";
+        EXPECT_EQ(static_cast<std::size_t>(std::distance(fs::directory_iterator(folder()), {})),
+                  infos.size() + 1)
+            << "nothing is left that the index does not name";
         listed = infos.size();
     }
     EXPECT_GE(listed, 20U) << "each attempt adds to what the earlier ones left";
     EXPECT_FALSE(fs::exists(folder() / "index-damaged-1.json"));
+}
+
+TEST_F(UserSamplesTest, whatAKilledProgramHasLeftGoesAtTheStartUnlessSomebodyIsAdding) {
+    library().addUser("a", LayerPart::click, "user/aaaaaaaa", sound);
+    for (const char* const left : {"user_bbbbbbbb.wav", ".user_cccccccc.wav.7-1.part"}) {
+        scratch_.write(std::string("Samples/") + left, "");
+    }
+    for (const char* const own : {"user_take one.wav", "notes.wav", "index-damaged-1.json"}) {
+        scratch_.write(std::string("Samples/") + own, "");
+    }
+    const auto count = [&] { return std::distance(fs::directory_iterator(folder()), {}); };
+    {
+        const FolderLock adding(folder());
+        library();
+        EXPECT_EQ(count(), 7);
+    }
+    EXPECT_THAT(library().userSamples(), SizeIs(1));
+    EXPECT_EQ(count(), 5);
+    EXPECT_TRUE(fs::exists(folder() / "user_aaaaaaaa.wav"));
+    EXPECT_TRUE(fs::exists(folder() / "user_take one.wav"));
+}
+
+TEST_F(UserSamplesTest, whereTheIndexIsLostNoRecordingIsTakenForRubbish) {
+    library().addUser("a", LayerPart::click, "user/aaaaaaaa", sound);
+    for (const char* const index : {"", "[1"}) {
+        fs::remove(folder() / "index.json");
+        if (*index != '\0') {
+            scratch_.write("Samples/index.json", index);
+        }
+        library();
+        EXPECT_TRUE(fs::exists(folder() / "user_aaaaaaaa.wav")) << index;
+    }
+}
+
+TEST_F(UserSamplesTest, nobodyElseCanReadTheUsersRecordings) {
+    const auto rights = [&](const char* name) { return fs::status(folder() / name).permissions(); };
+    const mode_t former = umask(0);
+    library().addUser("a", LayerPart::click, "user/aaaaaaaa", sound);
+    umask(former);
+    constexpr fs::perms mine = fs::perms::owner_read | fs::perms::owner_write;
+    EXPECT_EQ(fs::status(folder()).permissions(), fs::perms::owner_all);
+    for (const char* const file : {"user_aaaaaaaa.wav", "index.json"}) {
+        EXPECT_EQ(rights(file), mine);
+        fs::permissions(folder() / file, mine | fs::perms::group_read | fs::perms::others_read);
+    }
+    library();
+    EXPECT_EQ(rights("user_aaaaaaaa.wav"), mine) << "those from before are narrowed";
+    EXPECT_EQ(rights("index.json"), mine);
+}
+
+TEST_F(UserSamplesTest, whatIsThereForThisRunCanBeKept) {
+    SampleLibrary mine = library();
+    const SampleInfo info = mine.addForThisRun({"a", LayerPart::click, sound});
+    EXPECT_TRUE(mine.keep({info.id}));
+    EXPECT_THAT(mine.userSamples(), ElementsAre(info));
+    EXPECT_THAT(library().userSamples(), ElementsAre(info));
+    EXPECT_EQ(library().samples(info.id), sound);
+    EXPECT_TRUE(mine.removeUser(info.id));
+    EXPECT_THAT(library().userSamples(), IsEmpty());
 }
 
 TEST_F(UserSamplesTest, twoThreadsMayAddAtOnce) {

@@ -35,6 +35,14 @@ class SoundMakerTest : public testing::Test {
             events);
     }
 
+    /// Waits until the recording that was stopped is cut.
+    bool cut() {
+        return waitFor([&] {
+            scheduler_.run();
+            return !maker_->importProgress();
+        });
+    }
+
     /// Time goes on by tenths of a second, as the timer's do.
     void pass(int tenths) {
         for (int i = 0; i < tenths; ++i) {
@@ -68,6 +76,8 @@ TEST_F(SoundMakerTest, recordsAndOffersTheStrokes) {
     maker_->stopRecording(true);
     EXPECT_FALSE(maker_->isRecording());
     EXPECT_EQ(quiet_, (std::vector<bool>{true, false}));
+    EXPECT_EQ(maker_->session(), std::nullopt) << "it is cut on another thread";
+    ASSERT_TRUE(cut());
     const ImportSession session = required(maker_->session());
     EXPECT_EQ(session.name, "My keyboard");
     EXPECT_EQ(session.strokes.size(), 3U);
@@ -102,6 +112,7 @@ TEST_F(SoundMakerTest, countsTheSecondsAndStopsByItself) {
     EXPECT_EQ(maker_->secondsLeft(), 1);
     pass(5);
     EXPECT_FALSE(maker_->isRecording());
+    ASSERT_TRUE(cut());
     EXPECT_EQ(required(maker_->session()).strokes.size(), 3U);
     EXPECT_EQ(scheduler_.timers(), 0U);
 }
@@ -143,6 +154,7 @@ TEST_F(SoundMakerTest, saysThatARecordingHasNoStrokes) {
     maker_->startRecording();
     microphone_.hear(std::vector<float>(48000));
     maker_->stopRecording(true);
+    ASSERT_TRUE(cut());
     EXPECT_EQ(failures_,
               Messages{"No keystrokes found. Press keys one at a time, a little apart."});
 }
@@ -153,6 +165,7 @@ TEST_F(SoundMakerTest, keepsWhatItHeardWhenTheMicrophoneGoes) {
     microphone_.lose();
     EXPECT_FALSE(maker_->isRecording());
     EXPECT_EQ(quiet_, (std::vector<bool>{true, false}));
+    ASSERT_TRUE(cut());
     EXPECT_EQ(required(maker_->session()).strokes.size(), 3U);
     EXPECT_EQ(failures_,
               Messages{"The microphone is gone. What it heard until then has been kept."});
@@ -163,6 +176,8 @@ TEST_F(SoundMakerTest, saysThatNothingWasHeardBeforeTheMicrophoneWent) {
     microphone_.hear(std::vector<float>(48000));
     microphone_.lose();
     EXPECT_FALSE(maker_->isRecording());
+    ASSERT_TRUE(cut());
+    EXPECT_EQ(notes_, Messages{"The microphone is gone. What it heard until then has been kept."});
     EXPECT_EQ(failures_,
               Messages{"No keystrokes found. Press keys one at a time, a little apart."});
 }
@@ -194,6 +209,7 @@ TEST_F(SoundMakerTest, knowsWhetherTheTimeWasUp) {
     maker_->startRecording();
     microphone_.hear(typing());
     pass(201);
+    ASSERT_TRUE(cut());
     ASSERT_TRUE(maker_->session());
     EXPECT_TRUE(maker_->timeWasUp());
     maker_->startRecording();
@@ -206,6 +222,7 @@ TEST_F(SoundMakerTest, knowsWhetherTheTimeWasUp) {
 TEST_F(SoundMakerTest, namesTheSoundAndItsSamplesAsTheUserDoes) {
     maker_->rename("nothing to name");
     maker_->startSession(typing(), "My keyboard");
+    ASSERT_TRUE(cut());
     maker_->rename("Old one");
     const FinishedImport finished = required(maker_->finishImport());
     EXPECT_EQ(finished.name, "Old one");
@@ -289,6 +306,7 @@ TEST_F(SoundMakerTest, tellsTheViewsOfEveryChange) {
     EXPECT_GT(changesBy([&] { pass(1); }), 0);
     microphone_.hear(typing());
     EXPECT_GT(changesBy([&] { maker_->stopRecording(true); }), 0);
+    EXPECT_GT(changesBy([&] { cut(); }), 0);
     EXPECT_GT(changesBy([&] { maker_->select(0, false); }), 0);
     EXPECT_GT(changesBy([&] { maker_->finishImport(); }), 0);
 }

@@ -15,12 +15,12 @@ class PreviewTest : public ViewsFixture {
             board.name = "From a friend";
             board.credits = {"Recorded by a friend"};
         });
-        ASSERT_TRUE(model->exportBoard(file));
+        ASSERT_TRUE(exportBoard(file));
         model->deleteBoard();
         settle();
     }
     void open() {
-        ASSERT_TRUE(model->previewBoard(file));
+        ASSERT_TRUE(previewBoard(file));
         views->openPreview();
         ASSERT_NE(views->preview(), nullptr);
         settle();

@@ -168,7 +168,7 @@ TEST_F(RecordingViewsTest, aRecordingEndsWithItsWindow) {
 }
 
 TEST_F(RecordingViewsTest, theChooserKeepsWhatIsTickedAndOffersItForAllKeys) {
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     settle();
     QTest::qWait(50);
     EXPECT_NE(found("Found 20 keystrokes. These are the 16 cleanest; untick any you don't like."),
@@ -190,7 +190,7 @@ TEST_F(RecordingViewsTest, theChooserKeepsWhatIsTickedAndOffersItForAllKeys) {
 }
 
 TEST_F(RecordingViewsTest, theEndsOfACutFollowTheMouseAndTheArrowKeys) {
-    model->startSession(typing(3), "My keyboard");
+    openSession(typing(3), "My keyboard");
     settle();
     QTest::qWait(50);
     const auto cut = [&] { return model->recorder().cuts()->cut(0); };
@@ -260,7 +260,7 @@ TEST_F(RecordingViewsTest, theImportEntryAsksForAFile) {
 }
 
 TEST_F(RecordingViewsTest, theNameIsTypedWhileTheModelGoesOn) {
-    model->startSession(typing(3), "My keyboard");
+    openSession(typing(3), "My keyboard");
     settle();
     QTest::qWait(50);
     QQuickItem* const field = found("My keyboard");
@@ -279,7 +279,7 @@ TEST_F(RecordingViewsTest, theNameIsTypedWhileTheModelGoesOn) {
 }
 
 TEST_F(RecordingViewsTest, theListFollowsTheFocus) {
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     settle();
     QTest::qWait(50);
     QObject* const chooser = studio->rootObject()->findChild<QObject*>("strokeChooser");
@@ -306,7 +306,7 @@ TEST_F(RecordingViewsTest, theListFollowsTheFocus) {
 }
 
 TEST_F(RecordingViewsTest, everyControlOfTheChooserHasANameOfItsOwn) {
-    model->startSession(typing(), "My keyboard");
+    openSession(typing(), "My keyboard");
     settle();
     QTest::qWait(50);
     QObject* const chooser = studio->rootObject()->findChild<QObject*>("strokeChooser");
@@ -342,7 +342,7 @@ TEST_F(RecordingViewsTest, looksRightInLightAndDark) {
         QTest::qWait(50);
         click(found("Cancel"));
         QTest::qWait(50);
-        model->startSession(typing(), "My keyboard");
+        openSession(typing(), "My keyboard");
         settle();
         views->recorder().tick(2, false);
         views->recorder().moveEnd(1, 0.4);

@@ -150,8 +150,8 @@ TEST_F(StatesTest, aBoardFile) {
         board.detail = longName + ". " + longName + ".";
         board.credits = std::vector<std::string>(12, longName);
     });
-    ASSERT_TRUE(model->exportBoard(scratch / "sent.vornic"));
-    ASSERT_TRUE(model->previewBoard(scratch / "sent.vornic"));
+    ASSERT_TRUE(exportBoard(scratch / "sent.vornic"));
+    ASSERT_TRUE(previewBoard(scratch / "sent.vornic"));
     look("preview/PreviewView.qml", "preview");
 }
 

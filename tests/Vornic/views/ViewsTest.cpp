@@ -70,10 +70,11 @@ TEST_F(ViewsTest, thePanelSaysWhenKeysCannotBeHeard) {
 TEST_F(ViewsTest, theStudioWritesAndReadsBoardFiles) {
     const auto file = QUrl::fromLocalFile(QString::fromStdString((scratch / "my.vornic").string()));
     views->adapter().exportBoard(file);
+    ASSERT_TRUE(eventually([&] { return !model->busyWithFile(); }));
     ASSERT_TRUE(std::filesystem::exists(scratch / "my.vornic"));
     const std::size_t before = model->boards().size();
     views->adapter().importBoard(file);
-    EXPECT_EQ(model->boards().size(), before + 1);
+    EXPECT_TRUE(eventually([&] { return model->boards().size() == before + 1; }));
     EXPECT_TRUE(views->adapter().mine());
 }
 

@@ -1,4 +1,4 @@
-#include "Vornic/recording/FileImport.h"
+#include "Vornic/recording/RecordingImport.h"
 
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "tests/support/QueueScheduler.h"
@@ -15,12 +15,12 @@
 namespace vornic {
 namespace {
 
-class FileImportTest : public testing::Test {
+class RecordingImportTest : public testing::Test {
   protected:
     void start(const std::filesystem::path& file) {
         import_.start(
             file, [this](double share) { shares_.push_back(share); },
-            [this](FileImport::Outcome outcome) { outcomes_.push_back(std::move(outcome)); });
+            [this](RecordingImport::Outcome outcome) { outcomes_.push_back(std::move(outcome)); });
     }
     bool isDone() {
         return waitFor([this] {
@@ -37,11 +37,11 @@ class FileImportTest : public testing::Test {
     ScratchFolder folder_;
     QueueScheduler scheduler_;
     std::vector<double> shares_;
-    std::vector<FileImport::Outcome> outcomes_;
-    FileImport import_{scheduler_, VORNIC_DECODER};
+    std::vector<RecordingImport::Outcome> outcomes_;
+    RecordingImport import_{scheduler_, VORNIC_DECODER};
 };
 
-TEST_F(FileImportTest, makesASessionNamedAfterTheFile) {
+TEST_F(RecordingImportTest, makesASessionNamedAfterTheFile) {
     start(typing("My old.keyboard.wav"));
     EXPECT_TRUE(import_.isRunning());
     ASSERT_TRUE(isDone());
@@ -54,7 +54,7 @@ TEST_F(FileImportTest, makesASessionNamedAfterTheFile) {
     EXPECT_TRUE(std::ranges::is_sorted(shares_));
 }
 
-TEST_F(FileImportTest, saysWhyThereIsNoSession) {
+TEST_F(RecordingImportTest, saysWhyThereIsNoSession) {
     start(folder_.write("a.wav", "no sound"));
     ASSERT_TRUE(isDone());
     EXPECT_EQ(outcomes_[0].session, std::nullopt);
@@ -67,7 +67,7 @@ TEST_F(FileImportTest, saysWhyThereIsNoSession) {
     EXPECT_EQ(outcomes_[0].error, "No keystrokes found. Press keys one at a time, a little apart.");
 }
 
-TEST_F(FileImportTest, tellsNothingMoreOnceCancelled) {
+TEST_F(RecordingImportTest, tellsNothingMoreOnceCancelled) {
     start(typing("a.wav"));
     import_.cancel();
     EXPECT_FALSE(import_.isRunning());
@@ -76,7 +76,7 @@ TEST_F(FileImportTest, tellsNothingMoreOnceCancelled) {
     EXPECT_TRUE(shares_.empty());
 }
 
-TEST_F(FileImportTest, cancelsTheImportThatIsRunningForTheNext) {
+TEST_F(RecordingImportTest, cancelsTheImportThatIsRunningForTheNext) {
     start(typing("a.wav"));
     start(typing("b.wav"));
     ASSERT_TRUE(isDone());
@@ -85,10 +85,10 @@ TEST_F(FileImportTest, cancelsTheImportThatIsRunningForTheNext) {
     EXPECT_EQ(required(outcomes_[0].session).name, "b");
 }
 
-TEST_F(FileImportTest, mayBeStartedByWhatItCalls) {
+TEST_F(RecordingImportTest, mayBeStartedByWhatItCalls) {
     int done = 0;
     const auto file = typing("a.wav");
-    std::function<void(FileImport::Outcome)> again = [&](const FileImport::Outcome&) {
+    std::function<void(RecordingImport::Outcome)> again = [&](const RecordingImport::Outcome&) {
         if (++done == 1) {
             import_.start(file, {}, again);
         }
