@@ -33,6 +33,7 @@
 #include "Vornic/runSelfTest.h"
 #include "Vornic/typing/KeySource.h"
 #include "Vornic/views/Presence.h"
+#include "VornicCore/base/EndInOrder.h"
 
 #include <sys/resource.h>
 
@@ -292,11 +293,13 @@ void writeNoCore() {
 } // namespace vornic
 
 int main(int argc, char** argv) {
+    vornic::endInOrder("vornic");
     vornic::writeNoCore();
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto request = vornic::readCommandLine(
         arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));
     const auto* const run = std::get_if<vornic::RunRequest>(&request);
+    vornic::requireRoom(run != nullptr);
     auto application = vornic::makeApplication(argc, argv, run);
     if (run != nullptr) {
         // Asked for now: an upgrade may take the file away while the program runs.

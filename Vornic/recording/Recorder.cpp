@@ -73,10 +73,6 @@ std::vector<float> Recorder::stop() {
     return DSP::resample(captured, 12.0 * std::log2(inputRate_ / DSP::sampleRate));
 }
 
-bool Recorder::isFull() const {
-    return isRecording_ && count_.load(std::memory_order_acquire) == captured_.size();
-}
-
 void Recorder::hear(std::vector<float>& heard) const {
     const std::size_t count = count_.load(std::memory_order_acquire);
     if (heard.size() < count) {

@@ -37,9 +37,6 @@ class Recorder final : private MicrophoneInput::Taker {
     /// The largest magnitude of what was kept of the last block, 0 when nothing was. Any thread.
     [[nodiscard]] float level() const { return level_.load(std::memory_order_relaxed); }
 
-    /// Whether the limit has been reached.
-    [[nodiscard]] bool isFull() const;
-
     /// The microphone's rate in Hz, as of the last start.
     [[nodiscard]] double inputRate() const { return inputRate_; }
 

@@ -115,6 +115,7 @@ void SoundMaker::stopRecording(bool keep) {
 void SoundMaker::importRecording(const std::filesystem::path& file) {
     stopRecording(false);
     timeWasUp_ = false;
+    lost_.clear();
     remark_.clear();
     importProgress_ = 0.0;
     imports_.start(

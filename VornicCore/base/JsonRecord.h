@@ -12,9 +12,18 @@ struct JsonMember {
     Value Record::* field;
 };
 
-/// The members of a record, each required unless its field is a std::optional. A type that is
-/// written to documents specialises it with `static constexpr auto members`, a tuple of
-/// `JsonMember`s; reading and writing (JsonValue.h) both follow that one list.
+/// A member that was added after the first version: documents from before do not have it, and then
+/// the field keeps its default.
+template <typename Record, typename Value>
+struct AddedJsonMember {
+    std::string_view name;
+    Value Record::* field;
+};
+
+/// The members of a record, each required unless it was added or its field is a std::optional. A
+/// type that is written to documents specialises it with `static constexpr auto members`, a tuple
+/// of `JsonMember`s and `AddedJsonMember`s; reading and writing (JsonValue.h) both follow that one
+/// list.
 template <typename Record>
 struct JsonRecord;
 

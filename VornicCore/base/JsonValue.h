@@ -208,9 +208,19 @@ struct JsonValue<Record> {
         record.*member.field = JsonField<Value>::read(in, member.name);
     }
     template <typename Value>
-    static void writeMember(nlohmann::json& object, const Record& record,
-                            const JsonMember<Record, Value>& member) {
-        JsonField<Value>::write(object, member.name, record.*member.field);
+    static void readMember(const JsonReader& in, Record& record,
+                           const AddedJsonMember<Record, Value>& member) {
+        if (const std::optional<JsonReader> found = in.optionalMember(member.name)) {
+            record.*member.field = JsonValue<Value>::read(*found);
+        }
+    }
+    template <typename Member>
+    static void writeMember(nlohmann::json& object, const Record& record, const Member& member) {
+        write(object, member.name, record.*member.field);
+    }
+    template <typename Value>
+    static void write(nlohmann::json& object, std::string_view name, const Value& value) {
+        JsonField<Value>::write(object, name, value);
     }
 };
 

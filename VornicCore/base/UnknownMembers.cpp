@@ -49,7 +49,7 @@ std::size_t sizeOf(const json& value) {
 
 UnknownMembers UnknownMembers::in(const json& document, const json& understood) {
     std::size_t left = largest;
-    const auto collect = [&left](const auto& self, const json& from, const json& known) {
+    const auto collect = [&left](const auto& self, const json& from, const json& known) -> Node {
         Node node;
         const auto collectInside = [&](const std::string& key, const json& part,
                                        const json* knownPart) {

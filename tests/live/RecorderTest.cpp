@@ -84,7 +84,11 @@ TEST_F(RecorderLiveTest, endsAtTheLimitAndStaysQuiet) {
     PipeWireMicrophone microphone(scheduler_);
     Recorder recorder(microphone);
     ASSERT_TRUE(recorder.start(0.25)) << recorder.problem();
-    EXPECT_TRUE(waitFor([&] { return recorder.isFull(); }));
+    std::vector<float> heard;
+    EXPECT_TRUE(waitFor([&] {
+        recorder.hear(heard);
+        return heard.size() == 12000;
+    }));
     EXPECT_EQ(recorder.level(), 0.0F);
     EXPECT_EQ(recorder.stop(), std::vector<float>(12000));
 }

@@ -1,10 +1,12 @@
 // One running copy in a session, and what others can ask of it, on a real D-Bus session.
 
+#include "Vornic/linux/desktop/DBusRunningCopy.h"
 #include "tests/live/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <QCoreApplication>
 #include <csignal>
 
 namespace vornic {
@@ -45,6 +47,17 @@ TEST_F(RunningCopyTest, aSecondStartGoesToTheFirst) {
     EXPECT_EQ(second.status, 0);
     EXPECT_THAT(second.output, HasSubstr("running already"));
     EXPECT_TRUE(says("Another start was sent here"));
+}
+
+TEST_F(RunningCopyTest, aWordOfMegabytesIsRefusedAtTheDoor) {
+    const auto program = startListening();
+    int count = 0;
+    QCoreApplication application(count, nullptr);
+    DBusRunningCopy copy;
+    const ControlAnswer refused{1, "A command has too many or too long words."};
+    EXPECT_EQ(copy.ask({"open", std::string(8U << 20U, 'x')}), refused);
+    EXPECT_EQ(copy.ask(RunningCopy::Words(100'000, "board")), refused);
+    EXPECT_EQ(copy.ask({"volume", "0.5"}), (ControlAnswer{0, "0.5"}));
 }
 
 TEST_F(RunningCopyTest, makesRoomForTheNextWhenItIsKilled) {

@@ -1,6 +1,7 @@
 #include "Vornic/linux/desktop/DBusRunningCopy.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QStringList>
@@ -133,6 +134,9 @@ ControlAnswer DBusRunningCopy::ask(const Words& words) {
     if (reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner") ||
         reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown")) {
         return {1, "Vornic is not running. Start it with: vornic"};
+    }
+    if (reply.errorName() == QDBusError::errorString(QDBusError::LimitsExceeded)) {
+        return {1, reply.errorMessage().toStdString()};
     }
     return {1, "Vornic is running but does not answer: " + reply.errorMessage().toStdString()};
 }

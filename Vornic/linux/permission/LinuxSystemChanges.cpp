@@ -1,8 +1,8 @@
 #include "Vornic/linux/permission/LinuxSystemChanges.h"
 
 #include "Vornic/linux/keys/UdevInputDevices.h"
+#include "VornicCore/base/ReplaceFile.h"
 
-#include <fcntl.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <span>
 #include <system_error>
 
 namespace vornic {
@@ -23,22 +24,16 @@ bool LinuxSystemChanges::exists(const fs::path& path) const {
 
 bool LinuxSystemChanges::write(const fs::path& path, const std::string& text) {
     std::error_code ignored;
-    fs::create_directories(path.parent_path(), ignored);
-    // A link in its place is none of ours to follow.
-    const int descriptor = ::open(
-        path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (descriptor < 0) {
+    const bool madeFolder = fs::create_directory(path.parent_path(), ignored);
+    // Whole or not at all, since half a file would count as one; and a link in its place is none of
+    // ours to follow.
+    if (tryReplaceFile(path, std::as_bytes(std::span(text)))) {
+        if (madeFolder) {
+            fs::remove(path.parent_path(), ignored);
+        }
         return false;
     }
-    const bool written =
-        ::write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
-        ::fchmod(descriptor, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH) == 0;
-    if (::close(descriptor) == 0 && written) {
-        return true;
-    }
-    // Half a file would count as a whole one.
-    ::unlink(path.c_str());
-    return false;
+    return true;
 }
 
 bool LinuxSystemChanges::remove(const fs::path& path) {

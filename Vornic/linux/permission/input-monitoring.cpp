@@ -3,6 +3,7 @@
 
 #include "Vornic/linux/permission/InputMonitoringSwitch.h"
 #include "Vornic/linux/permission/LinuxSystemChanges.h"
+#include "VornicCore/base/EndInOrder.h"
 
 #include <sys/stat.h>
 
@@ -12,6 +13,7 @@
 #include <string_view>
 
 int main(int argc, char** argv) {
+    vornic::endInOrder("vornic-input-monitoring");
     const std::string_view word = argc == 2 ? argv[1] : "";
     if (word != "enable" && word != "disable") {
         std::fputs("usage: vornic-input-monitoring enable|disable\n", stderr);

@@ -7,7 +7,10 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <fstream>
 #include <limits>
+#include <map>
+#include <string>
 
 namespace vornic {
 namespace {
@@ -75,6 +78,52 @@ TEST_F(SettingsFileTest, standsInTheFileUnderTheAgreedKeysAndTypes) {
         "stage": {"placement": "close", "distance": 0.0, "width": 1.0, "room": "desk",
                   "deskMat": false},
         "tweaks": {"deep": {"deeper": 1.0, "crisper": 0.0, "feel": "tactile"}}})"));
+}
+
+/// The table of settings in the description of the formats: the default by key, as it stands there.
+std::map<std::string, std::string> describedSettings() {
+    std::ifstream formats(VORNIC_FORMATS);
+    std::map<std::string, std::string> described;
+    bool inside = false;
+    for (std::string line; std::getline(formats, line);) {
+        if (line.starts_with("## ")) {
+            inside = line == "## Settings";
+        } else if (inside && line.starts_with("| `")) {
+            const std::size_t last = line.rfind(" | ");
+            const std::string rest = line.substr(last + 3);
+            described[line.substr(3, line.find('`', 3) - 3)] = rest.substr(0, rest.rfind(" |"));
+        }
+    }
+    return described;
+}
+
+TEST_F(SettingsFileTest, isDescribedWithEveryKeyAndItsDefault) {
+    Settings settings;
+    // A setting that is new has to be changed here as well.
+    auto& [hearMyself, quietDuringCalls, advanced, volume, outputKind, board, stage, tweaks,
+           welcomed, toldOfNoTray] = settings;
+    for (bool* const flag : {&hearMyself, &quietDuringCalls, &advanced, &welcomed, &toldOfNoTray}) {
+        *flag = !*flag;
+    }
+    volume = 0.1;
+    outputKind = OutputKind::speakers;
+    board = "other";
+    stage.width = 0.5;
+    tweaks["deep"].deeper = 1;
+    SettingsFile file = open();
+    file.set(settings);
+    ASSERT_FALSE(change(file, Settings()));
+    const nlohmann::json defaults = written();
+    const std::map<std::string, std::string> described = describedSettings();
+    EXPECT_EQ(described.size(), defaults.size());
+    for (const auto& [key, value] : defaults.items()) {
+        ASSERT_TRUE(described.contains(key)) << key << " is not described";
+        const std::string& text = described.at(key);
+        // Larger ones are described in words.
+        if (!value.is_structured()) {
+            EXPECT_EQ(text, value.dump()) << key;
+        }
+    }
 }
 
 TEST_F(SettingsFileTest, whatWasNeverChangedHasNoEntry) {

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace vornic {
 namespace {
@@ -89,6 +90,25 @@ TEST(BoardTransfer, embedsTheUsersSamplesThatTheBoardUsesAndNoOthers) {
     const auto contents = BoardFile::decode(readBytes(user / "out.vornic"));
     EXPECT_EQ(contents.board, board);
     EXPECT_THAT(contents.samples, SizeIs(2));
+}
+
+TEST(BoardTransfer, whatANewerVersionHasPutIntoABoardTravelsThroughFiles) {
+    using nlohmann::json;
+    User from;
+    SampleLibrary theirs = from.library();
+    exportBoard(mixedBoard({"spring/regular-01"}), theirs, from / "out.vornic");
+    json document = json::parse(readBytes(from / "out.vornic"));
+    document["board"]["later"] = "kept";
+    document["board"]["sounds"][0]["press"]["layers"][0]["later"] = 5;
+    User to;
+    BoardStore store = to.store();
+    SampleLibrary library = to.library();
+    const Board got = importBoard(from.write("new.vornic", document.dump()), store, library);
+    exportBoard(got, library, to / "again.vornic", store.unknown(got.id));
+    const json again = json::parse(readBytes(to / "again.vornic"));
+    EXPECT_EQ(again["board"]["later"], "kept");
+    EXPECT_EQ(again["board"]["sounds"][0]["press"]["layers"][0]["later"], 5);
+    EXPECT_EQ(to.store().unknown(got.id).empty(), false) << "it is in the board's file";
 }
 
 TEST(BoardTransfer, anImportedBoardSoundsTheSameUnderFreshIds) {

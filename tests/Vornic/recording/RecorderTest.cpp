@@ -41,13 +41,10 @@ TEST_F(RecorderTest, dropsWhatComesAfterTheLimit) {
     for (int i = 0; i < 19; ++i) {
         microphone_.hear(second);
     }
-    EXPECT_FALSE(recorder_.isFull());
     microphone_.hear(std::vector<float>(40000, 0.5F));
     microphone_.hear(second);
-    EXPECT_TRUE(recorder_.isFull());
     microphone_.hear(second);
     EXPECT_EQ(recorder_.stop().size(), 960000U);
-    EXPECT_FALSE(recorder_.isFull());
 }
 
 TEST_F(RecorderTest, cutsTheLimitToWholeSamples) {
