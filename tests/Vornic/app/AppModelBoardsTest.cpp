@@ -180,7 +180,7 @@ TEST_F(AppModelBoardsTest, replacedBanksAreFreedHoweverTheyWereReplaced) {
         return came;
     };
     const auto file = scratch / "sent.vornic";
-    ASSERT_TRUE(model->exportBoard(file));
+    ASSERT_TRUE(exportBoard(file));
     ASSERT_TRUE(noteTheNext());
     for (int round = 1; round <= 3; ++round) {
         setRattle(0.2 * round);
@@ -188,7 +188,7 @@ TEST_F(AppModelBoardsTest, replacedBanksAreFreedHoweverTheyWereReplaced) {
         for (const bool comparing : {true, false, true, false}) {
             model->setComparing(comparing);
         }
-        ASSERT_TRUE(model->previewBoard(file));
+        ASSERT_TRUE(previewBoard(file));
         ASSERT_TRUE(noteTheNext());
         model->dropPreview();
         model->setVolume(0.1 * round); // nothing of this concerns the bank
