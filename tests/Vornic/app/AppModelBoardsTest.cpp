@@ -201,8 +201,10 @@ TEST_F(AppModelBoardsTest, replacedBanksAreFreedHoweverTheyWereReplaced) {
         scheduler.advance(1000ms);
         return model->sound().retiredBanks() == 0;
     }));
-    banks.pop_back();
-    EXPECT_TRUE(std::ranges::all_of(banks, [](const auto& bank) { return bank.expired(); }));
+    // A bank may have been noted twice, while the next one was not there yet.
+    EXPECT_TRUE(std::ranges::all_of(banks, [&](const auto& bank) {
+        return bank.expired() || bank.lock() == model->sound().bank();
+    }));
 }
 
 TEST_F(AppModelBoardsTest, anEditThatNeedsNoRenderingIsHeardWithTheNextKey) {

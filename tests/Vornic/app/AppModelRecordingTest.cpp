@@ -176,7 +176,7 @@ TEST_F(AppModelRecordingTest, aMicrophoneThatGoesEndsTheRecordingAndTheSilence) 
     microphoneInput.lose();
     EXPECT_FALSE(model->recording());
     EXPECT_EQ(model->silence(), std::nullopt);
-    EXPECT_TRUE(model->importSession());
+    EXPECT_TRUE(eventually([&] { return model->importSession().has_value(); }));
     EXPECT_EQ(model->lastError(),
               "The microphone is gone. What it heard until then has been kept.");
 }

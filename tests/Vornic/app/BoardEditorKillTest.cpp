@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <thread>
 
@@ -40,7 +41,7 @@ class BoardEditorKillTest : public ::testing::Test {
             editor.edit([count](Board& board) { board.stabs.rattle = count; });
             Settings changed = settings.settings();
             changed.board = editor.board()->id;
-            changed.volume = count;
+            changed.volume = count / 1e6; // within its range
             settings.set(changed);
             if (settings.write() || write(done, &count, sizeof count) != sizeof count) {
                 _exit(1);
@@ -92,7 +93,7 @@ TEST_F(BoardEditorKillTest, theLastEditIsThereAndWhole) {
         EXPECT_EQ(store.mine().front().id, settings.settings().board);
         EXPECT_GE(store.mine().front().stabs.rattle, told);
         EXPECT_LE(store.mine().front().stabs.rattle, told + 1);
-        EXPECT_GE(settings.settings().volume, told);
+        EXPECT_GE(std::lround(settings.settings().volume * 1e6), told);
         // What the cut-off write has left is gone with the next start.
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch / "Boards"), {}), 1);
     }
