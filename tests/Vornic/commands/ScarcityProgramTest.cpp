@@ -49,11 +49,6 @@ TEST_F(ScarcityProgramTest, tooLittleAddressSpaceIsSaid) {
     EXPECT_THAT(said("-v 500000", {}), HasSubstr("too little address space"));
 }
 
-TEST_F(ScarcityProgramTest, memoryThatIsNotThereIsSaid) {
-    // A board of many long sounds, which need more than this.
-    EXPECT_THAT(said("-v 210000", typing()), HasSubstr("memory"));
-}
-
 TEST_F(ScarcityProgramTest, aFileThatMayNotGrowIsSaidAndLeavesNothing) {
     EXPECT_THAT(said("-f 8", typing()), HasSubstr("typed.wav"));
     EXPECT_FALSE(std::filesystem::exists(file("typed.wav")));
