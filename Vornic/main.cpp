@@ -143,8 +143,7 @@ std::vector<std::string> withoutBoardFile(std::vector<std::string> arguments,
 
 RunEnd run(const RunRequest& request, QCoreApplication& application) {
     JournalLog log;
-    // Not as the user quits it: that closes the windows, and closing the welcome would count as
-    // having seen it.
+    // Not `quit`, which closes the windows: closing the welcome would count as having seen it.
     QuitSignals quit([] { QCoreApplication::exit(); });
     MonotonicClock clock;
     QtScheduler scheduler;
