@@ -100,9 +100,10 @@ std::map<std::string, std::string> describedSettings() {
 TEST_F(SettingsFileTest, isDescribedWithEveryKeyAndItsDefault) {
     Settings settings;
     // A setting that is new has to be changed here as well.
-    auto& [hearMyself, quietDuringCalls, advanced, volume, outputKind, board, stage, tweaks,
-           welcomed, toldOfNoTray] = settings;
-    for (bool* const flag : {&hearMyself, &quietDuringCalls, &advanced, &welcomed, &toldOfNoTray}) {
+    auto& [hearMyself, quietDuringCalls, noticePasswords, advanced, volume, outputKind, board,
+           stage, tweaks, welcomed, toldOfNoTray] = settings;
+    for (bool* const flag : {&hearMyself, &quietDuringCalls, &noticePasswords, &advanced, &welcomed,
+                             &toldOfNoTray}) {
         *flag = !*flag;
     }
     volume = 0.1;
