@@ -57,7 +57,11 @@ int run(const SliceCommandRequest& request) {
 
 int run(const BoardRequest& request) {
     try {
-        const CommandOutcome outcome = runBoardCommand(request);
+        BoardRequest asked = request;
+        if (auto* const import = std::get_if<ImportBoard>(&asked.what)) {
+            import->decoder = findDecoder(programPath());
+        }
+        const CommandOutcome outcome = runBoardCommand(asked);
         for (const std::string& remark : outcome.remarks) {
             std::fprintf(stderr, "vornic: %s\n", remark.c_str());
         }

@@ -69,8 +69,18 @@ BoardCommandLine::BoardCommandLine(CLI::App& app, const std::filesystem::path& d
     to.exportCommand->add_option("FILE", to.exported.file, "Board file (.vornic) to write")
         ->required();
 
-    to.importCommand = to.add(app, "import", "Adds the board of a file to yours");
-    to.importCommand->add_option("FILE", to.imported.file, "Board file (.vornic)")->required();
+    to.importCommand = to.add(app, "import", "Adds the board of a file, or sound packs, to yours");
+    to.importCommand
+        ->add_option("FILE", to.imported.file,
+                     "Board file (.vornic), or a sound pack: a folder, an archive, or a folder of "
+                     "packs")
+        ->required();
+    to.importCommand->add_flag("--dry-run", to.imported.dryRun, "Only say what a pack holds");
+    to.importCommand->add_flag("--json", to.imported.json, "Say it as JSON");
+    to.importCommand
+        ->add_option("--first-note", to.imported.firstNote,
+                     "Of an instrument whose notes name no keys: the MIDI note of Escape")
+        ->check(CLI::Range(0, 127));
 
     to.addStroke(app);
 

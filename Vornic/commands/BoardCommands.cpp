@@ -1,5 +1,6 @@
 #include "Vornic/commands/BoardCommands.h"
 
+#include "Vornic/commands/PackCommands.h"
 #include "Vornic/commands/StrokeCommands.h"
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/library/BoardChoice.h"
@@ -67,6 +68,15 @@ CommandOutcome run(const ExportBoard& request, BoardShelf& shelf) {
 }
 
 CommandOutcome run(const ImportBoard& request, BoardShelf& shelf) {
+    if (!isBoardFile(request.file)) {
+        return importPacks(request, shelf);
+    }
+    if (request.dryRun) {
+        const OpenedBoard opened = openBoardFile(request.file, shelf.library);
+        return {.text = "\"" + readable(opened.board.name) + "\" (a Vornic board), " +
+                        std::to_string(opened.samples.size()) + " recordings\n",
+                .remarks = {}};
+    }
     const Board board = importBoard(request.file, shelf.store, shelf.library);
     return {.text = "Imported \"" + readable(board.name) + "\" as " + board.id + "\n",
             .remarks = {}};

@@ -21,9 +21,17 @@ struct ExportBoard {
     std::filesystem::path file;
 };
 
-/// `vornic import FILE`.
+/// `vornic import FILE`: a board file, or a pack of another program, or a folder of such packs.
 struct ImportBoard {
     std::filesystem::path file;
+    /// Only says what it is.
+    bool dryRun = false;
+    /// Says it as JSON.
+    bool json = false;
+    /// Of instruments whose notes name no keys: the MIDI note of Escape.
+    std::optional<int> firstNote = std::nullopt;
+    /// The helper that decodes audio; empty: there is none.
+    std::filesystem::path decoder = {};
 };
 
 /// `vornic stroke`.

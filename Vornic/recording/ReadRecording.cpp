@@ -21,7 +21,7 @@ constexpr const char* stopped = "The import was cancelled.";
 constexpr const char* silent = "It holds no sound.";
 
 RecordingRead failure(const char* reason) {
-    return {std::nullopt, reason};
+    return {.samples = std::nullopt, .remark = reason};
 }
 
 std::string whatWasUsed(double seconds) {
@@ -51,6 +51,7 @@ RecordingRead readRecording(const std::filesystem::path& file, const ReadOptions
     double secondsRead = 0.0;
     std::vector<float> mono;
     RecordingRead result;
+    result.rate = stream->rate();
     std::vector<float> samples;
     AudioStream::Next next = AudioStream::Next::end;
     while (!options.stop.stop_requested() && samples.size() <= limit &&

@@ -16,6 +16,8 @@ struct RecordingRead {
     /// Where there are none: what is wrong with the file, for the log and the command line. Where
     /// there are: what the user should know, mostly nothing.
     std::string remark;
+    /// The file's own rate, in Hz; 0 where it could not be read.
+    double rate = 0.0;
 };
 
 struct ReadOptions {

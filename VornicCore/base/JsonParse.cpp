@@ -41,7 +41,7 @@ class DocumentBuilder {
         json& object = *open_.back().container;
         open_.back().key = name;
         open_.back().hasKey = true;
-        if (object.contains(name)) {
+        if (!limits_.lastOfEqualMembers && object.contains(name)) {
             throw DecodeError(path(), "this member occurs twice");
         }
         return true;

@@ -17,6 +17,8 @@ struct JsonLimits {
     std::size_t values = 1'000'000;
     /// When requested, reading ends with an error: a large document takes a second.
     std::stop_token stop{};
+    /// Of a member that occurs twice the last counts, as browsers have it, instead of an error.
+    bool lastOfEqualMembers = false;
 };
 
 /// Reads a document: RFC 8259 to the letter, in UTF-8 without a byte order mark. Throws DecodeError

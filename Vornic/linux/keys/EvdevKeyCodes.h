@@ -1,12 +1,10 @@
 #pragma once
 
+#include "VornicCore/keys/KnownKeys.h"
+
 #include <cstdint>
 
 namespace vornic {
-
-/// Keys without a virtual key code of their own get this plus their evdev code: stable, outside the
-/// table, and as audible as any other.
-inline constexpr std::int64_t firstForeignKeyCode = 1000;
 
 /// The virtual key code of a key of the kernel's input layer (KEY_A is 30), by its place on the
 /// keyboard, whatever is printed on it: the key left of 1 is 50 and the extra key between left

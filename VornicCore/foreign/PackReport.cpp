@@ -1,0 +1,107 @@
+#include "VornicCore/foreign/PackReport.h"
+
+#include "VornicCore/base/ReadableText.h"
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+namespace vornic {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string counted(std::size_t number, const char* one, const char* many) {
+    return std::to_string(number) + " " + (number == 1 ? one : many);
+}
+
+std::string orNone(const std::string& text) {
+    return text.empty() ? "none stated" : readable(text, 200);
+}
+
+std::string megabytes(std::uint64_t bytes) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.1f MiB", static_cast<double>(bytes) / (1U << 20U));
+    return text.data();
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) {
+        text += (text.empty() ? "" : ", ") + word;
+    }
+    return text;
+}
+
+/// "A as S, Q as W".
+std::string joined(const std::vector<PackReport::Substitute>& substitutes) {
+    std::string text;
+    for (const auto& [key, from] : substitutes) {
+        text += (text.empty() ? "" : ", ") + key + " as " + from;
+    }
+    return text;
+}
+
+void append(std::string& text, const char* head, const std::vector<std::string>& notes) {
+    for (const std::string& note : notes) {
+        text += std::string("  ") + head + ": " + note + "\n";
+    }
+}
+
+} // namespace
+
+std::string reportAsText(const PackReport& report) {
+    std::string text = "\"" + readable(report.name) + "\" (" + std::string(label(report.format)) +
+                       (report.place.empty() ? "" : ", in " + readable(report.place, 200)) + ")\n";
+    text += "  by: " + orNone(report.author) + "\n";
+    text += "  licence: " + orNone(report.licence) + "\n";
+    text += "  " + counted(report.keys, "key", "keys") + ", " +
+            counted(report.releases, "release", "releases") + ", " +
+            counted(report.recordings, "recording", "recordings") + ", " +
+            counted(report.sounds, "sound", "sounds") + "; " + megabytes(report.boardBytes) +
+            " as a board file" + (report.fitsFile ? "" : ", too large to be exported") + "\n";
+    if (!report.silent.empty()) {
+        text += "  silent in the pack: " + joined(report.silent) + "\n";
+    }
+    if (!report.substituted.empty()) {
+        text += "  not in the pack: " + joined(report.substituted) + "\n";
+    }
+    append(text, "missing", report.notes.missing);
+    append(text, "repaired", report.notes.repaired);
+    append(text, "ignored", report.notes.ignored);
+    append(text, "note", report.notes.remarks);
+    return text;
+}
+
+std::string reportAsJson(const PackReport& report) {
+    const auto stated = [](const std::string& text) { return text.empty() ? Json() : Json(text); };
+    Json json;
+    json["format"] = rawString(report.format);
+    json["place"] = report.place;
+    json["name"] = report.name;
+    json["author"] = stated(report.author);
+    json["licence"] = stated(report.licence);
+    json["description"] = stated(report.description);
+    json["keys"] = report.keys;
+    json["releases"] = report.releases;
+    json["recordings"] = report.recordings;
+    json["sounds"] = report.sounds;
+    json["seconds"] = std::round(report.seconds * 1000) / 1000;
+    json["silent"] = report.silent;
+    json["substituted"] = Json::array();
+    for (const auto& [key, from] : report.substituted) {
+        json["substituted"].push_back({{"key", key}, {"from", from}});
+    }
+    json["missing"] = report.notes.missing;
+    json["repaired"] = report.notes.repaired;
+    json["ignored"] = report.notes.ignored;
+    json["remarks"] = report.notes.remarks;
+    json["boardBytes"] = report.boardBytes;
+    json["fitsFile"] = report.fitsFile;
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+} // namespace vornic
