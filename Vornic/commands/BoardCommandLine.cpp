@@ -12,6 +12,14 @@ namespace {
 const std::map<std::string, Velocity> velocities{
     {"soft", Velocity::soft}, {"medium", Velocity::medium}, {"hard", Velocity::hard}};
 
+const std::map<std::string, ExportFormat> exportFormats = [] {
+    std::map<std::string, ExportFormat> formats;
+    for (const ExportFormat format : allCases<ExportFormat>()) {
+        formats[std::string(rawString(format))] = format;
+    }
+    return formats;
+}();
+
 constexpr const char* boardHelp = "Id of a board, or a board's file";
 
 } // namespace
@@ -20,6 +28,7 @@ struct BoardCommandLine::Options {
     std::filesystem::path packs;
     ListBoards list;
     ExportBoard exported;
+    std::string format;
     ImportBoard imported;
     WriteStroke stroke;
     std::string strokeBoard;
@@ -66,8 +75,14 @@ BoardCommandLine::BoardCommandLine(CLI::App& app, const std::filesystem::path& d
 
     to.exportCommand = to.add(app, "export", "Writes a board and your recordings in it to a file");
     to.exportCommand->add_option("BOARD", to.exported.board, boardHelp)->required();
-    to.exportCommand->add_option("FILE", to.exported.file, "Board file (.vornic) to write")
+    to.exportCommand
+        ->add_option("FILE", to.exported.file, "Board file (.vornic) to write, or folder to make")
         ->required();
+    to.exportCommand
+        ->add_option("--format", to.format,
+                     "Writes the rendered strokes for other programs instead")
+        ->check(CLI::IsMember(exportFormats))
+        ->type_name("");
 
     to.importCommand = to.add(app, "import", "Adds the board of a file, or sound packs, to yours");
     to.importCommand
@@ -98,7 +113,11 @@ std::optional<BoardRequest> BoardCommandLine::request() const {
         return BoardRequest{from.list, from.packs};
     }
     if (from.exportCommand->parsed()) {
-        return BoardRequest{from.exported, from.packs};
+        ExportBoard exported = from.exported;
+        if (!from.format.empty()) {
+            exported.format = exportFormats.at(from.format);
+        }
+        return BoardRequest{std::move(exported), from.packs};
     }
     if (from.importCommand->parsed()) {
         return BoardRequest{from.imported, from.packs};

@@ -5,6 +5,7 @@
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/BoardTransfer.h"
+#include "Vornic/recording/ReadPacks.h"
 #include "VornicCore/base/ReadableText.h"
 #include "VornicCore/packs/SoundPack.h"
 
@@ -62,6 +63,9 @@ CommandOutcome run(const ListBoards& request, BoardShelf& shelf) {
 }
 
 CommandOutcome run(const ExportBoard& request, BoardShelf& shelf) {
+    if (request.format) {
+        return exportForOthers(request, shelf);
+    }
     const Board board = chooseBoard(request.board, shelf.store, shelf.library);
     exportBoard(board, shelf.library, request.file, shelf.store.unknown(board.id));
     return {};
@@ -72,7 +76,7 @@ CommandOutcome run(const ImportBoard& request, BoardShelf& shelf) {
         return importPacks(request, shelf);
     }
     if (request.dryRun) {
-        const OpenedBoard opened = openBoardFile(request.file, shelf.library);
+        const OpenedBoard opened = openBoard(readBoardFile(request.file), shelf.library);
         return {.text = "\"" + readable(opened.board.name) + "\" (a Vornic board), " +
                         std::to_string(opened.samples.size()) + " recordings\n",
                 .remarks = {}};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VornicCore/foreign/ExportPack.h"
 #include "VornicCore/sampler/Velocity.h"
 
 #include <cstdint>
@@ -19,6 +20,8 @@ struct ListBoards {
 struct ExportBoard {
     std::string board;
     std::filesystem::path file;
+    /// For other programs: `file` is the folder to make.
+    std::optional<ExportFormat> format = std::nullopt;
 };
 
 /// `vornic import FILE`: a board file, or a pack of another program, or a folder of such packs.

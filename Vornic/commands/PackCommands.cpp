@@ -1,14 +1,15 @@
 #include "Vornic/commands/PackCommands.h"
 
+#include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/KeepBoard.h"
 #include "Vornic/recording/ReadPacks.h"
 #include "VornicCore/base/ReadableText.h"
+#include "VornicCore/render/BuildBoard.h"
 
 #include <nlohmann/json.hpp>
 
-#include <array>
-#include <fstream>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace vornic {
@@ -64,25 +65,6 @@ class Account {
 
 } // namespace
 
-bool isBoardFile(const std::filesystem::path& file) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error)) {
-        return !std::filesystem::is_directory(file, error);
-    }
-    if (file.extension() == ".vornic") {
-        return true;
-    }
-    // Its members are sorted, so these come first.
-    std::array<char, 64> head{};
-    std::ifstream stream(file, std::ios::binary);
-    stream.read(head.data(), head.size());
-    std::string text(head.data(), static_cast<std::size_t>(stream.gcount()));
-    std::erase_if(text, [](char letter) {
-        return letter == ' ' || letter == '\n' || letter == '\r' || letter == '\t';
-    });
-    return text.starts_with("{\"board\":") || text.starts_with("{\"format\":");
-}
-
 CommandOutcome importPacks(const ImportBoard& request, BoardShelf& shelf) {
     PackReadOptions options;
     options.decoder = request.decoder;
@@ -105,6 +87,19 @@ CommandOutcome importPacks(const ImportBoard& request, BoardShelf& shelf) {
         throw std::runtime_error(request.file.string() + ": " + error.what());
     }
     return account.outcome();
+}
+
+CommandOutcome exportForOthers(const ExportBoard& request, BoardShelf& shelf) {
+    const Board board = chooseBoard(request.board, shelf.store, shelf.library);
+    RenderedBoard rendered = buildBoard(board, shelf.library, std::thread::hardware_concurrency());
+    const ExportedPack exported =
+        exportPack(board, *rendered.bank, request.format.value(), request.file);
+    std::vector<std::string> remarks = std::move(rendered.messages);
+    remarks.insert(remarks.end(), exported.lost.begin(), exported.lost.end());
+    return {.text = "Wrote " + std::to_string(exported.keys) + " keys and " +
+                    std::to_string(exported.files) + " recordings for " +
+                    std::string(label(request.format.value())) + "\n",
+            .remarks = std::move(remarks)};
 }
 
 } // namespace vornic

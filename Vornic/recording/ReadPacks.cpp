@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <fstream>
 #include <memory>
 #include <mutex>
 #include <string_view>
@@ -175,6 +176,25 @@ PackRead converted(const Opened& from, FoundPack found, const PackReadOptions& o
 }
 
 } // namespace
+
+bool isBoardFile(const std::filesystem::path& file) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) {
+        return !std::filesystem::is_directory(file, error);
+    }
+    if (file.extension() == ".vornic") {
+        return true;
+    }
+    // Its members are sorted, so these come first.
+    std::array<char, 64> head{};
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(head.data(), head.size());
+    std::string text(head.data(), static_cast<std::size_t>(stream.gcount()));
+    std::erase_if(text, [](char letter) {
+        return letter == ' ' || letter == '\n' || letter == '\r' || letter == '\t';
+    });
+    return text.starts_with("{\"board\":") || text.starts_with("{\"format\":");
+}
 
 void readPacks(const fs::path& path, const PackReadOptions& options,
                const std::function<void(PackRead)>& take) {

@@ -11,6 +11,10 @@
 
 namespace vornic {
 
+/// Whether the file is a board file, as far as its beginning tells, or nothing that could be read;
+/// anything else may be a pack. Thread: any.
+bool isBoardFile(const std::filesystem::path& file);
+
 /// A sound pack of another program, or what is wrong with it.
 struct PackRead {
     /// What was opened, or what lies in it, for the user.

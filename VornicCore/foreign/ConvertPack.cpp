@@ -2,9 +2,7 @@
 
 #include "VornicCore/base/ReadableText.h"
 #include "VornicCore/board/BoardJson.h"
-#include "VornicCore/dsp/Decibels.h"
-#include "VornicCore/dsp/Loudness.h"
-#include "VornicCore/dsp/Onset.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/foreign/BoardOfKeys.h"
 #include "VornicCore/foreign/PlayedKeys.h"
 #include "VornicCore/keys/KeyboardLayout.h"

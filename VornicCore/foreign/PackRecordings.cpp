@@ -1,10 +1,7 @@
 #include "VornicCore/foreign/PackRecordings.h"
 
 #include "VornicCore/base/ReadableText.h"
-#include "VornicCore/base/SampleRate.h"
-#include "VornicCore/dsp/Level.h"
-#include "VornicCore/dsp/Onset.h"
-#include "VornicCore/dsp/Peak.h"
+#include "VornicCore/dsp/DSP.h"
 #include "VornicCore/render/JobLimits.h"
 
 #include <algorithm>

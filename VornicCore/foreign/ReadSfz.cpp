@@ -129,8 +129,8 @@ class Reader {
         if (number(opcodes, "pan", 0) != 0) {
             addNote(pack_.notes.ignored, "\"pan\": a key sounds from where it is.");
         }
-        static constexpr std::array<std::string_view, 6> used{"ampeg_",   "fil_",   "cutoff",
-                                                              "rt_decay", "effect", "loop_"};
+        static constexpr std::array<std::string_view, 5> used{"ampeg_", "fil_", "cutoff",
+                                                              "rt_decay", "effect"};
         for (const std::string_view prefix : used) {
             const auto found = opcodes.lower_bound(prefix);
             if (found != opcodes.end() && found->first.starts_with(prefix)) {

@@ -174,8 +174,9 @@ and more */
 <group> key=36
 <region> sample=1.wav offset=96 end=2399 volume=-6
 <region> sample=2.wav lovel=64 hivel=127
-#include "part.sfz"
-<group>
+)"
+                                 "#include \"part.sfz\"\n"
+                                 R"(<group>
 <region> sample=4.wav key=d2 pan=20 ampeg_release=1
 <region> sample=5.wav key=99
 <region> sample=6.wav key=36 trigger=legato
