@@ -161,6 +161,7 @@ std::string mechvibesOf(const Board& board, ExportedKeys& keys, ExportedPack& re
     for (const ExportedKey& key : keys.keys) {
         const std::optional<std::int64_t> code = hookCodeOf(key.code);
         if (!code) {
+            --result.keys;
             result.lost.push_back("The key " + webNameOf(key.code) + " has no number there.");
             continue;
         }
