@@ -15,7 +15,7 @@ struct ConvertedPack {
 
 /// How loud a converted board is, in LUFS as boardLoudness has it: like those that come with the
 /// program, so that nobody reaches for the volume.
-inline constexpr double convertedLoudness = -30.5;
+inline constexpr double convertedLoudness = -29;
 
 /// Makes a board of a pack: every recording once, keys with equal sounds as their group's
 /// assignment and the others as single keys', differences of loudness between keys as their gains.

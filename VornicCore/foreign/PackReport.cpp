@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <map>
 
 namespace vornic {
 
@@ -36,11 +37,15 @@ std::string joined(const std::vector<std::string>& words) {
     return text;
 }
 
-/// "A as S, Q as W".
+/// "A, B as S; Q as W".
 std::string joined(const std::vector<PackReport::Substitute>& substitutes) {
-    std::string text;
+    std::map<std::string, std::vector<std::string>> keys;
     for (const auto& [key, from] : substitutes) {
-        text += (text.empty() ? "" : ", ") + key + " as " + from;
+        keys[from].push_back(key);
+    }
+    std::string text;
+    for (const auto& [from, names] : keys) {
+        text += (text.empty() ? "" : "; ") + joined(names) + " as " + from;
     }
     return text;
 }

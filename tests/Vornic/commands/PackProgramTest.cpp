@@ -99,7 +99,7 @@ TEST_F(PackProgramTest, aFolderOfPacksIsTakenInTogetherAndADamagedOneNamed) {
     scratch_.write("theirs/four.zip", "no archive");
     const std::string said = run({"import", path("theirs")});
     EXPECT_THAT(said, AllOf(HasSubstr("Imported \"One\""), HasSubstr("Imported \"Two\""),
-                            HasSubstr("theirs/three/config.json: "), HasSubstr("four.zip: ")));
+                            HasSubstr("vornic: three/config.json: "), HasSubstr("four.zip: ")));
     EXPECT_TRUE(fs::is_empty(scratch_ / "tmp"));
     EXPECT_THAT(boards(), SizeIs(3));
 }
