@@ -14,10 +14,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sndfile.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace vornic {
 namespace {
