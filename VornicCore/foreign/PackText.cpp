@@ -62,8 +62,8 @@ void appendUtf8(std::string& text, std::uint32_t character) {
 std::string fromUtf16(std::string_view text, bool bigEndian) {
     std::string result;
     for (std::size_t at = 2; at + 1 < text.size(); at += 2) {
-        const auto first = static_cast<unsigned char>(text[at]);
-        const auto second = static_cast<unsigned char>(text[at + 1]);
+        const std::uint32_t first = static_cast<unsigned char>(text[at]);
+        const std::uint32_t second = static_cast<unsigned char>(text[at + 1]);
         const std::uint32_t unit = bigEndian ? first << 8U | second : second << 8U | first;
         // Pairs stand for characters that no key, file or format is named with.
         const bool isHalf = unit >= 0xd800U && unit < 0xe000U;

@@ -94,7 +94,9 @@ class Reader {
         if (isByWebNames) {
             pack_.format = PackFormat::keyEcho;
         }
-        std::ranges::stable_sort(entries, {}, [](const Entry& entry) { return entry.key.number; });
+        std::ranges::sort(entries, {}, [](const Entry& entry) {
+            return std::pair(entry.key.number, std::string_view(entry.name));
+        });
         return entries;
     }
 

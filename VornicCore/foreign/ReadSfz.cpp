@@ -5,6 +5,7 @@
 #include "VornicCore/foreign/SfzText.h"
 #include "VornicCore/keys/KnownKeys.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <utility>
