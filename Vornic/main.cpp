@@ -163,10 +163,11 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
             return {*status};
         }
     }
-    PipeWireOutput output(scheduler);
+    SoundServer server;
+    PipeWireOutput output(scheduler, server);
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
-    PipeWireMicrophoneUse microphone(scheduler);
-    PipeWireMicrophone microphoneInput(scheduler);
+    PipeWireMicrophoneUse microphone(scheduler, server);
+    PipeWireMicrophone microphoneInput(scheduler, server);
     LinuxSecureInput secureInput;
     const Platform platform{output,      *keys.tap, *keys.hotKey, microphone, microphoneInput,
                             secureInput, clock,     scheduler,    log};
@@ -226,7 +227,7 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     }
     std::optional<RunningSelfTest> selfTest;
     if (request.selfTest) {
-        selfTest.emplace(model, platform, quietKeys, request.selfTestMicrophone);
+        selfTest.emplace(model, platform, server, quietKeys, request.selfTestMicrophone);
     }
     if (request.snapshot) {
         takePictures(presence.views(), *request.snapshot, log, application);

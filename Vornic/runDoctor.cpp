@@ -59,11 +59,12 @@ void lookAtKeys(DoctorFacts& facts) {
 
 void lookAtSound(DoctorFacts& facts) {
     QtScheduler scheduler;
+    SoundServer server;
     // Asks while the output is found out about.
-    PipeWireMicrophoneUse microphone(scheduler);
+    PipeWireMicrophoneUse microphone(scheduler, server);
     microphone.start();
     Silence silence;
-    PipeWireOutput output(scheduler);
+    PipeWireOutput output(scheduler, server);
     output.open(silence);
     facts.soundProblem = output.problem();
     facts.soundDevice = output.device().name;

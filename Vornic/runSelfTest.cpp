@@ -15,7 +15,8 @@
 namespace vornic {
 
 struct RunningSelfTest::Parts {
-    explicit Parts(Scheduler& scheduler) : microphone(scheduler), recorder(microphone) {}
+    Parts(Scheduler& scheduler, SoundServer& server)
+        : microphone(scheduler, server), recorder(microphone) {}
 
     PipeWireMicrophone microphone;
     Recorder recorder;
@@ -40,29 +41,21 @@ SelfTest::OwnKeys typeIntoOwnWindow(QuietKeys& quietKeys) {
 
 } // namespace
 
-RunningSelfTest::RunningSelfTest(AppModel& model, const Platform& platform, QuietKeys& quietKeys,
-                                 bool withMicrophone)
-    : parts_(std::make_unique<Parts>(platform.scheduler)) {
+RunningSelfTest::RunningSelfTest(AppModel& model, const Platform& platform, SoundServer& server,
+                                 QuietKeys& quietKeys, bool withMicrophone)
+    : parts_(std::make_unique<Parts>(platform.scheduler, server)) {
     SelfTest::Environment environment;
     environment.ownKeys = [&quietKeys] { return typeIntoOwnWindow(quietKeys); };
     environment.sandboxed = std::filesystem::exists("/.flatpak-info");
     environment.folder = AppFolders::support();
     environment.withMicrophone = withMicrophone;
-    environment.microphone = {.requestAccess =
-                                  [this](std::function<void(bool)> answer) {
-                                      parts_->recorder.requestAccess(std::move(answer));
-                                  },
-                              .start =
-                                  [this, &model](double seconds) {
-                                      const bool started = parts_->recorder.start(seconds);
-                                      model.setRecording(started);
-                                      return started;
-                                  },
-                              .stop =
-                                  [this, &model] {
-                                      model.setRecording(false);
-                                      return parts_->recorder.stop();
-                                  }};
+    environment.microphone = {
+        .requestAccess =
+            [this](std::function<void(bool)> answer) {
+                parts_->recorder.requestAccess(std::move(answer));
+            },
+        .start = [this](double seconds) { return parts_->recorder.start(seconds); },
+        .stop = [this] { return parts_->recorder.stop(); }};
     parts_->test = std::make_unique<SelfTest>(model, platform, std::move(environment));
     parts_->test->start();
 }

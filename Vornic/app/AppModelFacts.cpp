@@ -87,6 +87,12 @@ void AppModel::refreshDiagnostics() {
     diagnostics.deviceMillis = device_.latencyMillis;
     diagnostics.deviceBuffer = device_.bufferFrames;
     diagnostics.engineRunning = platform_.output.isRunning();
+    diagnostics.realTimeLost = platform_.output.hasLostRealTime();
+    if (diagnostics.realTimeLost && !diagnostics_.realTimeLost) {
+        platform_.log.warning(
+            "The audio thread took longer than the system allows and has lost its "
+            "priority: start Vornic anew if sounds click.");
+    }
     if (const std::optional<double> seconds = lastRenderSeconds()) {
         diagnostics.lastRenderMillis = *seconds * 1000;
     }

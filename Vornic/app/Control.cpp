@@ -112,6 +112,7 @@ std::string statusAsJson(const AppModel& model) {
         {"deviceMillis", orNull(measured.deviceMillis)},
         {"deviceBuffer", orNull(measured.deviceBuffer)},
         {"engineRunning", measured.engineRunning},
+        {"realTimeLost", measured.realTimeLost},
         {"lastRenderMillis", orNull(measured.lastRenderMillis)}};
     return status.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
 }

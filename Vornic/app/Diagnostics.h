@@ -18,6 +18,8 @@ struct Diagnostics {
     /// Frames per call of the output; absent when unknown.
     std::optional<std::int64_t> deviceBuffer;
     bool engineRunning = false;
+    /// As AudioOutput::hasLostRealTime.
+    bool realTimeLost = false;
     /// Milliseconds that the last render of a whole board took; absent before the first.
     std::optional<double> lastRenderMillis;
 

@@ -79,6 +79,11 @@ class AudioOutput {
     /// played. Any thread.
     virtual std::string problem() const = 0;
 
+    /// Whether the audio thread has once run for longer than the system allows a thread that comes
+    /// before all others, and is an ordinary one since: a busy computer may make it click. Any
+    /// thread.
+    virtual bool hasLostRealTime() const { return false; }
+
     /// Called on the main thread when the default device was changed or reconfigured, came or went.
     /// Set before `open`.
     std::function<void()> onConfigurationChange;

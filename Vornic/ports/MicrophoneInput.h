@@ -22,6 +22,10 @@ class MicrophoneInput {
 
         /// The next `count` samples of the first channel, at the input's rate. Audio thread.
         virtual void take(const float* samples, std::int64_t count) VORNIC_REALTIME = 0;
+
+        /// `count` samples that belong here could not be captured: the computer was too busy.
+        /// Audio thread.
+        virtual void miss(std::int64_t count) VORNIC_REALTIME = 0;
     };
 
     MicrophoneInput() = default;

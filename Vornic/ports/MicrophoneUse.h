@@ -14,6 +14,10 @@ class MicrophoneUse : public QuietWatch {
     /// output, or only shows a level, does not count.
     virtual bool inUse() const = 0;
 
+    /// The same, counting this program too: its self-test listens by itself to see whether use is
+    /// noticed.
+    virtual bool inUseByAnybody() const = 0;
+
     /// Whether there is a microphone whose use can be told.
     virtual bool canCheck() const = 0;
 };

@@ -11,8 +11,12 @@ std::string messageWithoutStrokes(std::size_t found) {
     return found == 0 ? ImportMessages::noStrokes : ImportMessages::noGoodStrokes;
 }
 
-SessionOutcome makeSession(std::span<const float> samples, std::string name) {
-    const std::vector<Stroke> found = Slicer::strokes(samples, DSP::sampleRate);
+SessionOutcome makeSession(std::span<const float> samples, std::string name,
+                           std::span<const Gap> gaps) {
+    std::vector<Stroke> found = Slicer::strokes(samples, DSP::sampleRate);
+    for (Stroke& stroke : found) {
+        stroke.clean = stroke.clean && !isTorn(stroke, DSP::sampleRate, gaps);
+    }
     ImportSession session;
     session.strokes = Slicer::best(found, Slicer::offeredStrokes, Slicer::leastSnrDb);
     if (session.strokes.empty()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/recording/Gap.h"
 #include "VornicCore/base/Uuid.h"
 #include "VornicCore/strokes/Stroke.h"
 #include "VornicCore/strokes/StrokeCuts.h"
@@ -53,8 +54,9 @@ struct SessionOutcome {
 /// Which message says that no stroke is good enough, of `found` strokes in all.
 std::string messageWithoutStrokes(std::size_t found);
 
-/// Cuts `samples` (48 kHz mono) into strokes and offers the best of them, all selected. Any thread;
-/// about 10 ms for 20 s.
-SessionOutcome makeSession(std::span<const float> samples, std::string name);
+/// Cuts `samples` (48 kHz mono) into strokes and offers the best of them, all selected; none that
+/// one of the recording's `gaps` has torn. Thread: any. About 10 ms for 20 s.
+SessionOutcome makeSession(std::span<const float> samples, std::string name,
+                           std::span<const Gap> gaps = {});
 
 } // namespace vornic

@@ -22,6 +22,8 @@ const char* label(StrokeVerdict verdict) {
         return "Too loud: the microphone is overdriven. Move it away or turn it down.";
     case StrokeVerdict::tooClose:
         return "Too close together: wait a little after each key.";
+    case StrokeVerdict::torn:
+        return "Not whole: the computer was too busy. Press the key again.";
     case StrokeVerdict::good:
         break;
     }
@@ -37,14 +39,14 @@ StrokeVerdict judge(const Stroke& stroke) {
     return isClipped ? StrokeVerdict::clipped : StrokeVerdict::tooClose;
 }
 
-LiveStrokes LiveStrokes::in(std::span<const float> heard, double rate) {
+LiveStrokes LiveStrokes::in(std::span<const float> heard, double rate, std::span<const Gap> gaps) {
     LiveStrokes live;
     const double end = static_cast<double>(heard.size()) / rate;
     for (const Stroke& stroke : Slicer::strokes(heard, rate)) {
         if (stroke.start + wholeStroke > end) {
             break;
         }
-        live.last = judge(stroke);
+        live.last = isTorn(stroke, rate, gaps) ? StrokeVerdict::torn : judge(stroke);
         if (live.last == StrokeVerdict::good) {
             ++live.good;
         }

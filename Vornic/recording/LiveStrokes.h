@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/recording/Gap.h"
 #include "VornicCore/strokes/Stroke.h"
 
 #include <cstddef>
@@ -10,7 +11,7 @@
 namespace vornic {
 
 /// How a stroke has turned out, for the one who is just typing.
-enum class StrokeVerdict : std::uint8_t { good, tooQuiet, clipped, tooClose };
+enum class StrokeVerdict : std::uint8_t { good, tooQuiet, clipped, tooClose, torn };
 
 /// A short hint for the user: "Too quiet: type closer to the microphone."
 const char* label(StrokeVerdict verdict);
@@ -25,9 +26,9 @@ struct LiveStrokes {
     /// How the last one turned out; absent before the first.
     std::optional<StrokeVerdict> last;
 
-    /// Of `heard`, mono at `rate` Hz. A stroke counts once it is over. About 10 ms for 20 s at
-    /// 48 kHz.
-    static LiveStrokes in(std::span<const float> heard, double rate);
+    /// Of `heard`, mono at `rate` Hz, with its `gaps`. A stroke counts once it is over. About 10 ms
+    /// for 20 s at 48 kHz.
+    static LiveStrokes in(std::span<const float> heard, double rate, std::span<const Gap> gaps);
 
     bool operator==(const LiveStrokes&) const = default;
 };

@@ -49,6 +49,7 @@ bool Recorder::start(double seconds) {
     // No memory may be asked for once sound arrives.
     captured_.assign(static_cast<std::size_t>(std::max<std::int64_t>(limit, 0)), 0.0F);
     count_ = 0;
+    holeCount_ = 0;
     level_ = 0.0F;
     if (!input_.start(*this)) {
         input_.stop();
@@ -79,6 +80,33 @@ void Recorder::hear(std::vector<float>& heard) const {
         heard.insert(heard.end(), captured_.begin() + static_cast<std::ptrdiff_t>(heard.size()),
                      captured_.begin() + static_cast<std::ptrdiff_t>(count));
     }
+}
+
+std::vector<Gap> Recorder::gaps() const {
+    std::vector<Gap> gaps;
+    const std::size_t count = holeCount_.load(std::memory_order_acquire);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Hole& hole = holes_[i];
+        gaps.push_back({.start = static_cast<double>(hole.begin) / inputRate_,
+                        .length = static_cast<double>(hole.end - hole.begin) / inputRate_});
+    }
+    return gaps;
+}
+
+void Recorder::miss(std::int64_t count) VORNIC_REALTIME {
+    // The memory is silent already.
+    const std::size_t begin = count_.load(std::memory_order_relaxed);
+    const std::size_t end =
+        begin + std::min(captured_.size() - begin,
+                         static_cast<std::size_t>(std::max<std::int64_t>(count, 0)));
+    const std::size_t holes = holeCount_.load(std::memory_order_relaxed);
+    if (end == begin || holes == holes_.size()) {
+        count_.store(end, std::memory_order_release);
+        return;
+    }
+    holes_[holes] = {begin, end};
+    holeCount_.store(holes + 1, std::memory_order_release);
+    count_.store(end, std::memory_order_release);
 }
 
 void Recorder::take(const float* samples, std::int64_t count) VORNIC_REALTIME {

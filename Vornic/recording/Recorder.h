@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Vornic/ports/MicrophoneInput.h"
+#include "Vornic/recording/Gap.h"
 
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -44,6 +46,10 @@ class Recorder final : private MicrophoneInput::Taker {
     /// goes on. Nothing when not recording.
     void hear(std::vector<float>& heard) const;
 
+    /// Which parts of the recording could not be captured and are silent: of the one that goes on,
+    /// else of the last one.
+    [[nodiscard]] std::vector<Gap> gaps() const;
+
     [[nodiscard]] std::string problem() const { return input_.problem(); }
 
     /// Called when the microphone goes while it records, with a sentence for the user. What was
@@ -51,12 +57,22 @@ class Recorder final : private MicrophoneInput::Taker {
     std::function<void(const std::string&)> onLost;
 
   private:
+    /// In samples of the recording.
+    struct Hole {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
     void take(const float* samples, std::int64_t count) VORNIC_REALTIME override;
+    void miss(std::int64_t count) VORNIC_REALTIME override;
 
     MicrophoneInput& input_;
     // Written by the audio thread up to `count_`; of its full length from the start.
     std::vector<float> captured_;
     std::atomic<std::size_t> count_{0};
+    // Likewise up to `holeCount_`, and never more than that many are told apart.
+    std::array<Hole, 256> holes_;
+    std::atomic<std::size_t> holeCount_{0};
     std::atomic<float> level_{0.0F};
     double inputRate_ = 0.0;
     bool isRecording_ = false;

@@ -2,17 +2,20 @@
 
 #include "Vornic/recording/ReadRecording.h"
 
+#include <memory>
+#include <span>
+
 namespace vornic {
 
 namespace {
 
 using Outcome = RecordingImport::Outcome;
 
-Outcome cut(const RecordingRead& read, std::string name) {
+Outcome cut(const RecordingRead& read, std::string name, std::span<const Gap> gaps) {
     if (!read.samples) {
         return {std::nullopt, std::nullopt, ImportMessages::unreadableFile, read.remark};
     }
-    SessionOutcome outcome = makeSession(*read.samples, std::move(name));
+    SessionOutcome outcome = makeSession(*read.samples, std::move(name), gaps);
     return {std::move(outcome.session), std::move(outcome.cuts), std::move(outcome.error),
             read.remark};
 }
@@ -37,34 +40,34 @@ BackgroundWork::Finish handOver(Outcome outcome, const std::function<void(Outcom
 
 void RecordingImport::start(const std::filesystem::path& file, std::function<void(double)> progress,
                             std::function<void(Outcome)> done) {
-    progress_ = std::make_shared<std::function<void(double)>>(std::move(progress));
-    work_.start([file, &scheduler = scheduler_, decoder = decoder_, told = std::weak_ptr(progress_),
+    round_.renew();
+    const auto tell = round_.guard([progress = std::move(progress)](double share) {
+        if (progress) {
+            progress(share);
+        }
+    });
+    work_.start([file, &scheduler = scheduler_, decoder = decoder_, tell,
                  done = std::move(done)](const std::stop_token& stop) {
         ReadOptions options;
         options.decoder = decoder;
         options.stop = stop;
-        options.progress = byHundredths([&](double share) {
-            scheduler.post([told, share] {
-                if (const auto tell = told.lock(); tell && *tell) {
-                    (*tell)(share);
-                }
-            });
-        });
-        return handOver(cut(readRecording(file, options), file.stem().string()), done);
+        options.progress =
+            byHundredths([&](double share) { scheduler.post([tell, share] { tell(share); }); });
+        return handOver(cut(readRecording(file, options), file.stem().string(), {}), done);
     });
 }
 
-void RecordingImport::start(std::vector<float> samples, std::string name,
+void RecordingImport::start(std::vector<float> samples, std::string name, std::vector<Gap> gaps,
                             std::function<void(Outcome)> done) {
-    progress_.reset();
-    work_.start([read = RecordingRead{std::move(samples), {}}, name = std::move(name),
-                 done = std::move(done)](const std::stop_token&) {
-        return handOver(cut(read, name), done);
+    round_.renew();
+    work_.start([read = RecordingRead{std::move(samples), noticeOf(gaps)}, name = std::move(name),
+                 gaps = std::move(gaps), done = std::move(done)](const std::stop_token&) {
+        return handOver(cut(read, name, gaps), done);
     });
 }
 
 void RecordingImport::cancel() {
-    progress_.reset();
+    round_.renew();
     work_.cancel();
 }
 

@@ -2,10 +2,10 @@
 
 #include "Vornic/library/BackgroundWork.h"
 #include "Vornic/recording/ImportSession.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -39,8 +39,10 @@ class RecordingImport {
     void start(const std::filesystem::path& file, std::function<void(double)> progress,
                std::function<void(Outcome)> done);
 
-    /// The same of `samples` (48 kHz mono); the session is called `name`.
-    void start(std::vector<float> samples, std::string name, std::function<void(Outcome)> done);
+    /// The same of `samples` (48 kHz mono); the session is called `name`. Strokes that one of the
+    /// `gaps` has torn are left out, and the remark says so.
+    void start(std::vector<float> samples, std::string name, std::vector<Gap> gaps,
+               std::function<void(Outcome)> done);
 
     /// Ends the import; neither function is called any more. Waits for nothing.
     void cancel();
@@ -51,8 +53,7 @@ class RecordingImport {
   private:
     Scheduler& scheduler_;
     std::filesystem::path decoder_;
-    /// Of the import that is running; what was posted holds it weakly.
-    std::shared_ptr<std::function<void(double)>> progress_;
+    Lifetime round_; // of one import
     BackgroundWork work_;
 };
 

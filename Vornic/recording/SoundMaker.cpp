@@ -30,14 +30,11 @@ void SoundMaker::startRecording() {
     if (recorder_.isRecording() || isStarting_) {
         return;
     }
-    endRound();
+    round_.renew();
     isStarting_ = true;
     changed();
-    recorder_.requestAccess([this, round = std::weak_ptr(round_)](bool granted) {
-        if (round.expired()) {
-            return;
-        }
-        endRound();
+    recorder_.requestAccess(round_.guard([this](bool granted) {
+        round_.renew();
         isStarting_ = false;
         if (granted) {
             begin();
@@ -45,7 +42,7 @@ void SoundMaker::startRecording() {
             events_.failed(ImportMessages::accessDenied);
             changed();
         }
-    });
+    }));
 }
 
 void SoundMaker::begin() {
@@ -76,22 +73,20 @@ void SoundMaker::tick() {
     if (now - lookedNanos_ >= lookInterval) {
         lookedNanos_ = now;
         recorder_.hear(heard_);
-        live_ = LiveStrokes::in(heard_, recorder_.inputRate());
+        live_ = LiveStrokes::in(heard_, recorder_.inputRate(), recorder_.gaps());
     }
     changed();
     if (secondsLeft_ == 0) {
         // Not here: stopping destroys the timer that calls.
-        scheduler_.post([this, round = std::weak_ptr(round_)] {
-            if (!round.expired()) {
-                timeWasUp_ = true;
-                stopRecording(true);
-            }
-        });
+        scheduler_.post(round_.guard([this] {
+            timeWasUp_ = true;
+            stopRecording(true);
+        }));
     }
 }
 
 void SoundMaker::stopRecording(bool keep) {
-    endRound();
+    round_.renew();
     if (isStarting_) {
         isStarting_ = false;
         recorder_.stop();
@@ -106,7 +101,7 @@ void SoundMaker::stopRecording(bool keep) {
     heard_ = {};
     events_.recording(false);
     if (keep) {
-        startSession(std::move(samples), recordingName);
+        startSession(std::move(samples), recordingName, recorder_.gaps());
     } else {
         changed();
     }
@@ -135,8 +130,10 @@ void SoundMaker::open(RecordingImport::Outcome outcome) {
         events_.noted(outcome.remark);
     }
     const bool opened = outcome.session && outcome.cuts;
-    if (opened) {
+    if (outcome.error != ImportMessages::unreadableFile) {
         remark_ = outcome.remark;
+    }
+    if (opened) {
         import_.startSession(*std::move(outcome.session), *std::move(outcome.cuts));
     } else {
         events_.failed(outcome.error);
@@ -154,9 +151,10 @@ void SoundMaker::cancelReading() {
     changed();
 }
 
-void SoundMaker::startSession(std::vector<float> samples, const std::string& name) {
+void SoundMaker::startSession(std::vector<float> samples, const std::string& name,
+                              std::vector<Gap> gaps) {
     importProgress_ = 1.0;
-    imports_.start(std::move(samples), name,
+    imports_.start(std::move(samples), name, std::move(gaps),
                    [this](RecordingImport::Outcome outcome) { open(std::move(outcome)); });
     changed();
 }

@@ -7,6 +7,7 @@
 #include "Vornic/recording/Recorder.h"
 #include "Vornic/recording/RecordingImport.h"
 #include "Vornic/recording/StrokeImport.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <chrono>
 #include <cstdint>
@@ -75,12 +76,16 @@ class SoundMaker {
     /// How much of the recording has been read, 0 to 1, until it is cut; absent when none is.
     [[nodiscard]] std::optional<double> importProgress() const { return importProgress_; }
     void cancelReading();
-    /// What the user should know about the file that was read last, mostly nothing.
+    /// Which parts of the recording could not be captured: of the one that goes on, else of the
+    /// last one.
+    [[nodiscard]] std::vector<Gap> gaps() const { return recorder_.gaps(); }
+    /// What the user should know about what was read last; mostly nothing.
     [[nodiscard]] const std::string& remark() const { return remark_; }
 
-    /// Cuts `samples` (48 kHz mono) and opens a session; until then it counts as being read. The
-    /// message to show when there is nothing to choose from goes to `failed`.
-    void startSession(std::vector<float> samples, const std::string& name);
+    /// Cuts `samples` (48 kHz mono) with their `gaps` and opens a session; until then it counts as
+    /// being read. The message to show when there is nothing to choose from goes to `failed`.
+    void startSession(std::vector<float> samples, const std::string& name,
+                      std::vector<Gap> gaps = {});
     [[nodiscard]] const std::optional<ImportSession>& session() const { return import_.session(); }
     /// Names the sound to be made; nothing without a session.
     void rename(const std::string& name);
@@ -104,7 +109,6 @@ class SoundMaker {
   private:
     void begin();
     void open(RecordingImport::Outcome outcome);
-    void endRound() { round_ = std::make_shared<int>(); }
     void tick();
     void changed() const { events_.changed(); }
 
@@ -127,9 +131,7 @@ class SoundMaker {
     std::optional<double> importProgress_;
     std::string remark_;
     std::string lost_; // what to say of the microphone that went, once its recording is cut
-    // What waits in the scheduler holds it weakly: it is passed over after the maker has gone, and
-    // when another recording has begun or ended since.
-    std::shared_ptr<int> round_ = std::make_shared<int>();
+    Lifetime round_;   // until a recording begins or ends
 };
 
 } // namespace vornic

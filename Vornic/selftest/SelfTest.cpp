@@ -121,11 +121,8 @@ void SelfTest::tryMicrophone() {
         record(false);
         return;
     }
-    environment_.microphone.requestAccess([this, alive = std::weak_ptr<int>(alive_)](bool allowed) {
-        if (!alive.expired()) {
-            record(allowed);
-        }
-    });
+    environment_.microphone.requestAccess(
+        lifetime_.guard([this](bool allowed) { record(allowed); }));
 }
 
 void SelfTest::record(bool allowed) {
@@ -137,7 +134,7 @@ void SelfTest::record(bool allowed) {
 }
 
 void SelfTest::endRecording() {
-    const bool inUse = platform_.microphone.inUse();
+    const bool inUse = platform_.microphone.inUseByAnybody();
     const Microphone& microphone = environment_.microphone;
     const std::vector<float> samples = microphone.stop ? microphone.stop() : std::vector<float>();
     say("recording started=" + yes(recordingStarted_) +

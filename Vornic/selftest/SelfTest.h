@@ -2,6 +2,7 @@
 
 #include "Vornic/app/AppModel.h"
 #include "Vornic/app/Platform.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <chrono>
 #include <cstdint>
@@ -76,8 +77,7 @@ class SelfTest {
     std::int64_t keysBefore_ = 0;
     bool recordingStarted_ = false;
     std::vector<std::unique_ptr<Scheduler::Timer>> timers_;
-    /// An answer may come after this object has gone: it looks here first.
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
+    Lifetime lifetime_;
 };
 
 } // namespace vornic

@@ -81,11 +81,7 @@ void LiveKeys::type(const std::vector<KeyEvent>& phrase) {
 }
 
 void LiveKeys::postToMain(std::function<void()> work) {
-    scheduler_.post([alive = std::weak_ptr<int>(alive_), work = std::move(work)] {
-        if (!alive.expired()) {
-            work();
-        }
-    });
+    scheduler_.post(lifetime_.guard(std::move(work)));
 }
 
 } // namespace vornic

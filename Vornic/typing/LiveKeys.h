@@ -9,6 +9,7 @@
 #include "Vornic/typing/KeyThread.h"
 #include "Vornic/typing/KeystrokeDriver.h"
 #include "Vornic/typing/PlaySettings.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <atomic>
 #include <cstdint>
@@ -76,7 +77,7 @@ class LiveKeys {
     std::atomic<bool> hotKeyRegistered_ = false;
     std::atomic<std::int64_t> keysHeard_ = 0;
     /// What was posted to the main thread may arrive after this object has gone: it looks here.
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
+    Lifetime lifetime_;
     std::vector<std::unique_ptr<Scheduler::Timer>> typing_;
     std::unique_ptr<KeystrokeDriver> driver_; // key thread
     std::unique_ptr<KeyThread> thread_ = std::make_unique<KeyThread>();

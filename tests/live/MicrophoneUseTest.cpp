@@ -45,7 +45,8 @@ class MicrophoneUseTest : public ::testing::Test {
 };
 
 TEST_F(MicrophoneUseTest, isToldWhileAnotherProgramRecords) {
-    PipeWireMicrophoneUse microphone(scheduler);
+    SoundServer connection;
+    PipeWireMicrophoneUse microphone(scheduler, connection);
     int changes = 0;
     microphone.onChange = [&changes] { ++changes; };
     microphone.start();
@@ -66,17 +67,19 @@ TEST_F(MicrophoneUseTest, isToldWhileAnotherProgramRecords) {
 }
 
 TEST_F(MicrophoneUseTest, isToldOfARecordingThatBeganBefore) {
-    PipeWireMicrophoneUse first(scheduler);
+    SoundServer connection;
+    PipeWireMicrophoneUse first(scheduler, connection);
     first.start();
     const auto recorder = record("vornic-test-source");
     ASSERT_TRUE(becomes(first, true));
-    PipeWireMicrophoneUse second(scheduler);
+    PipeWireMicrophoneUse second(scheduler, connection);
     second.start();
     EXPECT_TRUE(becomes(second, true));
 }
 
 TEST_F(MicrophoneUseTest, theMonitorOfAnOutputAndAMeterDoNotCount) {
-    PipeWireMicrophoneUse microphone(scheduler);
+    SoundServer connection;
+    PipeWireMicrophoneUse microphone(scheduler, connection);
     microphone.start();
     // Each is seen to run before its answer counts: the recorder that ends the wait came later.
     const auto monitor =
@@ -101,7 +104,8 @@ TEST_F(MicrophoneUseTest, theMonitorOfAnOutputAndAMeterDoNotCount) {
 }
 
 TEST_F(MicrophoneUseTest, thisProcessesOwnRecordingDoesNotCount) {
-    PipeWireMicrophoneUse microphone(scheduler);
+    SoundServer connection;
+    PipeWireMicrophoneUse microphone(scheduler, connection);
     microphone.start();
     SinkCapture own({.sink = "vornic-test-source",
                      .isSink = false,
@@ -113,11 +117,13 @@ TEST_F(MicrophoneUseTest, thisProcessesOwnRecordingDoesNotCount) {
     ASSERT_TRUE(becomes(microphone, true));
     recorder->end(SIGTERM);
     EXPECT_TRUE(becomes(microphone, false)) << "only this process is left";
+    EXPECT_TRUE(microphone.inUseByAnybody());
 }
 
 TEST_F(MicrophoneUseTest, withoutAServerNothingIsInUseAndItsReturnIsNoticed) {
     PrivateSoundServer server;
-    PipeWireMicrophoneUse microphone(scheduler, server.remote());
+    SoundServer connection(server.remote());
+    PipeWireMicrophoneUse microphone(scheduler, connection);
     microphone.start();
     EXPECT_FALSE(microphone.inUse());
     EXPECT_FALSE(microphone.canCheck());

@@ -9,11 +9,11 @@
 #include "Vornic/recording/SoundMaker.h"
 #include "Vornic/sound/SoundEngine.h"
 #include "VornicCore/audiofiles/LoadAudio.h"
-#include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/packs/SoundPack.h"
 #include "VornicCore/render/BuildBoard.h"
 #include "VornicCore/strokes/Slicer.h"
-#include "tests/live/ChildProcess.h"
+#include "tests/live/PlayedMicrophone.h"
+#include "tests/live/PrivateSoundServer.h"
 #include "tests/live/SinkCapture.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/Required.h"
@@ -36,7 +36,8 @@ constexpr std::size_t keys = 6;
 /// Recorded keystrokes of the pack "spring", 400 ms apart.
 std::vector<float> recordedTyping() {
     const SoundPack pack = required(SoundPack::load(VORNIC_BUILT_PACKS "/spring"));
-    std::vector<float> typing(48000 * 3);
+    // With a silence behind the last of them: a capture ends a cycle or two before its stop.
+    std::vector<float> typing(48000 * 3 + 24000);
     std::size_t at = 14400;
     for (std::size_t key = 0; key < keys; ++key) {
         const auto press = required(loadAudio(pack.files.at(KeyClass::regular).at(key)));
@@ -50,31 +51,21 @@ std::vector<float> recordedTyping() {
 
 class OwnSoundLiveTest : public testing::Test {
   protected:
-    int run(std::vector<std::string> command) const {
-        return ChildProcess(std::move(command), ChildProcess::Environment{}, folder_ / "log")
-            .wait();
-    }
-
-    /// The microphone hears the speakers while `file` is played.
-    int playAloud(const std::filesystem::path& file) const {
-        const std::string speakers = "vornic-test-sink:monitor_FL";
-        const std::string microphone = "vornic-test-source:input_MONO";
-        if (run({"pw-link", speakers, microphone}) != 0) {
-            return -1;
-        }
-        const int status = run({"pw-play", "--target", "vornic-test-sink", file});
-        run({"pw-link", "-d", speakers, microphone});
-        return status;
-    }
-
     ScratchFolder folder_;
     ManualScheduler scheduler_;
     MonotonicClock clock_;
 };
 
 TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
-    writeWAV(recordedTyping(), folder_ / "typing.wav");
-    PipeWireMicrophone microphone(scheduler_);
+    const std::vector<float> typing = recordedTyping();
+    PrivateSoundServer server;
+    server.start();
+    server.addSink("speakers");
+    PlayedMicrophone keyboard(server.remote());
+    ASSERT_TRUE(server.waitForDefaultSink("speakers"));
+    ASSERT_TRUE(server.waitForDefaultSource("played-microphone"));
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler_, connection);
     SampleLibrary library({}, folder_ / "Samples");
     std::vector<std::string> failures;
     SoundMaker maker({microphone, scheduler_, clock_, library, {}},
@@ -82,12 +73,17 @@ TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
                       [&](const std::string& message) { failures.push_back(message); },
                       [&](const std::string& note) { failures.push_back(note); }});
 
-    maker.startRecording();
-    ASSERT_TRUE(waitFor([&] {
-        scheduler_.run(); // the microphone answers
-        return maker.isRecording();
-    })) << testing::PrintToString(failures);
-    ASSERT_EQ(playAloud(folder_ / "typing.wav"), 0);
+    // Once more only where the capture itself says that it has missed something.
+    for (int attempt = 0; attempt == 0 || (attempt < 5 && !maker.gaps().empty()); ++attempt) {
+        maker.stopRecording(false);
+        maker.startRecording();
+        ASSERT_TRUE(waitFor([&] {
+            scheduler_.run(); // the microphone answers
+            return maker.isRecording();
+        })) << testing::PrintToString(failures);
+        keyboard.play(typing);
+        ASSERT_TRUE(keyboard.waitUntilPlayed());
+    }
     maker.stopRecording(true);
     ASSERT_TRUE(waitFor([&] {
         scheduler_.run(); // the strokes are cut
@@ -96,7 +92,7 @@ TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
     EXPECT_TRUE(failures.empty()) << testing::PrintToString(failures);
     const ImportSession session = required(maker.session());
     // The way through the sound server changes nothing that the slicer looks at.
-    const auto played = Slicer::strokes(required(loadAudio(folder_ / "typing.wav")), 48000);
+    const auto played = Slicer::strokes(typing, 48000);
     EXPECT_EQ(static_cast<std::size_t>(session.foundTotal), played.size());
     EXPECT_GE(session.strokes.size(), keys);
     maker.select(0, false);
@@ -111,12 +107,12 @@ TEST_F(OwnSoundLiveTest, isRecordedCutKeptAndHeard) {
     const auto pool = rendered.bank->pool(VoiceBank::key(sound.id, false, Velocity::medium));
     ASSERT_FALSE(pool.empty());
 
-    PipeWireOutput output(scheduler_);
+    PipeWireOutput output(scheduler_, connection);
     SoundEngine engine(output, clock_, [](const auto& work) { work(); });
     engine.setBank(rendered.bank);
-    const SinkCapture capture({.sink = "vornic-test-sink",
+    const SinkCapture capture({.sink = "speakers",
                                .isSink = true,
-                               .remote = {},
+                               .remote = server.remote(),
                                .quantum = 128,
                                .seconds = 10.0});
     ASSERT_TRUE(capture.waitUntilRunning());

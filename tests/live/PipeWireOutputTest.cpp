@@ -76,7 +76,8 @@ class PipeWireOutputTest : public ::testing::Test {
     PrivateSoundServer server;
     QueueScheduler scheduler;
     ClickSource source;
-    PipeWireOutput output{scheduler, {.remote = server.remote(), .name = "Vornic test"}};
+    SoundServer connection{server.remote()};
+    PipeWireOutput output{scheduler, connection, "Vornic test"};
 };
 
 TEST_F(PipeWireOutputTest, playsIntoTheDefaultSink) {

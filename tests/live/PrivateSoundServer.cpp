@@ -2,6 +2,9 @@
 
 #include "tests/support/WaitFor.h"
 
+#include <pipewire/keys.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
@@ -122,9 +125,27 @@ void PrivateSoundServer::chooseSink(const std::string& name) {
 }
 
 bool PrivateSoundServer::waitForDefaultSink(const std::string& name) {
+    return waitForDefault("default.audio.sink", name);
+}
+
+bool PrivateSoundServer::waitForDefaultSource(const std::string& name) {
+    return waitForDefault("default.audio.source", name);
+}
+
+int PrivateSoundServer::ownClients() const {
+    const std::string clients = run({"pw-cli", "ls", "Client"});
+    const std::string own = PW_KEY_SEC_PID " = \"" + std::to_string(getpid()) + "\"";
+    int count = 0;
+    for (auto at = clients.find(own); at != std::string::npos; at = clients.find(own, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+bool PrivateSoundServer::waitForDefault(const std::string& key, const std::string& name) const {
     return waitFor([&] {
-        return run({"pw-metadata", "-n", "default", "0", "default.audio.sink"})
-                   .find("\"" + name + "\"") != std::string::npos;
+        return run({"pw-metadata", "-n", "default", "0", key}).find("\"" + name + "\"") !=
+               std::string::npos;
     });
 }
 

@@ -45,11 +45,17 @@ class PrivateSoundServer {
     void chooseSink(const std::string& name);
     /// Waits until the default sink is `name`; false when it does not become it.
     bool waitForDefaultSink(const std::string& name);
+    /// The same of the default source.
+    bool waitForDefaultSource(const std::string& name);
+
+    /// How many connections this process has to the server.
+    int ownClients() const;
 
   private:
     /// Runs a tool against this server; its output when it succeeded, else an empty text.
     std::string run(std::vector<std::string> command) const;
     ChildProcess::Environment environment() const;
+    bool waitForDefault(const std::string& key, const std::string& name) const;
 
     std::filesystem::path folder_;
     std::unique_ptr<ChildProcess> server_;

@@ -1,16 +1,14 @@
-// Recording through a real sound server, from a source that another program plays into.
+// Recording through a real sound server.
 
 #include "Vornic/recording/Recorder.h"
 
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
-#include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/strokes/Slicer.h"
-#include "tests/live/ChildProcess.h"
+#include "tests/live/PlayedMicrophone.h"
 #include "tests/live/PrivateSoundServer.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/QueueScheduler.h"
-#include "tests/support/ScratchFolder.h"
 #include "tests/support/TypingNoise.h"
 #include "tests/support/WaitFor.h"
 
@@ -20,7 +18,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace vornic {
@@ -28,24 +25,6 @@ namespace {
 
 class RecorderLiveTest : public testing::Test {
   protected:
-    /// Runs another program against the usual server; its status.
-    int run(std::vector<std::string> command) const {
-        return ChildProcess(std::move(command), ChildProcess::Environment{}, scratch_ / "log")
-            .wait();
-    }
-
-    /// Plays `file` to its end, and lets the microphone hear the speakers.
-    int playAloud(const std::filesystem::path& file) const {
-        const std::string speakers = "vornic-test-sink:monitor_FL";
-        const std::string microphone = "vornic-test-source:input_MONO";
-        if (run({"pw-link", speakers, microphone}) != 0) {
-            return -1;
-        }
-        const int status = run({"pw-play", "--target", "vornic-test-sink", file});
-        run({"pw-link", "-d", speakers, microphone});
-        return status;
-    }
-
     /// Waits until `count` samples have been captured.
     static bool hears(const Recorder& recorder, std::size_t count) {
         std::vector<float> heard;
@@ -55,25 +34,36 @@ class RecorderLiveTest : public testing::Test {
         });
     }
 
-    ScratchFolder scratch_;
     QueueScheduler scheduler_;
 };
 
 TEST_F(RecorderLiveTest, recordsWhatIsPlayedAndFindsItsStrokes) {
     TypingNoise typing(3, 48000, 1e-4F);
     typing.hit(0.5, 0.5F).hit(1.1, 0.4F).hit(1.8, 0.3F).hit(2.4, 0.2F);
-    writeWAV(typing.samples(), scratch_ / "typing.wav");
-    PipeWireMicrophone microphone(scheduler_);
+    PrivateSoundServer server;
+    server.start();
+    PlayedMicrophone keyboard(server.remote());
+    ASSERT_TRUE(server.waitForDefaultSource("played-microphone"));
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
-    ASSERT_TRUE(recorder.start(20)) << recorder.problem();
-    EXPECT_EQ(recorder.inputRate(), 48000);
-    EXPECT_EQ(playAloud(scratch_ / "typing.wav"), 0);
-    const auto strokes = Slicer::strokes(recorder.stop(), 48000);
+    std::vector<float> take;
+    // Once more only where the capture itself says that it has missed something.
+    for (int attempt = 0; attempt == 0 || (attempt < 5 && !recorder.gaps().empty()); ++attempt) {
+        ASSERT_TRUE(recorder.start(20)) << recorder.problem();
+        EXPECT_EQ(recorder.inputRate(), 48000);
+        ASSERT_TRUE(hears(recorder, 1));
+        keyboard.play(typing.samples());
+        EXPECT_TRUE(keyboard.waitUntilPlayed());
+        take = recorder.stop();
+    }
+    EXPECT_EQ(recorder.gaps(), std::vector<Gap>());
+    const auto strokes = Slicer::strokes(take, 48000);
     ASSERT_EQ(strokes.size(), 4U);
-    // The distances are kept to the millisecond of a frame; where it begins, the player decides.
-    EXPECT_NEAR(strokes[1].start - strokes[0].start, 0.6, 0.002);
-    EXPECT_NEAR(strokes[2].start - strokes[1].start, 0.7, 0.002);
-    EXPECT_NEAR(strokes[3].start - strokes[2].start, 0.6, 0.002);
+    // Not a frame is lost or added; where it begins, the test decides.
+    EXPECT_NEAR(strokes[1].start - strokes[0].start, 0.6, 0.0005);
+    EXPECT_NEAR(strokes[2].start - strokes[1].start, 0.7, 0.0005);
+    EXPECT_NEAR(strokes[3].start - strokes[2].start, 0.6, 0.0005);
     for (const Stroke& stroke : strokes) {
         EXPECT_TRUE(stroke.clean);
         EXPECT_GT(stroke.snrDb, 30);
@@ -81,7 +71,8 @@ TEST_F(RecorderLiveTest, recordsWhatIsPlayedAndFindsItsStrokes) {
 }
 
 TEST_F(RecorderLiveTest, endsAtTheLimitAndStaysQuiet) {
-    PipeWireMicrophone microphone(scheduler_);
+    SoundServer connection;
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
     ASSERT_TRUE(recorder.start(0.25)) << recorder.problem();
     std::vector<float> heard;
@@ -94,7 +85,8 @@ TEST_F(RecorderLiveTest, endsAtTheLimitAndStaysQuiet) {
 }
 
 TEST_F(RecorderLiveTest, canBeStartedAgain) {
-    PipeWireMicrophone microphone(scheduler_);
+    SoundServer connection;
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
     for (int round = 0; round < 3; ++round) {
         ASSERT_TRUE(recorder.start(1)) << recorder.problem();
@@ -108,7 +100,8 @@ TEST_F(RecorderLiveTest, refusesTheMonitorOfASinkAsAMicrophone) {
     server.start();
     server.addSink("speakers");
     ASSERT_TRUE(server.waitForDefaultSink("speakers"));
-    PipeWireMicrophone microphone(scheduler_, server.remote());
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
     EXPECT_FALSE(recorder.start(20));
     EXPECT_EQ(recorder.problem(),
@@ -120,7 +113,8 @@ TEST_F(RecorderLiveTest, refusesTheMonitorOfASinkAsAMicrophone) {
 
 TEST_F(RecorderLiveTest, refusesWithoutASoundServer) {
     PrivateSoundServer server;
-    PipeWireMicrophone microphone(scheduler_, server.remote());
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
     EXPECT_FALSE(recorder.start(20));
     EXPECT_NE(recorder.problem(), "");
@@ -128,7 +122,8 @@ TEST_F(RecorderLiveTest, refusesWithoutASoundServer) {
 
 TEST_F(RecorderLiveTest, opensAtOnceTheMicrophoneThatWasAskedFor) {
     ManualScheduler scheduler;
-    PipeWireMicrophone microphone(scheduler);
+    SoundServer connection;
+    PipeWireMicrophone microphone(scheduler, connection);
     Recorder recorder(microphone);
     bool started = false;
     recorder.requestAccess([&](bool) { started = recorder.start(20); });
@@ -145,7 +140,8 @@ TEST_F(RecorderLiveTest, neverHoldsUpTheMainThreadForAServerThatDoesNotAnswer) {
     server.addSource("mic");
     server.freeze();
     ManualScheduler scheduler;
-    PipeWireMicrophone microphone(scheduler, server.remote());
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler, connection);
     Recorder recorder(microphone);
     const MonotonicClock clock;
     std::optional<bool> started;
@@ -172,7 +168,8 @@ TEST_F(RecorderLiveTest, keepsWhatItHeardWhenTheMicrophoneIsPulledOut) {
     server.start();
     server.addSink("speakers");
     server.addSource("mic");
-    PipeWireMicrophone microphone(scheduler_, server.remote());
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
     std::vector<std::string> messages;
     recorder.onLost = [&](const std::string& message) { messages.push_back(message); };
@@ -198,7 +195,8 @@ TEST_F(RecorderLiveTest, keepsWhatItHeardWhenTheSoundServerEnds) {
     PrivateSoundServer server;
     server.start();
     server.addSource("mic");
-    PipeWireMicrophone microphone(scheduler_, server.remote());
+    SoundServer connection(server.remote());
+    PipeWireMicrophone microphone(scheduler_, connection);
     Recorder recorder(microphone);
     int lost = 0;
     recorder.onLost = [&](const std::string&) { ++lost; };

@@ -57,7 +57,8 @@ class LiveSoundEngine : public ::testing::Test {
     PrivateSoundServer server;
     QueueScheduler scheduler;
     MonotonicClock clock;
-    PipeWireOutput output{scheduler, {.remote = server.remote(), .name = "Vornic test"}};
+    SoundServer connection{server.remote()};
+    PipeWireOutput output{scheduler, connection, "Vornic test"};
 };
 
 TEST_F(LiveSoundEngine, aKeyIsHeardInTheSinkAtTheUsersVolume) {

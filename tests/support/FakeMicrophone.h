@@ -2,6 +2,7 @@
 
 #include "Vornic/ports/MicrophoneInput.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -57,6 +58,12 @@ class FakeMicrophone final : public MicrophoneInput {
     void hear(const std::vector<float>& samples) const {
         if (taker_ != nullptr) {
             taker_->take(samples.data(), static_cast<std::int64_t>(samples.size()));
+        }
+    }
+    /// Sound arrives that nobody captures in time.
+    void drop(std::int64_t samples) const {
+        if (taker_ != nullptr) {
+            taker_->miss(samples);
         }
     }
     [[nodiscard]] bool isCapturing() const { return taker_ != nullptr; }

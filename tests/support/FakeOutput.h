@@ -33,6 +33,7 @@ class FakeOutput final : public AudioOutput {
     bool isRunning() const override { return running; }
     OutputDeviceFacts device() const override { return facts; }
     std::string problem() const override { return available ? "" : "no server"; }
+    bool hasLostRealTime() const override { return lostRealTime; }
 
     struct Block {
         std::vector<float> left, right;
@@ -61,6 +62,7 @@ class FakeOutput final : public AudioOutput {
     std::atomic<int> startRequests{0};
     std::atomic<int> pauses{0};
     OutputDeviceFacts facts;
+    bool lostRealTime = false;
     /// Stand for what other threads do right after a request to start, or after a pause.
     std::function<void()> afterStartRequest;
     std::function<void()> afterPause;

@@ -99,6 +99,7 @@ class FakeMicrophoneUse final : public MicrophoneUse {
   public:
     void start() override { ++starts; }
     bool inUse() const override { return used; }
+    bool inUseByAnybody() const override { return used; }
     bool canCheck() const override { return true; }
 
     int starts = 0;

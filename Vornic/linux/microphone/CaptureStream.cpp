@@ -12,6 +12,9 @@ namespace vornic {
 
 namespace {
 
+/// More frames than a cycle of the graph ever has.
+constexpr std::size_t longestCycle = 65536;
+
 /// Unlike what plays, a recording must not move to another device by itself: what went on there
 /// would end up in the user's sound.
 pw_properties* streamProperties(const std::string& source) {
@@ -32,7 +35,7 @@ pw_properties* streamProperties(const std::string& source) {
 
 CaptureStream::CaptureStream(pw_core* core, const std::string& source,
                              const std::atomic<MicrophoneInput::Taker*>& taker, Events events)
-    : taker_(taker), events_(std::move(events)),
+    : taker_(taker), events_(std::move(events)), held_(longestCycle),
       stream_(pw_stream_new(core, "Keyboard recording", streamProperties(source))) {
     if (stream_ == nullptr) {
         events_.failed();
@@ -81,6 +84,7 @@ bool CaptureStream::connect() {
 void CaptureStream::noteFormat(const spa_pod* parameter) {
     spa_audio_info_raw format{};
     if (spa_format_audio_raw_parse(parameter, &format) >= 0) {
+        rate_.store(format.rate, std::memory_order_relaxed);
         events_.formatted({static_cast<double>(format.rate), format.channels});
     }
 }
@@ -91,16 +95,39 @@ void CaptureStream::process() VORNIC_REALTIME {
         return;
     }
     const spa_buffer& memory = *buffer->buffer;
-    MicrophoneInput::Taker* const taker = taker_.load(std::memory_order_acquire);
-    if (taker != nullptr && memory.n_datas >= 1 && memory.datas[0].data != nullptr) {
+    if (memory.n_datas >= 1 && memory.datas[0].data != nullptr) {
         const spa_data& first = memory.datas[0];
         const std::uint32_t offset = std::min(first.chunk->offset, first.maxsize);
         const std::uint32_t size = std::min(first.chunk->size, first.maxsize - offset);
         const auto* const bytes = static_cast<const std::byte*>(first.data) + offset;
-        taker->take(std::bit_cast<const float*>(bytes),
-                    static_cast<std::int64_t>(size / sizeof(float)));
+        hear(std::bit_cast<const float*>(bytes), static_cast<std::int64_t>(size / sizeof(float)));
     }
     pw_stream_queue_buffer(stream_.get(), buffer);
+}
+
+void CaptureStream::hear(const float* samples, std::int64_t count) VORNIC_REALTIME {
+    const std::int64_t lost = clock_.lostBeforeLast(ticks(), count);
+    MicrophoneInput::Taker* const taker = taker_.load(std::memory_order_acquire);
+    if (taker != nullptr && taker == heldFor_) {
+        if (lost > 0) {
+            taker->miss(lost);
+        }
+        taker->take(held_.data(), heldCount_);
+    }
+    heldFor_ = taker;
+    heldCount_ = std::min(count, static_cast<std::int64_t>(held_.size()));
+    std::copy_n(samples, heldCount_, held_.begin());
+}
+
+std::int64_t CaptureStream::ticks() const VORNIC_REALTIME {
+    pw_time time{};
+    pw_stream_get_time_n(stream_.get(), &time, sizeof time);
+    const std::int64_t rate = rate_.load(std::memory_order_relaxed);
+    const std::int64_t clockRate = time.rate.num == 0 ? 0 : time.rate.denom / time.rate.num;
+    if (rate == 0 || clockRate == 0 || rate == clockRate) {
+        return static_cast<std::int64_t>(time.ticks);
+    }
+    return static_cast<std::int64_t>(time.ticks) * rate / clockRate;
 }
 
 } // namespace vornic

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/linux/microphone/CaptureClock.h"
 #include "Vornic/linux/soundserver/PipeWireHandles.h"
 #include "Vornic/ports/MicrophoneInput.h"
 
@@ -7,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace vornic {
 
@@ -35,9 +37,17 @@ class CaptureStream {
     bool connect();
     void noteFormat(const spa_pod* parameter);
     void process() VORNIC_REALTIME;
+    void hear(const float* samples, std::int64_t count) VORNIC_REALTIME;
+    std::int64_t ticks() const VORNIC_REALTIME;
 
     const std::atomic<MicrophoneInput::Taker*>& taker_;
     Events events_;
+    std::atomic<std::uint32_t> rate_{0}; // Hz; 0 = not known yet
+    // The audio thread's own: the cycle that waits for the clock to say what was lost before it.
+    CaptureClock clock_;
+    std::vector<float> held_; // of its full length from the start
+    std::int64_t heldCount_ = 0;
+    MicrophoneInput::Taker* heldFor_ = nullptr;
     StreamHandle stream_;
     Listener listener_;
 };

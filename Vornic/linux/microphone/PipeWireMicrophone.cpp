@@ -1,10 +1,11 @@
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 
 #include "Vornic/linux/microphone/CaptureStream.h"
-#include "Vornic/linux/microphone/DefaultSource.h"
-#include "Vornic/linux/soundserver/ServerConnection.h"
+#include "Vornic/linux/soundserver/Registry.h"
 
 #include <chrono>
+#include <map>
+#include <string_view>
 #include <utility>
 
 namespace vornic {
@@ -24,52 +25,117 @@ constexpr const char* noAnswer =
     "The sound server does not answer: restart it with \"systemctl --user restart pipewire "
     "wireplumber\".";
 
+constexpr const char* noServer =
+    "No sound server is running: start PipeWire with \"systemctl --user start pipewire "
+    "wireplumber\", or install the package pipewire-audio.";
 constexpr const char* gone = "The microphone is gone.";
+
+/// Follows which microphone is the default one. The monitor of an output, which the server offers
+/// for want of a microphone, is none. Everything on the loop's thread.
+class DefaultSource {
+  public:
+    /// `removed` is told the number of every object of the server that goes.
+    DefaultSource(pw_core* core, std::function<void(std::uint32_t)> removed);
+
+    struct Source {
+        std::uint32_t id;
+        std::string name;
+    };
+
+    /// The default microphone; where none is chosen, the first there is.
+    [[nodiscard]] std::optional<Source> source() const;
+
+  private:
+    void add(std::uint32_t id, const char* type, const spa_dict* properties);
+    void remove(std::uint32_t id);
+
+    std::function<void(std::uint32_t)> removed_;
+    std::map<std::uint32_t, std::string> names_; // of the microphones
+    RegistryWatch registry_;
+    DefaultName default_{"default.audio.source", [] {}};
+};
+
+DefaultSource::DefaultSource(pw_core* core, std::function<void(std::uint32_t)> removed)
+    : removed_(std::move(removed)),
+      registry_(
+          core,
+          [this](std::uint32_t id, const char* type, const spa_dict* properties) {
+              add(id, type, properties);
+          },
+          [this](std::uint32_t id) { remove(id); }) {}
+
+void DefaultSource::add(std::uint32_t id, const char* type, const spa_dict* properties) {
+    if (std::string_view(type) == PW_TYPE_INTERFACE_Node) {
+        const std::string_view media = lookUp(properties, PW_KEY_MEDIA_CLASS);
+        if (media.starts_with("Audio/Source") || media == "Audio/Duplex") {
+            names_[id] = lookUp(properties, PW_KEY_NODE_NAME);
+        }
+    } else {
+        default_.add(registry_.get(), id, type, properties);
+    }
+}
+
+void DefaultSource::remove(std::uint32_t id) {
+    default_.remove(id);
+    names_.erase(id);
+    removed_(id);
+}
+
+std::optional<DefaultSource::Source> DefaultSource::source() const {
+    for (const auto& [id, name] : names_) {
+        if (default_.name().empty() || name == default_.name()) {
+            return Source{id, name};
+        }
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
-/// The server's objects of one connection: first finds the microphone, then captures from it.
-class PipeWireMicrophone::Capture {
+/// One capture: finds the microphone first, and ends when its connection does.
+class PipeWireMicrophone::Capture final : public SoundServer::User {
   public:
-    Capture(pw_core* core, PipeWireMicrophone& owner)
-        : core_(core), owner_(owner), source_(core, [this](std::uint32_t id) {
-              if (id == microphone_) {
-                  owner_.fail(gone);
-              }
-          }) {
-        static const pw_core_events events = [] {
-            pw_core_events server{};
-            server.version = PW_VERSION_CORE_EVENTS;
-            server.done = [](void* self, std::uint32_t id, int number) {
-                if (id == PW_ID_CORE) {
-                    static_cast<Capture*>(self)->noteAnswer(number);
-                }
-            };
-            return server;
-        }();
-        pw_core_add_listener(core_, &listener_.hook, &events, this);
-        roundTrip_ = pw_core_sync(core_, PW_ID_CORE, 0);
-    }
+    explicit Capture(PipeWireMicrophone& owner) : owner_(owner) {}
 
   private:
-    void noteAnswer(int number) {
-        if (roundTripsLeft_ == 0 || number != roundTrip_) {
-            return;
+    /// The server's objects.
+    struct Objects {
+        Objects(pw_core* core, Capture& capture)
+            : source(core, [&capture](std::uint32_t id) { capture.noteGone(id); }),
+              // For the objects, and for which of them is the default one.
+              answers(core, 2, [&capture, core] { capture.begin(core); }) {}
+
+        DefaultSource source;
+        RoundTrips answers;
+        std::unique_ptr<CaptureStream> stream;
+    };
+
+    void connected(pw_core* core) override {
+        // A capture never goes on at another server.
+        if (!owner_.hasFailed()) {
+            objects_ = std::make_unique<Objects>(core, *this);
         }
-        if (--roundTripsLeft_ > 0) {
-            roundTrip_ = pw_core_sync(core_, PW_ID_CORE, 0);
-            return;
-        }
-        const auto found = source_.source();
+    }
+    void unreachable() override { owner_.fail(objects_ == nullptr ? noServer : gone); }
+    void disconnected() override { objects_.reset(); }
+
+    void begin(pw_core* core) {
+        const auto found = objects_->source.source();
         if (!found) {
             owner_.fail(noMicrophone);
             return;
         }
         microphone_ = found->id;
-        stream_ = std::make_unique<CaptureStream>(
-            core_, found->name, owner_.taker_,
+        objects_->stream = std::make_unique<CaptureStream>(
+            core, found->name, owner_.taker_,
             CaptureStream::Events{.formatted = [this](const Format& format) { note(format); },
                                   .failed = [this] { owner_.fail(refused); }});
+    }
+
+    void noteGone(std::uint32_t id) {
+        if (id == microphone_) {
+            owner_.fail(gone);
+        }
     }
 
     void note(const Format& format) {
@@ -81,18 +147,13 @@ class PipeWireMicrophone::Capture {
         owner_.settled();
     }
 
-    pw_core* core_;
     PipeWireMicrophone& owner_;
     std::uint32_t microphone_ = SPA_ID_INVALID;
-    DefaultSource source_;
-    Listener listener_;
-    int roundTrip_ = 0;
-    int roundTripsLeft_ = 2; // for the objects, and for which of them is the default one
-    std::unique_ptr<CaptureStream> stream_;
+    std::unique_ptr<Objects> objects_;
 };
 
-PipeWireMicrophone::PipeWireMicrophone(Scheduler& scheduler, std::string remote)
-    : scheduler_(scheduler), remote_(std::move(remote)) {}
+PipeWireMicrophone::PipeWireMicrophone(Scheduler& scheduler, SoundServer& server)
+    : scheduler_(scheduler), server_(server) {}
 
 PipeWireMicrophone::~PipeWireMicrophone() {
     PipeWireMicrophone::stop();
@@ -107,11 +168,7 @@ void PipeWireMicrophone::requestAccess(std::function<void(bool granted)> complet
 }
 
 void PipeWireMicrophone::settled() {
-    scheduler_.post([this, session = std::weak_ptr<int>(session_)] {
-        if (!session.expired()) {
-            answer();
-        }
-    });
+    scheduler_.post(round_.guard([this] { answer(); }));
 }
 
 void PipeWireMicrophone::answer() {
@@ -125,21 +182,8 @@ void PipeWireMicrophone::answer() {
 void PipeWireMicrophone::connect() {
     stop();
     progress_ = {};
-    session_ = std::make_shared<int>();
-    connection_ = std::make_unique<ServerConnection>(
-        ServerConnection::Setup{.remote = remote_,
-                                .name = "vornic-record",
-                                .connected =
-                                    [this](pw_core* core) {
-                                        if (capture_ == nullptr && !hasFailed()) {
-                                            capture_ = std::make_unique<Capture>(core, *this);
-                                        }
-                                    },
-                                .lost =
-                                    [this] {
-                                        capture_.reset();
-                                        fail(gone);
-                                    }});
+    capture_ = std::make_unique<Capture>(*this);
+    server_.add(*capture_);
 }
 
 std::optional<MicrophoneInput::Format> PipeWireMicrophone::open() {
@@ -162,7 +206,7 @@ std::optional<MicrophoneInput::Format> PipeWireMicrophone::open() {
 
 bool PipeWireMicrophone::start(Taker& taker) {
     const std::scoped_lock lock(mutex_);
-    if (connection_ == nullptr || !progress_.problem.empty()) {
+    if (capture_ == nullptr || !progress_.problem.empty()) {
         problem_ = progress_.problem;
         return false;
     }
@@ -171,8 +215,11 @@ bool PipeWireMicrophone::start(Taker& taker) {
 }
 
 void PipeWireMicrophone::stop() {
-    connection_.reset();
-    session_.reset();
+    if (capture_ != nullptr) {
+        server_.remove(*capture_);
+        capture_.reset();
+    }
+    round_.renew();
     completion_ = nullptr;
     deadline_.reset();
     isPrepared_ = false;
@@ -196,11 +243,11 @@ void PipeWireMicrophone::fail(const char* problem) {
     settled();
     // What comes from now on is not from the microphone.
     if (taker_.exchange(nullptr) != nullptr) {
-        scheduler_.post([this, session = std::weak_ptr<int>(session_)] {
-            if (!session.expired() && onLost) {
+        scheduler_.post(round_.guard([this] {
+            if (onLost) {
                 onLost();
             }
-        });
+        }));
     }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Vornic/linux/soundserver/SoundServer.h"
 #include "Vornic/ports/MicrophoneInput.h"
 #include "Vornic/ports/Scheduler.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -13,16 +15,13 @@
 
 namespace vornic {
 
-class ServerConnection;
-
-/// The default microphone of the PipeWire server, over a connection that lasts from `requestAccess`
-/// or `open` to `stop`. After `requestAccess`, `open` does not wait: the answer comes when the
+/// The default microphone of the sound server, captured from between `requestAccess` or `open` and
+/// `stop`. Thread: main. After `requestAccess`, `open` does not wait: the answer comes when the
 /// microphone is open, or cannot be.
 class PipeWireMicrophone final : public MicrophoneInput {
   public:
-    /// `scheduler` runs what is told later; `remote` is the server's name or the path of its
-    /// socket, empty for the user's own.
-    explicit PipeWireMicrophone(Scheduler& scheduler, std::string remote = {});
+    /// `scheduler` runs what is told later; it and `server` outlive the microphone.
+    PipeWireMicrophone(Scheduler& scheduler, SoundServer& server);
     ~PipeWireMicrophone() override;
 
     void requestAccess(std::function<void(bool granted)> completion) override;
@@ -34,7 +33,7 @@ class PipeWireMicrophone final : public MicrophoneInput {
   private:
     class Capture;
 
-    /// How far the connection's thread has come.
+    /// How far the server's thread has come.
     struct Progress {
         std::optional<Format> format;
         std::string problem;
@@ -47,20 +46,18 @@ class PipeWireMicrophone final : public MicrophoneInput {
     bool hasFailed();
 
     Scheduler& scheduler_;
-    const std::string remote_;
+    SoundServer& server_;
     std::string problem_;
     std::atomic<Taker*> taker_{nullptr};
     std::mutex mutex_; // guards progress_
     std::condition_variable changed_;
     Progress progress_;
-    // Lives as long as the connection; work that waits in the scheduler holds it weakly.
-    std::shared_ptr<int> session_;
+    Lifetime round_; // of one capture
     // Of `requestAccess`, until it is answered.
     std::function<void(bool)> completion_;
     std::unique_ptr<Scheduler::Timer> deadline_;
-    bool isPrepared_ = false; // the connection was made for `requestAccess`, and is not used yet
-    std::unique_ptr<Capture> capture_; // the connection's thread
-    std::unique_ptr<ServerConnection> connection_;
+    bool isPrepared_ = false; // the capture was made for `requestAccess`, and is not used yet
+    std::unique_ptr<Capture> capture_;
 };
 
 } // namespace vornic

@@ -47,8 +47,7 @@ bool CaptureGraph::hasMicrophone() const {
 }
 
 bool CaptureGraph::listens(const GraphNode& node, std::int64_t own) const {
-    const auto process = processes_.find(node.client);
-    const bool ours = process != processes_.end() && process->second == own;
+    const bool ours = isOf(node.client, own);
     // The stream inside a virtual device runs on behalf of whoever listens to the device.
     return isCapture(node) && node.isRunning && !node.isMeter && !ours && node.linkGroup.empty();
 }

@@ -38,6 +38,12 @@ class CaptureGraph {
     /// The process that a client is.
     void setProcess(std::uint32_t client, std::int64_t process) { processes_[client] = process; }
 
+    /// Whether `client` is known to be `process`.
+    bool isOf(std::uint32_t client, std::int64_t process) const {
+        const auto found = processes_.find(client);
+        return found != processes_.end() && found->second == process;
+    }
+
     /// A node, a link or a client is gone; harmless for anything else.
     void remove(std::uint32_t id);
 

@@ -1,8 +1,13 @@
 #include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
 
+#include "Vornic/linux/quiet/CaptureGraph.h"
+#include "Vornic/linux/soundserver/Registry.h"
+
 #include <unistd.h>
 
 #include <charconv>
+#include <cstdint>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -10,10 +15,8 @@ namespace vornic {
 
 namespace {
 
-std::string_view lookUp(const spa_dict* properties, const char* key) {
-    const char* const value = properties == nullptr ? nullptr : spa_dict_lookup(properties, key);
-    return value == nullptr ? std::string_view() : std::string_view(value);
-}
+/// No process has this number.
+constexpr std::int64_t nobody = -1;
 
 /// 0 where there is no such number.
 template <typename Number>
@@ -39,27 +42,15 @@ GraphNode describe(const spa_dict* properties) {
 class PipeWireMicrophoneUse::Watch {
   public:
     Watch(pw_core* core, PipeWireMicrophoneUse& owner)
-        : owner_(owner), registry_(pw_core_get_registry(core, PW_VERSION_REGISTRY, 0)) {
-        if (registry_ == nullptr) {
-            return;
-        }
-        static const pw_registry_events events = [] {
-            pw_registry_events registry{};
-            registry.version = PW_VERSION_REGISTRY_EVENTS;
-            registry.global = [](void* self, std::uint32_t id, std::uint32_t, const char* type,
-                                 std::uint32_t, const spa_dict* properties) {
-                static_cast<Watch*>(self)->add(id, type, properties);
-            };
-            registry.global_remove = [](void* self, std::uint32_t id) {
-                auto* watch = static_cast<Watch*>(self);
-                watch->nodes_.erase(id);
-                watch->graph_.remove(id);
-                watch->tell();
-            };
-            return registry;
-        }();
-        pw_registry_add_listener(registry_.get(), &listener_.hook, &events, this);
-    }
+        : owner_(owner), registry_(
+                             core,
+                             [this](std::uint32_t id, std::string_view type,
+                                    const spa_dict* properties) { add(id, type, properties); },
+                             [this](std::uint32_t id) {
+                                 nodes_.erase(id);
+                                 graph_.remove(id);
+                                 tell();
+                             }) {}
 
   private:
     /// A node whose state is followed: only then does the server tell it.
@@ -73,8 +64,15 @@ class PipeWireMicrophoneUse::Watch {
 
     void add(std::uint32_t id, std::string_view type, const spa_dict* properties) {
         if (type == PW_TYPE_INTERFACE_Node) {
-            graph_.setNode(id, describe(properties));
-            follow(id);
+            GraphNode node = describe(properties);
+            // The server stops listening to a connection that asks for a node of its own while that
+            // is being made, and both wait for ever. Our own stream runs whenever it is connected.
+            node.isRunning = graph_.isOf(node.client, ::getpid());
+            const bool isOwn = node.isRunning;
+            graph_.setNode(id, std::move(node));
+            if (!isOwn) {
+                follow(id);
+            }
         } else if (type == PW_TYPE_INTERFACE_Link) {
             graph_.setLink(id, numberIn<std::uint32_t>(properties, PW_KEY_LINK_OUTPUT_NODE),
                            numberIn<std::uint32_t>(properties, PW_KEY_LINK_INPUT_NODE));
@@ -115,45 +113,45 @@ class PipeWireMicrophoneUse::Watch {
         tell();
     }
 
-    void tell() { owner_.tell(graph_.inUse(::getpid()), graph_.hasMicrophone()); }
+    void tell() {
+        owner_.tell({.byOthers = graph_.inUse(::getpid()),
+                     .byAnybody = graph_.inUse(nobody),
+                     .canCheck = graph_.hasMicrophone()});
+    }
 
     PipeWireMicrophoneUse& owner_;
     CaptureGraph graph_;
-    RegistryHandle registry_;
-    Listener listener_;
+    RegistryWatch registry_; // its nodes below go before it
     std::map<std::uint32_t, std::unique_ptr<Node>> nodes_;
 };
 
-PipeWireMicrophoneUse::PipeWireMicrophoneUse(Scheduler& scheduler, std::string remote)
-    : scheduler_(scheduler), remote_(std::move(remote)) {}
+PipeWireMicrophoneUse::PipeWireMicrophoneUse(Scheduler& scheduler, SoundServer& server)
+    : scheduler_(scheduler), server_(server) {}
 
 PipeWireMicrophoneUse::~PipeWireMicrophoneUse() {
-    // Its thread looks at the other members.
-    connection_.reset();
+    server_.remove(*this);
 }
 
 void PipeWireMicrophoneUse::start() {
-    connection_ = std::make_unique<ServerConnection>(ServerConnection::Setup{
-        .remote = remote_,
-        .name = "vornic-mic",
-        .connected = [this](pw_core* core) { watch_ = std::make_unique<Watch>(core, *this); },
-        .lost =
-            [this] {
-                watch_.reset();
-                tell(false, false);
-            }});
+    server_.add(*this);
 }
 
-void PipeWireMicrophoneUse::tell(bool inUse, bool canCheck) {
-    canCheck_ = canCheck;
-    if (inUse_.exchange(inUse) == inUse) {
+void PipeWireMicrophoneUse::connected(pw_core* core) {
+    watch_ = std::make_unique<Watch>(core, *this);
+}
+
+void PipeWireMicrophoneUse::disconnected() {
+    watch_.reset();
+    tell({});
+}
+
+void PipeWireMicrophoneUse::tell(const Use& use) {
+    canCheck_ = use.canCheck;
+    inUseByAnybody_ = use.byAnybody;
+    if (inUse_.exchange(use.byOthers) == use.byOthers) {
         return;
     }
-    scheduler_.post([this, alive = std::weak_ptr<int>(alive_)] {
-        if (!alive.expired()) {
-            onChange();
-        }
-    });
+    scheduler_.post(lifetime_.guard([this] { onChange(); }));
 }
 
 } // namespace vornic

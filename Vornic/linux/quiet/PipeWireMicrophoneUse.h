@@ -1,44 +1,50 @@
 #pragma once
 
-#include "Vornic/linux/quiet/CaptureGraph.h"
-#include "Vornic/linux/soundserver/ServerConnection.h"
+#include "Vornic/linux/soundserver/SoundServer.h"
 #include "Vornic/ports/MicrophoneUse.h"
 #include "Vornic/ports/Scheduler.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <atomic>
-#include <cstdint>
-#include <map>
 #include <memory>
-#include <string>
 
 namespace vornic {
 
 /// Who listens to a microphone, from what the sound server tells everybody about its connections.
-/// Nothing is captured for that.
-class PipeWireMicrophoneUse final : public MicrophoneUse {
+/// Nothing is captured for that. Thread: main.
+class PipeWireMicrophoneUse final : public MicrophoneUse, private SoundServer::User {
   public:
-    /// `remote` is the server's name or the path of its socket; empty for the user's own.
-    explicit PipeWireMicrophoneUse(Scheduler& scheduler, std::string remote = {});
+    /// `scheduler` runs `onChange`; it and `server` outlive this.
+    PipeWireMicrophoneUse(Scheduler& scheduler, SoundServer& server);
     ~PipeWireMicrophoneUse() override;
     PipeWireMicrophoneUse(const PipeWireMicrophoneUse&) = delete;
     PipeWireMicrophoneUse& operator=(const PipeWireMicrophoneUse&) = delete;
 
     void start() override;
     bool inUse() const override { return inUse_; }
+    bool inUseByAnybody() const override { return inUseByAnybody_; }
     bool canCheck() const override { return canCheck_; }
 
   private:
     class Watch;
 
-    void tell(bool inUse, bool canCheck);
+    struct Use {
+        bool byOthers = false;
+        bool byAnybody = false;
+        bool canCheck = false;
+    };
+
+    void connected(pw_core* core) override;
+    void disconnected() override;
+    void tell(const Use& use);
 
     Scheduler& scheduler_;
-    std::string remote_;
+    SoundServer& server_;
     std::atomic<bool> inUse_{false};
+    std::atomic<bool> inUseByAnybody_{false};
     std::atomic<bool> canCheck_{false};
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
-    std::unique_ptr<Watch> watch_; // the connection's thread
-    std::unique_ptr<ServerConnection> connection_;
+    Lifetime lifetime_;
+    std::unique_ptr<Watch> watch_; // the server's thread
 };
 
 } // namespace vornic

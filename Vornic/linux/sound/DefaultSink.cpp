@@ -1,7 +1,5 @@
 #include "Vornic/linux/sound/DefaultSink.h"
 
-#include "Vornic/linux/soundserver/ServerText.h"
-
 #include <charconv>
 #include <string_view>
 #include <utility>

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "Vornic/linux/sound/SinkObjects.h"
-#include "Vornic/linux/soundserver/DefaultName.h"
-#include "Vornic/linux/soundserver/RegistryWatch.h"
+#include "Vornic/linux/soundserver/Registry.h"
 #include "Vornic/sound/OutputDevice.h"
 
 #include <cstdint>

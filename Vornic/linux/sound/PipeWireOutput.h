@@ -1,32 +1,29 @@
 #pragma once
 
+#include "Vornic/linux/sound/DefaultSink.h"
 #include "Vornic/linux/sound/OutputStream.h"
-#include "Vornic/linux/sound/PipeWireServer.h"
+#include "Vornic/linux/soundserver/SoundServer.h"
 #include "Vornic/ports/AudioOutput.h"
 #include "Vornic/ports/Scheduler.h"
+#include "Vornic/sound/OutputDevice.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace vornic {
 
-/// Plays to the default device of the PipeWire server, over a stream of its own. Connects again by
-/// itself when the server has ended and is back.
-class PipeWireOutput final : public AudioOutput {
+/// Plays to the default device of the sound server, over a stream of its own. Thread: main, except
+/// where the port says otherwise.
+class PipeWireOutput final : public AudioOutput, private SoundServer::User {
   public:
-    struct Options {
-        /// Name of the server, or path of its socket; empty for the user's own.
-        std::string remote;
-        /// The program's name, as mixers show it.
-        std::string name = "Vornic";
-    };
-
-    /// `scheduler` runs `onConfigurationChange`; it must outlive the output.
-    PipeWireOutput(Scheduler& scheduler, Options options);
-    explicit PipeWireOutput(Scheduler& scheduler);
+    /// `scheduler` runs `onConfigurationChange`; it and `server` outlive the output. Mixers show
+    /// the stream as `name`.
+    PipeWireOutput(Scheduler& scheduler, SoundServer& server, std::string name = "Vornic");
     ~PipeWireOutput() override;
 
     void open(Source& source) override;
@@ -36,23 +33,48 @@ class PipeWireOutput final : public AudioOutput {
     bool isRunning() const override;
     OutputDeviceFacts device() const override;
     std::string problem() const override;
+    bool hasLostRealTime() const override;
 
-    /// Render calls since `open`. Any thread.
+    /// Render calls since `open`. Thread: any.
     std::uint64_t renderCalls() const;
 
   private:
-    void take(const ServerState& state);
+    /// What is known of the sound server.
+    struct State {
+        /// Whether there is a device to play to has been found out.
+        bool settled = false;
+        /// The device to play to; absent when there is none.
+        std::optional<OutputProperties> sink;
+        /// Why there is none and what to do about it, in one sentence; empty when there is one.
+        std::string problem;
+
+        bool operator==(const State&) const = default;
+    };
+    /// The server's objects of one connection.
+    struct Connection;
+
+    void connected(pw_core* core) override;
+    void unreachable() override;
+    void disconnected() override;
+    void work(bool retry) override;
+    void follow();
+    void endStream();
+    State look() const;
+    void take(const State& state);
 
     Scheduler& scheduler_;
-    const Options options_;
+    SoundServer& server_;
+    const std::string name_;
     StreamTiming timing_;
+    Source* source_ = nullptr;
+    std::atomic<bool> isOpen_{false};
     std::atomic<bool> available_{false}; // there is a device to play to
     std::atomic<bool> wanted_{false};    // render calls are asked for
     mutable std::mutex mutex_;           // guards state_ for the time of a copy
     std::condition_variable settled_;
-    ServerState state_;
-    std::shared_ptr<PipeWireOutput*> alive_; // work that waits in the scheduler may outlive this
-    std::unique_ptr<PipeWireServer> server_;
+    State state_;
+    std::unique_ptr<Connection> connection_;
+    Lifetime lifetime_;
 };
 
 } // namespace vornic

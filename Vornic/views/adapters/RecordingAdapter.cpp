@@ -49,9 +49,13 @@ QString RecordingAdapter::failure() const {
 }
 
 QString RecordingAdapter::advice() const {
-    return model_.lastError() == ImportMessages::noMicrophone
-               ? QString::fromStdString(model_.recorder().problem())
-               : QString();
+    const auto error = model_.lastError();
+    if (error == ImportMessages::noMicrophone) {
+        return QString::fromStdString(model_.recorder().problem());
+    }
+    const bool wasCut =
+        error == ImportMessages::noStrokes || error == ImportMessages::noGoodStrokes;
+    return wasCut ? QString::fromStdString(model_.recorder().remark()) : QString();
 }
 
 double RecordingAdapter::level() const {

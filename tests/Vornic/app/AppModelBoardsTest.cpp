@@ -376,5 +376,17 @@ TEST_F(AppModelBoardsTest, theDiagnosticsFollowTheMachine) {
     EXPECT_TRUE(model->diagnostics().lastRenderMillis);
 }
 
+TEST_F(AppModelBoardsTest, saysOnceThatTheAudioThreadIsAnOrdinaryOneNow) {
+    ASSERT_TRUE(startToPlay());
+    EXPECT_FALSE(model->diagnostics().realTimeLost);
+    output.lostRealTime = true;
+    scheduler.advance(3000ms);
+    EXPECT_TRUE(model->diagnostics().realTimeLost);
+    const std::string said = log.all();
+    const std::size_t first = said.find("has lost its priority");
+    EXPECT_NE(first, std::string::npos) << said;
+    EXPECT_EQ(said.find("has lost its priority", first + 1), std::string::npos);
+}
+
 } // namespace
 } // namespace vornic

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace vornic {
 namespace {
@@ -12,11 +13,11 @@ namespace {
 constexpr double rate = 44100;
 
 LiveStrokes liveIn(const TypingNoise& typing) {
-    return LiveStrokes::in(typing.samples(), rate);
+    return LiveStrokes::in(typing.samples(), rate, {});
 }
 
 TEST(LiveStrokes, hasNothingToSayBeforeTheFirstStroke) {
-    EXPECT_EQ(LiveStrokes::in({}, rate), LiveStrokes());
+    EXPECT_EQ(LiveStrokes::in({}, rate, {}), LiveStrokes());
     EXPECT_EQ(liveIn(TypingNoise(1, rate, 1e-4F)), LiveStrokes());
 }
 
@@ -41,6 +42,12 @@ TEST(LiveStrokes, tellsOfAStrokeThatRunsIntoTheNext) {
     EXPECT_EQ(live, (LiveStrokes{0, StrokeVerdict::tooClose}));
 }
 
+TEST(LiveStrokes, doesNotCountAStrokeWithAGap) {
+    const TypingNoise typing = TypingNoise(3, rate, 1e-4F).hit(0.3, 0.5F).hit(1.0, 0.4F);
+    EXPECT_EQ(LiveStrokes::in(typing.samples(), rate, std::vector<Gap>{{1.02, 0.003}}),
+              (LiveStrokes{1, StrokeVerdict::torn}));
+}
+
 TEST(StrokeVerdict, followsWhatWouldBeOffered) {
     EXPECT_EQ(judge({{0.5F}, 0, 30, true}), StrokeVerdict::good);
     EXPECT_EQ(judge({{0.5F}, 0, 29.9, true}), StrokeVerdict::tooQuiet);
@@ -54,6 +61,8 @@ TEST(StrokeVerdict, saysWhatToDo) {
               "Too quiet: type closer to the microphone.");
     EXPECT_EQ(std::string(label(StrokeVerdict::clipped)),
               "Too loud: the microphone is overdriven. Move it away or turn it down.");
+    EXPECT_EQ(std::string(label(StrokeVerdict::torn)),
+              "Not whole: the computer was too busy. Press the key again.");
     EXPECT_EQ(std::string(label(StrokeVerdict::tooClose)),
               "Too close together: wait a little after each key.");
 }

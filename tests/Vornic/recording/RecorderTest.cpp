@@ -154,6 +154,34 @@ TEST_F(RecorderTest, passesTheAnswerToTheRequestOn) {
     EXPECT_EQ(answers, (std::vector<bool>{true, false}));
 }
 
+TEST_F(RecorderTest, isSilentWhereTheMicrophoneMissedSomethingAndSaysWhere) {
+    microphone_.format = MicrophoneInput::Format{1000, 1};
+    EXPECT_TRUE(recorder_.start(0.01));
+    microphone_.hear({0.5F, 0.25F});
+    microphone_.drop(3);
+    EXPECT_EQ(recorder_.gaps(), (std::vector<Gap>{{0.002, 0.003}}));
+    microphone_.hear({0.125F});
+    std::vector<float> heard;
+    recorder_.hear(heard);
+    EXPECT_EQ(heard, (std::vector<float>{0.5F, 0.25F, 0.0F, 0.0F, 0.0F, 0.125F}));
+    microphone_.drop(100);
+    recorder_.stop();
+    EXPECT_EQ(recorder_.gaps(), (std::vector<Gap>{{0.002, 0.003}, {0.006, 0.004}}))
+        << "the last recording's";
+    EXPECT_TRUE(recorder_.start(0.01));
+    EXPECT_TRUE(recorder_.gaps().empty());
+}
+
+TEST_F(RecorderTest, keepsTheLengthHoweverManyGapsThereAre) {
+    EXPECT_TRUE(recorder_.start(1));
+    for (int i = 0; i < 300; ++i) {
+        microphone_.drop(2);
+        microphone_.hear({0.5F});
+    }
+    EXPECT_EQ(recorder_.stop().size(), 900U);
+    EXPECT_EQ(recorder_.gaps().size(), 256U);
+}
+
 TEST_F(RecorderTest, listensRealTimeSafely) {
     EXPECT_TRUE(recorder_.start(0.1));
     const std::vector<float> block(2048, 0.5F);
@@ -161,6 +189,7 @@ TEST_F(RecorderTest, listensRealTimeSafely) {
     expectRealTimeSafe([&] {
         for (int i = 0; i < 4; ++i) {
             microphone_.taker()->take(block.data(), 2048);
+            microphone_.taker()->miss(100);
         }
     });
     EXPECT_EQ(recorder_.stop().size(), 4800U);

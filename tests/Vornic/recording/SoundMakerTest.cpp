@@ -88,6 +88,26 @@ TEST_F(SoundMakerTest, recordsAndOffersTheStrokes) {
     EXPECT_TRUE(failures_.empty());
 }
 
+TEST_F(SoundMakerTest, leavesOutWhatAGapHasTornAndTellsOfIt) {
+    const std::vector<float> heard = typing();
+    const auto torn = heard.begin() + 48000 * 82 / 100;
+    maker_->startRecording();
+    microphone_.hear({heard.begin(), torn});
+    microphone_.drop(480);
+    microphone_.hear({torn + 480, heard.end()});
+    pass(5);
+    EXPECT_EQ(maker_->live().good, 2U);
+    maker_->stopRecording(true);
+    ASSERT_TRUE(cut());
+    EXPECT_EQ(required(maker_->session()).strokes.size(), 2U);
+    EXPECT_EQ(maker_->gaps(), (std::vector<Gap>{{0.82, 0.01}}));
+    EXPECT_EQ(maker_->remark(), "The recording has a gap: the computer was too busy to hear 10 ms "
+                                "of it. Keystrokes beside it are left out.");
+    EXPECT_EQ(notes_, Messages{maker_->remark()});
+    maker_->startRecording();
+    EXPECT_EQ(maker_->remark(), "");
+}
+
 TEST_F(SoundMakerTest, discardsARecordingThatIsNotToBeKept) {
     maker_->startRecording();
     microphone_.hear(typing());
