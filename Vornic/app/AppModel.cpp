@@ -15,8 +15,7 @@ namespace vornic {
 using namespace std::chrono_literals;
 
 AppModel::AppModel(Platform platform, Options options)
-    : platform_(std::move(platform)), options_(std::move(options)),
-      fileWork_(platform_.scheduler),
+    : platform_(std::move(platform)), options_(std::move(options)), fileWork_(platform_.scheduler),
       watches_{{Silence::microphone, &platform_.microphone},
                {Silence::password, &platform_.secureInput}} {
     watches_.insert(watches_.end(), platform_.quiet.begin(), platform_.quiet.end());

@@ -104,7 +104,9 @@ void AppModel::keep(const OpenedBoard& opened, const std::function<void(bool kep
                 keeping_ = false;
                 if (!problem) {
                     const Board board = adopted(opened, *store_);
-                    store_->save(board, opened.unknown);
+                    if (const std::error_code error = store_->save(board, opened.unknown)) {
+                        fail("Couldn't save the board: " + error.message());
+                    }
                     selectBoard(board.id);
                 }
                 ended(!problem);

@@ -18,9 +18,7 @@ class FallbackTray final : public TrayIcon {
 
     bool visible() const override { return first_.visible() || second_.visible(); }
     bool undecided() const override { return first_.undecided(); }
-    void setMenu(std::vector<TrayMenuEntry> entries) override {
-        first_.setMenu(std::move(entries));
-    }
+    void setMenu(const std::vector<TrayMenuEntry>& entries) override { first_.setMenu(entries); }
     void show(const Picture& picture, const std::string& line) override;
 
   private:

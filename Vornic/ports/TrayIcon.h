@@ -40,7 +40,7 @@ class TrayIcon {
 
     /// The menu that the desktop opens beside the icon, from now on. Trays without menus tell a
     /// click instead.
-    virtual void setMenu(std::vector<TrayMenuEntry> /*entries*/) {}
+    virtual void setMenu(const std::vector<TrayMenuEntry>& /*entries*/) {}
 
     /// What it shows from now on, and the line that explains it.
     virtual void show(const Picture& picture, const std::string& line) = 0;

@@ -47,9 +47,8 @@ TEST_F(ThreadsTest, eachIsToldOfAndHasItsName) {
     KeyTyper typer;
     typer.type(KeyTyper::letter(0));
     typer.settle();
-    ASSERT_TRUE(waitFor([&] {
-        return runningThreads(program->id()).contains("vornic.audio");
-    })) << "no sound was started";
+    ASSERT_TRUE(waitFor([&] { return runningThreads(program->id()).contains("vornic.audio"); }))
+        << "no sound was started";
     const std::set<std::string> told = toldThreads();
     ASSERT_GE(told.size(), 5U);
     for (const std::string& name : runningThreads(program->id())) {

@@ -13,7 +13,7 @@ class FakeTray final : public TrayIcon {
   public:
     bool visible() const override { return shown; }
     bool undecided() const override { return unsure; }
-    void setMenu(std::vector<TrayMenuEntry> entries) override { menu = std::move(entries); }
+    void setMenu(const std::vector<TrayMenuEntry>& entries) override { menu = entries; }
     void show(const Picture& picture, const std::string& line) override {
         now = picture;
         text = line;

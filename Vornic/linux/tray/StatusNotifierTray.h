@@ -53,9 +53,7 @@ class StatusNotifierTray : public QObject, public TrayIcon {
 
     bool visible() const override { return visible_; }
     bool undecided() const override { return undecided_; }
-    void setMenu(std::vector<TrayMenuEntry> entries) override {
-        menu_.setEntries(std::move(entries));
-    }
+    void setMenu(const std::vector<TrayMenuEntry>& entries) override { menu_.setEntries(entries); }
     void show(const Picture& picture, const std::string& line) override;
 
     static QString category() { return "ApplicationStatus"; }

@@ -102,8 +102,8 @@ TEST_F(SettingsFileTest, isDescribedWithEveryKeyAndItsDefault) {
     // A setting that is new has to be changed here as well.
     auto& [hearMyself, quietDuringCalls, noticePasswords, advanced, volume, outputKind, board,
            stage, tweaks, welcomed, toldOfNoTray] = settings;
-    for (bool* const flag : {&hearMyself, &quietDuringCalls, &noticePasswords, &advanced, &welcomed,
-                             &toldOfNoTray}) {
+    for (bool* const flag :
+         {&hearMyself, &quietDuringCalls, &noticePasswords, &advanced, &welcomed, &toldOfNoTray}) {
         *flag = !*flag;
     }
     volume = 0.1;
