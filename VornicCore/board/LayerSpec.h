@@ -3,8 +3,10 @@
 #include "VornicCore/base/CaseNames.h"
 #include "VornicCore/base/Uuid.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,5 +54,11 @@ struct LayerSpec {
 
     bool operator==(const LayerSpec&) const = default;
 };
+
+/// Whether a layer plays among `layers`: one that is not muted, and, where any of them is solo,
+/// only a solo one. Thread: any.
+inline bool isHeard(const LayerSpec& layer, std::span<const LayerSpec> layers) {
+    return !layer.muted && (layer.solo || std::ranges::none_of(layers, &LayerSpec::solo));
+}
 
 } // namespace vornic

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -17,7 +18,8 @@ struct KeyName {
     std::string_view label;
 };
 
-/// A keyboard as it is drawn, and from which a key's place between left and right is taken.
+/// A keyboard as it is drawn, and from which a key's place between left and right is taken. Thread:
+/// any.
 struct KeyboardLayout {
     LayoutID id = LayoutID::macANSI;
     /// In building order: row by row, left to right.
@@ -51,6 +53,18 @@ struct KeyboardLayout {
     /// Where the middle of the key with that code lies between the left edge (-1) and the right
     /// edge (+1); absent if no key has the code.
     std::optional<double> position(std::int64_t code) const;
+
+    /// The key at a place; null where there is none that can be heard. The left and upper edges of
+    /// a key belong to it, the others do not.
+    const LayoutKey* at(double x, double y) const;
+
+    /// The codes of all keys that touch the inside of a rectangle.
+    std::set<std::int64_t> within(double x, double y, double w, double h) const;
+
+    /// The key nearest to `code` in a direction, each of `right` and `down` -1, 0 or 1: along a row
+    /// only keys of that row count, from row to row the nearest row comes first. `code` itself at
+    /// the edge; the first key where `code` is not drawn.
+    std::int64_t neighbour(std::int64_t code, int right, int down) const;
 
     bool operator==(const KeyboardLayout&) const = default;
 };

@@ -104,11 +104,9 @@ EffectiveStroke Renderer::effective(const StrokeSpec& stroke, const RenderJob& j
 }
 
 std::vector<LayerSpec> heard(const std::vector<LayerSpec>& layers) {
-    const bool anySolo = std::ranges::any_of(layers, &LayerSpec::solo);
     std::vector<LayerSpec> result;
-    std::ranges::copy_if(layers, std::back_inserter(result), [&](const LayerSpec& layer) {
-        return !layer.muted && (layer.solo || !anySolo);
-    });
+    std::ranges::copy_if(layers, std::back_inserter(result),
+                         [&](const LayerSpec& layer) { return isHeard(layer, layers); });
     return result;
 }
 

@@ -20,6 +20,25 @@ TEST(ReadableText, hidesWhatWouldControlATerminal) {
     EXPECT_EQ(readable(std::string_view("a\0b", 3)), "a?b");
 }
 
+TEST(ReadableText, hidesWhatTurnsTheDirectionOfWriting) {
+    EXPECT_EQ(readable("a\u202egnp.exe\u202c\u2066b\u2069\u200f\u061c"), "a?gnp.exe??b???");
+    EXPECT_EQ(readable("a\u2028b\u2029c"), "a?b?c");
+    EXPECT_EQ(readable("שלום \u200b\u200d–…‰"), "שלום \u200b\u200d–…‰") << "scripts that run so do";
+}
+
+TEST(PlainlyVisible, namesWhatIsNotSeen) {
+    EXPECT_EQ(plainlyVisible("Größe ♪ 漢字 <b>&amp;</b>"), "Größe ♪ 漢字 <b>&amp;</b>");
+    EXPECT_EQ(plainlyVisible("a\u202eb\u2066c\u061cd"), "a[U+202E]b[U+2066]c[U+061C]d");
+    EXPECT_EQ(plainlyVisible("a\x1b[2J\xc2\x9b\x7f"), "a[U+001B][2J[U+009B][U+007F]");
+    EXPECT_EQ(plainlyVisible(std::string_view("\0", 1)), "[U+0000]");
+    EXPECT_EQ(plainlyVisible("\xe2\x80"), "\xe2\x80") << "a character that is cut off";
+}
+
+TEST(PlainlyVisible, keepsLinesWhereTheyAreWanted) {
+    EXPECT_EQ(plainlyVisible("a\nb\u2028"), "a[U+000A]b[U+2028]");
+    EXPECT_EQ(plainlyVisible("a\nb\r", Lines::kept), "a\nb[U+000D]");
+}
+
 TEST(ReadableText, shortensBetweenCharacters) {
     EXPECT_EQ(readable("abcdef", 6), "abcdef");
     EXPECT_EQ(readable("abcdef", 5), "abcde...");

@@ -366,5 +366,55 @@ TEST(LayoutKey, equalityCoversEveryField) {
     }
 }
 
+TEST(KeyboardLayout, findsTheKeyAtAPlace) {
+    const KeyboardLayout& keyboard = layout(LayoutID::sixty);
+    const LayoutKey& a = key(LayoutID::sixty, 0);
+    EXPECT_EQ(keyboard.at(a.x, a.y), &a) << "its left and upper edges are its own";
+    EXPECT_EQ(keyboard.at(a.x + a.w - 0.01, a.y + a.h - 0.01), &a);
+    EXPECT_NE(keyboard.at(a.x + a.w, a.y), &a);
+    EXPECT_EQ(keyboard.at(-1, 0), nullptr);
+    for (const LayoutKey& each : layout(LayoutID::macANSI).keys) {
+        const LayoutKey* const found =
+            layout(LayoutID::macANSI).at(each.centreX(), each.y + each.h / 2);
+        EXPECT_EQ(found, each.code ? &each : nullptr) << each.label << ": the power key is mute";
+    }
+}
+
+TEST(KeyboardLayout, namesTheKeysThatARectangleTouches) {
+    const KeyboardLayout& keyboard = layout(LayoutID::sixty);
+    const LayoutKey& a = key(LayoutID::sixty, 0);
+    const LayoutKey& s = key(LayoutID::sixty, 1);
+    EXPECT_EQ(keyboard.within(a.x, a.y, a.w, a.h), std::set<std::int64_t>{0}) << "edges only touch";
+    EXPECT_EQ(keyboard.within(a.centreX(), a.y + 0.4, s.centreX() - a.centreX(), 0.1),
+              (std::set<std::int64_t>{0, 1}));
+    EXPECT_TRUE(keyboard.within(-2, -2, 1, 1).empty());
+}
+
+TEST(KeyboardLayout, goesFromKeyToKey) {
+    const KeyboardLayout& keyboard = layout(LayoutID::sixty);
+    constexpr std::int64_t a = 0;
+    constexpr std::int64_t s = 1;
+    constexpr std::int64_t q = 12;
+    constexpr std::int64_t z = 6;
+    constexpr std::int64_t space = 49;
+    EXPECT_EQ(keyboard.neighbour(a, 1, 0), s);
+    EXPECT_EQ(keyboard.neighbour(s, -1, 0), a);
+    EXPECT_EQ(keyboard.neighbour(a, 0, -1), q);
+    EXPECT_EQ(keyboard.neighbour(a, 0, 1), z);
+    EXPECT_EQ(keyboard.neighbour(space, 0, 1), space) << "nothing is below";
+    EXPECT_EQ(keyboard.neighbour(a, 0, 0), a);
+    EXPECT_EQ(keyboard.neighbour(-1, 0, 0), *keyboard.keys.front().code) << "where it begins";
+    // To the right from every key one comes to the end of its row, and stays there.
+    for (const LayoutKey& each : keyboard.keys) {
+        std::int64_t at = *each.code;
+        for (int steps = 0; steps < 20; ++steps) {
+            const std::int64_t next = keyboard.neighbour(at, 1, 0);
+            EXPECT_EQ(key(LayoutID::sixty, next).y, each.y);
+            at = next;
+        }
+        EXPECT_EQ(keyboard.neighbour(at, 1, 0), at);
+    }
+}
+
 } // namespace
 } // namespace vornic
