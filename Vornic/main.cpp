@@ -189,18 +189,18 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     });
     AutostartEntry autostart(AppFolders::autostartEntry(), programPath());
     Presence presence(model, tray, startsHidden(request, claim, log));
-    presence.views().adapter().setPermissionHint(
+    presence.views().adapters().permission()->setHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
     presence.views().onQuit = [&application] { application.quit(); };
-    presence.views().adapter().setAutostart(&autostart);
+    presence.views().adapters().settings()->setAutostart(&autostart);
     askForShortcut(keys, presence.views(), request, model.firstStart());
     bool again = false;
     const auto relaunch = [&again, &application] {
         again = true;
         application.quit();
     };
-    presence.views().adapter().onRelaunch = relaunch;
+    presence.views().adapters().permission()->onRelaunch = relaunch;
     Control control(model, scheduler, [&presence, &log] {
         log.info("Another start was sent here");
         presence.comeForward();

@@ -2,6 +2,7 @@
 
 #include "Vornic/app/AppModel.h"
 #include "Vornic/recording/OwnSound.h"
+#include "VornicCore/board/EditBoard.h"
 
 #include <utility>
 
@@ -38,7 +39,7 @@ std::optional<std::string> AppModel::finishImport() {
         return std::nullopt;
     }
     const SoundSpec sound = soundOf(*finished);
-    edit([&](Board& board) { board.sounds.push_back(sound); });
+    edit([&](Board& board) { EditBoard::addSound(board, sound); });
     return sound.id;
 }
 
@@ -47,7 +48,7 @@ void AppModel::cancelImport() {
 }
 
 void AppModel::useForAllKeys(const std::string& sound) {
-    edit([&](Board& board) { playEverywhere(board, sound); });
+    edit([&](Board& board) { EditBoard::playEverywhere(board, sound); });
 }
 
 } // namespace vornic

@@ -1,8 +1,10 @@
 #include "Vornic/recording/OwnSound.h"
 
 #include "VornicCore/base/Uuid.h"
+#include "VornicCore/board/EditBoard.h"
 
-#include <map>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vornic {
@@ -12,12 +14,9 @@ namespace {
 constexpr const char* colour = "#8E8E93";
 
 StrokeSpec strokeOf(const std::vector<SampleInfo>& samples, LayerPart part) {
-    LayerSpec layer;
-    layer.part = part;
-    for (const SampleInfo& sample : samples) {
-        layer.samples.push_back(sample.id);
-    }
-    return StrokeSpec({std::move(layer)});
+    std::vector<std::string> ids;
+    std::ranges::transform(samples, std::back_inserter(ids), &SampleInfo::id);
+    return EditBoard::plainStroke(part, std::move(ids));
 }
 
 } // namespace
@@ -32,19 +31,6 @@ SoundSpec soundOf(const FinishedImport& finished) {
         sound.release = strokeOf(finished.releases, LayerPart::topOut);
     }
     return sound;
-}
-
-void playEverywhere(Board& board, const std::string& sound) {
-    if (board.sound(sound) == nullptr) {
-        return;
-    }
-    for (const auto group : allCases<KeyGroup>()) {
-        board.groups[group].sound = sound;
-    }
-    for (auto& [code, assignment] : board.keys) {
-        assignment.sound.reset();
-    }
-    std::erase_if(board.keys, [](const auto& key) { return key.second == Assignment(); });
 }
 
 } // namespace vornic

@@ -8,7 +8,7 @@
 namespace vornic {
 
 /// Takes board files that are dropped on a window; leaves everything else to the window. Install it
-/// as the window's event filter. Main thread.
+/// as the window's event filter. Thread: main.
 class BoardDrop : public QObject {
   public:
     explicit BoardDrop(QObject* parent = nullptr) : QObject(parent) {}

@@ -1,7 +1,7 @@
 #include "Vornic/views/Presence.h"
 
 #include "Vornic/views/TrayPicture.h"
-#include "Vornic/views/adapters/QmlText.h"
+#include "VornicCore/base/ReadableText.h"
 
 #include <QCoreApplication>
 #include <cmath>
@@ -14,14 +14,6 @@ namespace {
 
 /// A tray answers at once where there is one; this is for one that the session starts beside us.
 constexpr int trayMillis = 2000;
-
-QString symbolOf(const AppModel& model) {
-    if (model.tapState() != TapState::listening) {
-        return "warning";
-    }
-    const QuietRule* const rule = model.quietRule();
-    return rule != nullptr ? qmlText(rule->symbol) : QString("keyboard");
-}
 
 } // namespace
 
@@ -71,7 +63,7 @@ void Presence::showWithoutTray() {
     }
     if (!model_.toldOfNoTray()) {
         model_.setToldOfNoTray();
-        views_.adapter().setNote(QCoreApplication::translate(
+        views_.adapters().status()->setNote(QCoreApplication::translate(
             "Presence", "There is no tray on this desktop, so Vornic opens as a window. Closed, it "
                         "plays on; start Vornic again to come back."));
     }
@@ -79,12 +71,12 @@ void Presence::showWithoutTray() {
 }
 
 void Presence::showState() {
-    // Drawn once for each state: this runs with every key.
+    // Drawn once for each state: this runs with every change of the model.
     if (const QString symbol = symbolOf(model_); symbol != symbol_) {
         symbol_ = symbol;
         picture_ = trayPicture(symbol);
     }
-    tray_.show(picture_, "Vornic: " + model_.statusLine());
+    tray_.show(picture_, "Vornic: " + plainlyVisible(model_.statusLine()));
     if (const MenuState now{model_.soundsOn(), model_.volume(), model_.boardRevision()};
         menu_ != now) {
         menu_ = now;
@@ -100,7 +92,7 @@ void Presence::showMenu() {
     const TrayMenuEntry line;
     std::vector<TrayMenuEntry> boards;
     for (const Board& board : model_.boards()) {
-        boards.push_back({.text = board.name,
+        boards.push_back({.text = plainlyVisible(board.name),
                           .choose = [this, id = board.id] { model_.selectBoard(id); },
                           .mark = Mark::chosenOfSeveral,
                           .marked = model_.board() != nullptr && model_.board()->id == board.id});
@@ -125,7 +117,8 @@ void Presence::showMenu() {
          .choose = [this] { views_.openVornic(); }},
         {.text = text(QT_TRANSLATE_NOOP("Presence", "Settings")),
          .choose = [this] { views_.openSettings(); }},
-        {.text = text(QT_TRANSLATE_NOOP("Presence", "Quit")), .choose = [this] { views_.quit(); }},
+        {.text = text(QT_TRANSLATE_NOOP("Presence", "Quit")),
+         .choose = [this] { views_.onQuit(); }},
     });
 }
 

@@ -3,33 +3,30 @@
 #include "Vornic/views/theme/ThemeObject.h"
 
 #include <QColor>
-#include <QDir>
-#include <QEventLoop>
 #include <QFont>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QImage>
 #include <QPalette>
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
-#include <array>
 
 namespace vornic {
 
 namespace {
 
-constexpr int simpleWidth = 640;
-constexpr int studioWidth = 820;
-/// How long a view settles before it is pictured.
-constexpr int settleMillis = 400;
+/// From the press on the tray's icon until its click is told.
+constexpr int clickMillis = 400;
 
-void letRun(int millis) {
-    QEventLoop loop;
-    QTimer::singleShot(millis, &loop, &QEventLoop::quit);
-    loop.exec();
+/// As large as a view would like to be, and the screen allows.
+QSize sizeWanted(const QQuickItem& root) {
+    // Room for the frame that the desktop puts around it.
+    constexpr int frame = 60;
+    const QSize most = QGuiApplication::primaryScreen()->availableSize() - QSize(0, frame);
+    return QSize(static_cast<int>(root.implicitWidth()), static_cast<int>(root.implicitHeight()))
+        .boundedTo(most);
 }
 
 bool desktopIsDark() {
@@ -38,8 +35,7 @@ bool desktopIsDark() {
 
 } // namespace
 
-Views::Views(AppModel& model)
-    : model_(model), adapter_(model), studioAdapter_(model), preview_(model), recorder_(model) {
+Views::Views(AppModel& model) : model_(model), adapters_(model) {
     if (words_.load(":/i18n/vornic_en.qm")) {
         QCoreApplication::installTranslator(&words_);
     }
@@ -47,6 +43,7 @@ Views::Views(AppModel& model)
     if (QFontDatabase::families().contains("Inter")) {
         QGuiApplication::setFont(QFont("Inter"));
     }
+    engine_.setNetworkAccessManagerFactory(&network_);
     theme_ = themeOf(engine_);
     setTheme(desktopIsDark());
     boardDrop_.onDrop = [this](const std::filesystem::path& file) {
@@ -56,6 +53,7 @@ Views::Views(AppModel& model)
             }
         });
     };
+    connectRequests();
     // One refresh for all changes of one turn of the event loop.
     const auto oncePerTurn = [this](bool& pending, void (Views::*work)()) {
         if (!pending) {
@@ -78,44 +76,46 @@ Views::~Views() {
     model_.onActivity = [] {};
 }
 
+void Views::connectRequests() {
+    const WindowRequests* const asked = adapters_.windows();
+    connect(asked, &WindowRequests::closeWindow, this, &Views::close);
+    connect(asked, &WindowRequests::openVornic, this, &Views::openVornic);
+    connect(asked, &WindowRequests::openSettings, this, &Views::openSettings);
+    connect(asked, &WindowRequests::openStudio, this, &Views::openStudio);
+    connect(asked, &WindowRequests::openPermission, this, &Views::openPermission);
+    connect(asked, &WindowRequests::endWelcome, this, &Views::endWelcome);
+    connect(asked, &WindowRequests::closePreview, this, [this] {
+        if (previewView_) {
+            previewView_->hide();
+        }
+    });
+    connect(asked, &WindowRequests::dismissPanel, this, &Views::dismissPanel);
+    connect(asked, &WindowRequests::quit, this, [this] { onQuit(); });
+}
+
 void Views::refresh() {
-    adapter_.refresh();
-    permissionAdapter_.refresh();
-    studioAdapter_.refresh();
-    preview_.refresh();
-    recorder_.refresh();
-    theme_->setProperty("accent", adapter_.accent());
+    adapters_.refresh();
+    theme_->setProperty("accent", adapters_.board()->accent());
     Q_EMIT refreshed();
 }
 
 void Views::refreshActivity() {
-    adapter_.refreshTyping();
-    studioAdapter_.refreshActivity();
+    adapters_.refreshActivity();
 }
 
 void Views::setTheme(bool dark) {
     theme_->setProperty("dark", dark);
-    theme_->setProperty("accent", adapter_.accent());
+    theme_->setProperty("accent", adapters_.board()->accent());
 }
 
 std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& title) {
+    adapters_.settings()->refreshAutostart();
     refresh();
     auto view = std::make_unique<QQuickView>(&engine_, nullptr);
-    QVariantMap properties;
+    // The gallery is of controls only.
     if (!file.startsWith("gallery/")) {
-        properties["app"] = QVariant::fromValue(&adapter_);
+        view->setInitialProperties({{"app", QVariant::fromValue(&adapters_)}});
     }
-    if (file.startsWith("studio/")) {
-        properties["studio"] = QVariant::fromValue(&studioAdapter_);
-        properties["recorder"] = QVariant::fromValue(&recorder_);
-    }
-    if (file.startsWith("preview/")) {
-        properties["preview"] = QVariant::fromValue(&preview_);
-    }
-    if (file.startsWith("permission/") || file.startsWith("settings/")) {
-        properties["permission"] = QVariant::fromValue(&permissionAdapter_);
-    }
-    view->setInitialProperties(properties);
     view->setTitle(title);
     view->setResizeMode(QQuickView::SizeRootObjectToView);
     view->setSource(QUrl("qrc:/qt/qml/Vornic/" + file));
@@ -123,27 +123,9 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     if (root == nullptr) {
         qFatal("the view %s cannot be loaded", qPrintable(file));
     }
-    // Room for the frame that the desktop puts around it.
-    constexpr int frame = 60;
-    const QSize most = QGuiApplication::primaryScreen()->availableSize() - QSize(0, frame);
-    view->resize(
-        QSize(static_cast<int>(root->implicitWidth()), static_cast<int>(root->implicitHeight()))
-            .boundedTo(most));
-    const auto listen = [&](const char* signal, const char* slot) {
-        if (root->metaObject()->indexOfSignal(QMetaObject::normalizedSignature(signal + 1)) >= 0) {
-            connect(root, signal, this, slot);
-        }
-    };
-    listen(SIGNAL(openVornic()), SLOT(openVornic()));
-    listen(SIGNAL(openSettings()), SLOT(openSettings()));
-    listen(SIGNAL(openStudio()), SLOT(openStudio()));
-    listen(SIGNAL(openPermission()), SLOT(openPermission()));
-    if (root->metaObject()->indexOfSignal("closed()") >= 0) {
-        connect(root, SIGNAL(closed()), view.get(), SLOT(hide()));
-    }
+    view->resize(sizeWanted(*root));
     view->installEventFilter(&boardDrop_);
-    listen(SIGNAL(dismissed()), SLOT(dismissPanel()));
-    listen(SIGNAL(quit()), SLOT(quit()));
+    view->installEventFilter(this);
     return view;
 }
 
@@ -159,13 +141,9 @@ void Views::open(std::unique_ptr<QQuickView>& view, const QString& file, const Q
 }
 
 void Views::dismissPanel() {
-    if (panel_ && (panel_->flags() & Qt::WindowType_Mask) == Qt::Popup) {
+    if (panel_ && panel_->flags().testFlag(Qt::FramelessWindowHint)) {
         panel_->hide();
     }
-}
-
-void Views::quit() {
-    onQuit();
 }
 
 void Views::openVornic() {
@@ -201,59 +179,62 @@ void Views::openGallery() {
 }
 
 void Views::endWelcome() {
+    if (welcome_) {
+        welcome_->hide();
+    }
     model_.setWelcomed();
     Q_EMIT welcomed();
-}
-
-bool Views::eventFilter(QObject* watched, QEvent* event) {
-    // Closed by the user, that is; the program closes its windows when it ends, too.
-    if (watched == welcome_.get() && event->type() == QEvent::Close && event->spontaneous()) {
-        endWelcome();
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 void Views::openWelcome() {
     const bool fresh = welcome_ == nullptr;
     open(welcome_, "welcome/WelcomeView.qml", tr("Welcome"));
     if (fresh) {
-        connect(welcome_->rootObject(), SIGNAL(closed()), this, SLOT(endWelcome()));
-        welcome_->installEventFilter(this);
+        growWithContent(*welcome_);
     }
 }
 
 void Views::offerPermission(PermissionRequest& request, bool needed) {
-    permissionAdapter_.offer(request, needed);
-    permissionAdapter_.onAnswer = [this] { model_.refreshState(); };
-    if (needed) {
-        adapter_.onAskForPermission = [this] { openPermission(); };
-    }
-    refresh();
+    adapters_.permission()->offer(request, needed);
+    adapters_.permission()->onAnswer = [this] { model_.refreshState(); };
 }
 
 void Views::openPermission() {
-    permissionAdapter_.begin();
+    adapters_.permission()->begin();
     open(permission_, "permission/PermissionPage.qml", tr("Input Monitoring"));
 }
 
 void Views::makePanel() {
     if (!panel_) {
         panel_ = make("panel/Panel.qml", "Vornic");
-        QQuickItem* const root = panel_->rootObject();
-        connect(root, &QQuickItem::implicitHeightChanged, this, [this, root] {
-            panel_->resize(static_cast<int>(root->implicitWidth()),
-                           static_cast<int>(root->implicitHeight()));
+        growWithContent(*panel_);
+        // A press outside, another window, another program: whatever takes the keyboard away.
+        connect(panel_.get(), &QWindow::activeChanged, this, [this] {
+            if (!panel_->isActive()) {
+                dismissPanel();
+                sinceDismissed_.start();
+            }
         });
     }
 }
 
+void Views::growWithContent(QQuickView& view) {
+    QQuickItem* const root = view.rootObject();
+    connect(root, &QQuickItem::implicitHeightChanged, &view,
+            [&view, root] { view.resize(sizeWanted(*root)); });
+}
+
 void Views::togglePanel(QPoint corner) {
     makePanel();
-    if (panel_->isVisible()) {
+    // The press on the icon that is to close the panel has taken the keyboard from it before.
+    const bool justClosed = sinceDismissed_.isValid() && sinceDismissed_.elapsed() < clickMillis;
+    sinceDismissed_.invalidate();
+    if (panel_->isVisible() || justClosed) {
         panel_->hide();
         return;
     }
-    panel_->setFlags(Qt::Popup | Qt::FramelessWindowHint);
+    // A window that the desktop gives the keyboard to, unlike a popup.
+    panel_->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     const QScreen* screen = QGuiApplication::screenAt(corner);
     const QRect space =
         (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
@@ -271,45 +252,6 @@ void Views::showPanelAsWindow() {
     panel_->show();
     panel_->raise();
     panel_->requestActivate();
-}
-
-void Views::snapshot(const std::filesystem::path& folder) {
-    const QDir place(QString::fromStdString(folder.string()));
-    place.mkpath(".");
-    struct Picture {
-        const char* name;
-        const char* file;
-        int width; // 0: as wide as it wants to be
-        const char* tab;
-    };
-    constexpr std::array pictures{
-        Picture{"menu-", "panel/Panel.qml", 0, ""},
-        Picture{"simple-", "simple/SimpleView.qml", simpleWidth, ""},
-        Picture{"settings-", "settings/SettingsView.qml", 0, ""},
-        Picture{"permission-", "permission/PermissionPage.qml", 0, ""},
-        Picture{"studio-keys-", "studio/StudioView.qml", studioWidth, "keys"},
-        Picture{"studio-sounds-", "studio/StudioView.qml", studioWidth, "sounds"},
-    };
-    const bool before = theme_->property("dark").toBool();
-    for (const bool dark : {false, true}) {
-        setTheme(dark);
-        for (const Picture& picture : pictures) {
-            if (*picture.tab != '\0') {
-                adapter_.setStudioTab(picture.tab);
-            }
-            const auto view = make(picture.file, {});
-            QQuickItem* const root = view->rootObject();
-            const int width =
-                picture.width > 0 ? picture.width : static_cast<int>(root->implicitWidth());
-            view->resize(width, static_cast<int>(root->implicitHeight()));
-            letRun(settleMillis);
-            view->resize(width, static_cast<int>(root->implicitHeight()));
-            letRun(50);
-            view->grabWindow().save(
-                place.filePath(QString(picture.name) + (dark ? "dark" : "light") + ".png"));
-        }
-    }
-    setTheme(before);
 }
 
 } // namespace vornic

@@ -2,12 +2,11 @@
 
 #include "Vornic/app/AppModel.h"
 #include "Vornic/views/BoardDrop.h"
-#include "Vornic/views/adapters/ModelAdapter.h"
-#include "Vornic/views/adapters/PermissionAdapter.h"
-#include "Vornic/views/adapters/PreviewAdapter.h"
-#include "Vornic/views/adapters/RecordingAdapter.h"
-#include "Vornic/views/adapters/StudioAdapter.h"
+#include "Vornic/views/NoNetwork.h"
+#include "Vornic/views/shared/Adapters.h"
 
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QObject>
 #include <QPoint>
 #include <QQmlEngine>
@@ -19,7 +18,7 @@
 
 namespace vornic {
 
-/// Every window of the program, each made when it is first opened. Main thread.
+/// Every window of the program, each made when it is first opened. Thread: main.
 class Views : public QObject {
     Q_OBJECT
 
@@ -28,16 +27,13 @@ class Views : public QObject {
     explicit Views(AppModel& model);
     ~Views() override;
 
-    ModelAdapter& adapter() { return adapter_; }
+    Adapters& adapters() { return adapters_; }
     QQmlEngine& engine() { return engine_; }
-    RecordingAdapter& recorder() { return recorder_; }
-    StudioAdapter& studioAdapter() { return studioAdapter_; }
 
     /// Offers "Turn on Input Monitoring…"; `request` outlives this object. `needed`: keys cannot be
     /// heard without it in this session.
     void offerPermission(PermissionRequest& request, bool needed);
 
-  public Q_SLOTS:
     /// The Studio where the advanced editor is on, otherwise the simple window.
     void openVornic();
     void openSettings();
@@ -51,15 +47,6 @@ class Views : public QObject {
     void openPreview();
     /// Closes the panel where it is the tray's; as a window of its own it stays.
     void dismissPanel();
-    void quit();
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-  private Q_SLOTS:
-    void endWelcome();
-
-  public:
     /// Opens the panel beside `corner`, a place on the screen, or closes it when it is open.
     void togglePanel(QPoint corner);
     /// Opens the panel as an ordinary window: for desktops without a tray.
@@ -72,6 +59,7 @@ class Views : public QObject {
     /// The windows that were opened so far; null before that.
     const QQuickView* panel() const { return panel_.get(); }
     const QQuickView* simple() const { return simple_.get(); }
+    const QQuickView* settings() const { return settings_.get(); }
     const QQuickView* studio() const { return studio_.get(); }
     const QQuickView* preview() const { return previewView_.get(); }
     const QQuickView* welcome() const { return welcome_.get(); }
@@ -90,25 +78,32 @@ class Views : public QObject {
     /// Images that cannot be written are left out.
     void snapshot(const std::filesystem::path& folder);
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    void connectRequests();
     void refresh();
     void refreshActivity();
+    void endWelcome();
+    void close(QWindow* window);
+    /// Does what a key does in every window; whether it does anything.
+    bool pressed(QWindow* window, const QKeyEvent& key);
+    static void growWithContent(QQuickView& view);
     void open(std::unique_ptr<QQuickView>& view, const QString& file, const QString& title);
     void makePanel();
     void setTheme(bool dark);
 
     AppModel& model_;
-    ModelAdapter adapter_;
-    PermissionAdapter permissionAdapter_;
-    StudioAdapter studioAdapter_;
-    PreviewAdapter preview_;
-    RecordingAdapter recorder_;
+    Adapters adapters_;
     QTranslator words_;
+    NoNetwork network_; // before the engine, which uses it to its end
     QQmlEngine engine_;
     QObject* theme_ = nullptr; // the engine's
     BoardDrop boardDrop_;
     std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_, previewView_, welcome_,
         gallery_, permission_;
+    QElapsedTimer sinceDismissed_; // since the panel went away by itself
     bool refreshing_ = false;
     bool refreshingActivity_ = false;
 };

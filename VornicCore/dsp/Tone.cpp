@@ -64,34 +64,40 @@ std::optional<Biquad> lowPassSection(double lowPassHz) noexcept {
     return std::nullopt;
 }
 
-double toneGainDb(const Equalizer& eq, double highPassHz, double lowPassHz,
-                  double frequency) noexcept {
-    double gain = 1.0;
-    const auto pass = [&](std::optional<Biquad> section) {
+namespace {
+
+/// The sections of the cascade, in its order. A band without an entry has gain 0.
+template <typename Pass>
+void eachSection(const Equalizer& eq, double highPassHz, double lowPassHz, const Pass& pass) {
+    const auto give = [&](std::optional<Biquad> section) {
         if (section) {
-            gain *= std::abs(section->response(frequency));
+            pass(*section);
         }
     };
-    pass(highPassSection(highPassHz));
+    give(highPassSection(highPassHz));
     for (const BandFilter& filter : bandFilters) {
-        pass(bandSection(filter.band, eq.gain(filter.band)));
+        give(bandSection(filter.band, eq.gain(filter.band)));
     }
-    pass(lowPassSection(lowPassHz));
+    give(lowPassSection(lowPassHz));
+}
+
+} // namespace
+
+ToneResponse::ToneResponse(const Equalizer& eq, double highPassHz, double lowPassHz) {
+    eachSection(eq, highPassHz, lowPassHz,
+                [this](const Biquad& section) { sections_.push_back(section); });
+}
+
+double ToneResponse::gainDb(double frequency) const noexcept {
+    double gain = 1.0;
+    for (const Biquad& section : sections_) {
+        gain *= std::abs(section.response(frequency));
+    }
     return 20.0 * std::log10(gain);
 }
 
 void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz) {
-    const auto run = [&](std::optional<Biquad> section) {
-        if (section) {
-            section->run(samples);
-        }
-    };
-    run(highPassSection(highPassHz));
-    for (const BandFilter& filter : bandFilters) {
-        // A band without an entry has gain 0.
-        run(bandSection(filter.band, eq.gain(filter.band)));
-    }
-    run(lowPassSection(lowPassHz));
+    eachSection(eq, highPassHz, lowPassHz, [&](Biquad& section) { section.run(samples); });
 }
 
 } // namespace vornic::DSP

@@ -13,9 +13,18 @@ namespace vornic::DSP {
 /// below 19000). Without any of them nothing changes, to the bit.
 void tone(std::vector<float>& samples, const Equalizer& eq, double highPassHz, double lowPassHz);
 
-/// The gain of that cascade at `frequency` Hz, in dB, at DSP::sampleRate.
-[[nodiscard]] double toneGainDb(const Equalizer& eq, double highPassHz, double lowPassHz,
-                                double frequency) noexcept;
+/// What that cascade makes of steady sines, at DSP::sampleRate: its sections are made once for all
+/// frequencies that are asked for. Thread: any.
+class ToneResponse {
+  public:
+    ToneResponse(const Equalizer& eq, double highPassHz, double lowPassHz);
+
+    /// The gain at `frequency` Hz, in dB.
+    [[nodiscard]] double gainDb(double frequency) const noexcept;
+
+  private:
+    std::vector<Biquad> sections_;
+};
 
 // The sections of that cascade, one by one; none where it would change nothing.
 [[nodiscard]] std::optional<Biquad> highPassSection(double highPassHz) noexcept;

@@ -32,6 +32,7 @@ Control {
                 height: choice.height
                 checked: modelData.value === choice.value
                 text: modelData.text
+                focusPolicy: Qt.TabFocus
                 hoverEnabled: true
                 // The value comes from the model: a click asks for it and waits for the answer.
                 onClicked: {
@@ -45,6 +46,7 @@ Control {
                     leftPadding: 4
                     rightPadding: 4
                     text: option.text
+                    textFormat: Text.PlainText
                     color: Theme.text
                     font.pixelSize: Theme.body
                     font.weight: option.checked ? Font.DemiBold : Font.Normal

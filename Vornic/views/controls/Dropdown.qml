@@ -20,6 +20,7 @@ ComboBox {
     // New entries put the box on the first one.
     onModelChanged: currentIndex = Qt.binding(() => options.findIndex(option => option.value === value))
     font.pixelSize: Theme.body
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     Accessible.name: name

@@ -11,19 +11,19 @@ AbstractButton {
 
     implicitHeight: 26
     implicitWidth: Math.max(30, caption.implicitWidth + 16)
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.role: Accessible.CheckBox
     Accessible.name: name
     Accessible.onToggleAction: flag.clicked()
     Accessible.checkable: true
     Accessible.checked: on
-    ToolTip.delay: 600
-    ToolTip.visible: hovered
-    ToolTip.text: name
+    Hint { text: flag.name }
 
     contentItem: Text {
         id: caption
         text: flag.text
+        textFormat: Text.PlainText
         color: flag.on ? Theme.accentInk : Theme.text
         font.pixelSize: Theme.small
         font.weight: Font.DemiBold

@@ -7,6 +7,7 @@ Button {
     id: button
 
     property string symbol: ""
+    property string hint: ""
     property bool prominent: false
     readonly property color ink: prominent ? Theme.accentInk : Theme.text
 
@@ -15,11 +16,12 @@ Button {
     rightPadding: leftPadding
     spacing: 6
     font.pixelSize: Theme.body
+    // A click leaves no focus: a key that is typed to be heard must press nothing.
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
-    ToolTip.delay: 600
-    ToolTip.visible: hovered && ToolTip.text !== ""
+    Hint { text: button.hint }
 
     contentItem: Item {
         id: content

@@ -7,6 +7,7 @@ CheckBox {
     id: box
 
     padding: 0
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     // A screen reader's own way to tick would change the picture only.
     Accessible.onToggleAction: {

@@ -14,6 +14,7 @@ AbstractButton {
     implicitHeight: 50
     implicitWidth: 136
     padding: 8
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.role: exclusive ? Accessible.RadioButton : Accessible.CheckBox
     Accessible.name: text

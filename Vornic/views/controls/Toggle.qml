@@ -6,9 +6,12 @@ import Vornic
 Switch {
     id: toggle
 
+    property string hint: ""
+
     implicitWidth: 44
     implicitHeight: 26
     padding: 0
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
     // A screen reader's own way to switch would change the picture only.
@@ -16,8 +19,7 @@ Switch {
         toggle.toggle();
         toggle.toggled();
     }
-    ToolTip.delay: 600
-    ToolTip.visible: hovered && ToolTip.text !== ""
+    Hint { text: toggle.hint }
 
     indicator: Rectangle {
         width: 44

@@ -7,7 +7,7 @@ import Vornic
 ListView {
     id: list
 
-    required property var boards
+    required property BoardListModel boards
     property bool details: false
     signal picked(string id)
 

@@ -7,11 +7,7 @@ import Vornic
 FocusScope {
     id: panel
 
-    required property ModelAdapter app
-    signal openVornic()
-    signal openSettings()
-    signal dismissed()
-    signal quit()
+    required property Adapters app
 
     focus: true
     implicitWidth: 340
@@ -41,22 +37,22 @@ FocusScope {
                         font.weight: Font.Bold
                         Accessible.role: Accessible.Heading
                     }
-                    Lamp { lit: panel.app.typing }
+                    Lamp { lit: panel.app.status.typing }
                 }
                 Label {
                     Layout.fillWidth: true
-                    text: panel.app.subtitle
+                    text: panel.app.status.subtitle
                     secondary: true
                     elide: Text.ElideRight
                     maximumLineCount: 2
                 }
             }
             Toggle {
-                checked: panel.app.soundsOn
+                checked: panel.app.settings.soundsOn
                 focus: true
-                Accessible.name: ToolTip.text
-                ToolTip.text: qsTr("Sounds on or off (⌥⌘K)")
-                onToggled: panel.app.soundsOn = checked
+                Accessible.name: hint
+                hint: qsTr("Sounds on or off (⌥⌘K)")
+                onToggled: panel.app.settings.soundsOn = checked
             }
         }
 
@@ -71,24 +67,24 @@ FocusScope {
         ErrorLine {
             Layout.fillWidth: true
             isError: false
-            text: panel.app.note
-            onDismissed: panel.app.dismissNote()
+            text: panel.app.status.note
+            onDismissed: panel.app.status.dismissNote()
         }
         ErrorLine {
             Layout.fillWidth: true
-            text: panel.app.lastError
-            onDismissed: panel.app.dismissError()
+            text: panel.app.status.lastError
+            onDismissed: panel.app.status.dismissError()
         }
 
         SectionTitle { text: qsTr("Keyboard") }
         BoardList {
             Layout.fillWidth: true
-            boards: panel.app.boards
-            onPicked: id => panel.app.selectBoard(id)
+            boards: panel.app.board.boards
+            onPicked: id => panel.app.board.select(id)
         }
         Label {
             Layout.fillWidth: true
-            visible: panel.app.boards.count === 0
+            visible: panel.app.board.boards.count === 0
             text: qsTr("No sound pack was found. Install the package bucklespring-data, then start Vornic again.")
             secondary: true
         }
@@ -113,22 +109,18 @@ FocusScope {
             spacing: Theme.gap
             PushButton {
                 text: qsTr("Open Vornic…")
-                onClicked: panel.openVornic()
+                onClicked: panel.app.windows.openVornic()
             }
             PushButton {
                 text: qsTr("Settings")
-                onClicked: panel.openSettings()
+                onClicked: panel.app.windows.openSettings()
             }
             Item { Layout.fillWidth: true }
             PushButton {
                 text: qsTr("Quit")
-                onClicked: panel.quit()
+                onClicked: panel.app.windows.quit()
             }
         }
     }
-    Keys.onEscapePressed: panel.dismissed()
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: panel.quit()
-    }
+    Keys.onEscapePressed: panel.app.windows.dismissPanel()
 }

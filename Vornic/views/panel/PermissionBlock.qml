@@ -6,9 +6,9 @@ import Vornic
 Card {
     id: block
 
-    required property ModelAdapter app
+    required property Adapters app
 
-    visible: app.tapState !== "listening"
+    visible: !app.status.listening
     RowLayout {
         spacing: Theme.gap
         Symbol {
@@ -23,25 +23,25 @@ Card {
     }
     Label {
         Layout.fillWidth: true
-        visible: block.app.tapState === "needsRelaunch"
+        visible: block.app.status.needsRelaunch
         text: qsTr("Permission granted.")
     }
     Label {
         Layout.fillWidth: true
-        visible: text !== "" && block.app.tapState === "needsPermission"
-        text: block.app.permissionHint
+        visible: text !== "" && block.app.status.needsPermission
+        text: block.app.permission.hint
         secondary: true
     }
     PushButton {
-        visible: block.app.tapState === "needsRelaunch"
+        visible: block.app.status.needsRelaunch
         text: qsTr("Relaunch")
         prominent: true
-        onClicked: block.app.relaunch()
+        onClicked: block.app.permission.relaunch()
     }
     PushButton {
-        visible: block.app.tapState === "needsPermission" && block.app.canAskForPermission
+        visible: block.app.status.needsPermission && block.app.permission.canAsk
         text: qsTr("Turn on Input Monitoring…")
         prominent: true
-        onClicked: block.app.askForPermission()
+        onClicked: block.app.windows.openPermission()
     }
 }

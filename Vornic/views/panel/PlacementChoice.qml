@@ -3,10 +3,10 @@ import QtQuick
 import Vornic
 
 Choice {
-    required property ModelAdapter app
+    required property Adapters app
 
     name: qsTr("Where it sits")
     options: [{ value: false, text: qsTr("On the desk") }, { value: true, text: qsTr("Close") }]
-    value: app.close
-    onPicked: v => app.close = v
+    value: app.settings.close
+    onPicked: v => app.settings.close = v
 }

@@ -4,15 +4,13 @@ import QtQuick.Layouts
 import Vornic
 
 RowLayout {
-    required property ModelAdapter app
-    // The switch above it says "off" already.
-    readonly property bool quiet: app.silence !== "" && app.silence !== "off"
+    required property Adapters app
 
     spacing: Theme.gap
-    visible: app.tapState === "listening"
-    Symbol { symbol: parent.quiet ? app.silenceSymbol : "check-circle" }
+    visible: app.status.listening
+    Symbol { symbol: app.status.symbol }
     Label {
         Layout.fillWidth: true
-        text: parent.quiet ? app.subtitle : qsTr("Listening")
+        text: app.status.line
     }
 }

@@ -6,15 +6,15 @@ import Vornic
 RowLayout {
     id: buttons
 
-    required property ModelAdapter app
-    required property PermissionAdapter permission
+    required property Adapters app
+    readonly property PermissionAdapter permission: app.permission
 
-    readonly property string outcome: permission.state
-    readonly property bool asks: outcome !== "granted" && outcome !== "waiting"
+    readonly property int outcome: permission.state
+    readonly property bool asks: outcome !== PermissionAdapter.Granted && outcome !== PermissionAdapter.Waiting
 
     spacing: Theme.gap
     PushButton {
-        visible: buttons.permission.granted && buttons.outcome !== "waiting"
+        visible: buttons.permission.granted && buttons.outcome !== PermissionAdapter.Waiting
         text: qsTr("Turn it off again")
         onClicked: buttons.permission.takeBack()
     }
@@ -22,20 +22,20 @@ RowLayout {
     PushButton {
         // The answer that changes nothing has the keyboard first.
         focus: true
-        text: buttons.outcome === "asking" || buttons.outcome === "declined" ? qsTr("Not now") : qsTr("Close")
+        text: buttons.outcome === PermissionAdapter.Asking || buttons.outcome === PermissionAdapter.Declined ? qsTr("Not now") : qsTr("Close")
         onClicked: buttons.Window.window.close()
     }
     PushButton {
         visible: buttons.asks && !buttons.permission.granted
         enabled: buttons.permission.possible
-        text: buttons.outcome === "asking" || buttons.outcome === "takenBack" ? qsTr("Agree") : qsTr("Try again")
+        text: buttons.outcome === PermissionAdapter.Asking || buttons.outcome === PermissionAdapter.TakenBack ? qsTr("Agree") : qsTr("Try again")
         prominent: true
         onClicked: buttons.permission.agree()
     }
     PushButton {
-        visible: buttons.outcome === "granted" && buttons.app.tapState !== "listening"
+        visible: buttons.outcome === PermissionAdapter.Granted && !buttons.app.status.listening
         text: qsTr("Relaunch")
         prominent: true
-        onClicked: buttons.app.relaunch()
+        onClicked: buttons.permission.relaunch()
     }
 }

@@ -6,19 +6,19 @@ import Vornic
 Card {
     id: card
 
-    required property ModelAdapter app
-    required property PermissionAdapter permission
+    required property Adapters app
+    readonly property PermissionAdapter permission: app.permission
 
-    readonly property string outcome: permission.state
-    readonly property bool listening: app.tapState === "listening"
+    readonly property int outcome: permission.state
+    readonly property bool listening: app.status.listening
     readonly property string title: ({
-        "waiting": qsTr("Waiting for your answer to the system's question…"),
-        "declined": qsTr("Declined."),
-        "failed": qsTr("That did not work."),
-        "granted": qsTr("Permission granted."),
-        "takenBack": qsTr("Input Monitoring is off.")
+        [PermissionAdapter.Waiting]: qsTr("Waiting for your answer to the system's question…"),
+        [PermissionAdapter.Declined]: qsTr("Declined."),
+        [PermissionAdapter.Failed]: qsTr("That did not work."),
+        [PermissionAdapter.Granted]: qsTr("Permission granted."),
+        [PermissionAdapter.TakenBack]: qsTr("Input Monitoring is off.")
     })[outcome] ?? ""
-    readonly property string more: outcome === "granted"
+    readonly property string more: outcome === PermissionAdapter.Granted
         ? (listening ? qsTr("Vornic hears your keys. Press one: the lamp lights.")
                      : qsTr("Start Vornic again to let it hear your keys."))
         : permission.message
@@ -31,8 +31,8 @@ Card {
         visible: card.title !== ""
         spacing: Theme.gap
         Symbol {
-            symbol: ({ "failed": "warning", "granted": "check-circle" })[card.outcome] ?? "keyboard"
-            color: card.outcome === "failed" ? Theme.warning : Theme.text
+            symbol: ({ [PermissionAdapter.Failed]: "warning", [PermissionAdapter.Granted]: "check-circle" })[card.outcome] ?? "keyboard"
+            color: card.outcome === PermissionAdapter.Failed ? Theme.warning : Theme.text
         }
         Label {
             Layout.fillWidth: true
@@ -40,8 +40,8 @@ Card {
             font.weight: Font.DemiBold
         }
         Lamp {
-            visible: card.outcome === "granted" && card.listening
-            lit: card.app.typing
+            visible: card.outcome === PermissionAdapter.Granted && card.listening
+            lit: card.app.status.typing
         }
     }
     Label {

@@ -7,8 +7,7 @@ import Vornic
 FocusScope {
     id: page
 
-    required property ModelAdapter app
-    required property PermissionAdapter permission
+    required property Adapters app
 
     focus: true
     implicitWidth: 560
@@ -33,10 +32,9 @@ FocusScope {
         PermissionOutcome {
             Layout.fillWidth: true
             app: page.app
-            permission: page.permission
         }
         Repeater {
-            model: page.permission.points
+            model: page.app.permission.points
             delegate: ColumnLayout {
                 id: point
 
@@ -72,11 +70,7 @@ FocusScope {
             anchors.leftMargin: 24
             anchors.rightMargin: 24
             app: page.app
-            permission: page.permission
         }
     }
-    Shortcut {
-        sequences: [StandardKey.Cancel, StandardKey.Close]
-        onActivated: page.Window.window.close()
-    }
+    Keys.onEscapePressed: page.app.windows.closeWindow(page.Window.window)
 }

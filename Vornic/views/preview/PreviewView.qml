@@ -7,9 +7,8 @@ import Vornic
 FocusScope {
     id: view
 
-    required property ModelAdapter app
-    required property PreviewAdapter preview
-    signal closed()
+    required property Adapters app
+    readonly property PreviewAdapter preview: app.preview
 
     focus: true
     implicitWidth: 720
@@ -65,8 +64,8 @@ FocusScope {
         }
         ErrorLine {
             Layout.fillWidth: true
-            text: view.app.lastError
-            onDismissed: view.app.dismissError()
+            text: view.app.status.lastError
+            onDismissed: view.app.status.dismissError()
         }
         ScrollView {
             id: scroll
@@ -108,9 +107,9 @@ FocusScope {
     }
     Connections {
         target: view.preview
-        function onChanged() {
+        function onOpenChanged() {
             if (!view.preview.open)
-                view.closed();
+                view.app.windows.closePreview();
         }
     }
     Keys.onEscapePressed: view.preview.drop()

@@ -7,7 +7,7 @@ Sheet {
     id: sheet
 
     required property RecordingAdapter recorder
-    readonly property bool recording: recorder.phase === "recording"
+    readonly property bool recording: recorder.phase === RecordingAdapter.Recording
     // What went wrong before the sheet was opened is not about recording.
     property bool tried: false
 
@@ -41,12 +41,12 @@ Sheet {
 
             RecordFailure {
                 anchors.fill: parent
-                visible: sheet.tried && sheet.recorder.phase === "idle"
+                visible: sheet.tried && sheet.recorder.phase === RecordingAdapter.Idle
                 failure: sheet.recorder.failure
                 advice: sheet.recorder.advice
             }
             Label {
-                visible: sheet.recorder.phase === "starting"
+                visible: sheet.recorder.phase === RecordingAdapter.Starting
                 text: qsTr("Getting the microphone ready…")
                 secondary: true
             }
@@ -77,7 +77,7 @@ Sheet {
             Item { Layout.fillWidth: true }
             PushButton {
                 text: qsTr("Cancel")
-                focusPolicy: sheet.recording ? Qt.NoFocus : Qt.StrongFocus
+                focusPolicy: sheet.recording ? Qt.NoFocus : Qt.TabFocus
                 onClicked: sheet.cancel()
                 Keys.onEscapePressed: sheet.cancel()
             }
@@ -91,7 +91,7 @@ Sheet {
             PushButton {
                 id: start
                 visible: !sheet.recording
-                enabled: sheet.recorder.phase === "idle"
+                enabled: sheet.recorder.phase === RecordingAdapter.Idle
                 focus: true
                 symbol: "mic"
                 text: qsTr("Start recording")

@@ -19,8 +19,8 @@ RowLayout {
     PushButton {
         symbol: "waveform"
         text: qsTr("Import a recording…")
-        ToolTip.text: qsTr("Choose a recording of typing. Vornic cuts it into single keystrokes.")
-        Accessible.description: ToolTip.text
+        hint: qsTr("Choose a recording of typing. Vornic cuts it into single keystrokes.")
+        Accessible.description: hint
         onClicked: entries.importRecording()
     }
 }

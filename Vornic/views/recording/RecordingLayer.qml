@@ -59,12 +59,12 @@ Item {
     ReadingSheet {
         objectName: "readingSheet"
         recorder: layer.recorder
-        visible: layer.recorder.phase === "reading"
+        visible: layer.recorder.phase === RecordingAdapter.Reading
     }
     StrokeChooser {
         objectName: "strokeChooser"
         recorder: layer.recorder
-        visible: layer.recorder.phase === "choosing"
+        visible: layer.recorder.phase === RecordingAdapter.Choosing
         onVisibleChanged: if (visible) sheet.close()
     }
     Loader {

@@ -74,7 +74,7 @@ RowLayout {
         opacity: row.moved ? 1 : 0
         enabled: row.moved
         Accessible.name: qsTr("Undo the cut of keystroke %1").arg(row.rank)
-        ToolTip.text: qsTr("Back to the cut that Vornic made")
+        hint: qsTr("Back to the cut that Vornic made")
         onClicked: row.recorder.resetCut(row.index)
     }
     PushButton {

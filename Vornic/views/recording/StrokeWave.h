@@ -9,7 +9,7 @@
 namespace vornic {
 
 /// Draws the waveform of a stroke: what is cut out in one colour, its release in another, the rest
-/// in a third. Places are shares of the width, 0 to 1.
+/// in a third. Places are shares of the width, 0 to 1. Thread: main.
 class StrokeWave : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

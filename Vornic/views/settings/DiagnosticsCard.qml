@@ -6,10 +6,10 @@ import Vornic
 Card {
     id: card
 
-    required property ModelAdapter app
+    required property DiagnosticsAdapter diagnostics
 
     Repeater {
-        model: card.app.diagnostics
+        model: card.diagnostics.rows
         delegate: RowLayout {
             required property var modelData
 
@@ -26,12 +26,12 @@ Card {
     }
     LatencyChart {
         Layout.fillWidth: true
-        bins: card.app.latencyBins
-        binMillis: card.app.latencyBinMillis
-        summary: card.app.latencySummary
+        bins: card.diagnostics.latencyBins
+        binMillis: card.diagnostics.latencyBinMillis
+        summary: card.diagnostics.latencySummary
     }
     PushButton {
         text: qsTr("Reset")
-        onClicked: card.app.resetLatency()
+        onClicked: card.diagnostics.reset()
     }
 }

@@ -6,12 +6,10 @@ import Vornic
 FocusScope {
     id: view
 
-    required property ModelAdapter app
-    required property PermissionAdapter permission
-    signal openStudio()
-    signal openPermission()
+    required property Adapters app
 
     focus: true
+    Keys.onEscapePressed: view.app.windows.closeWindow(view.Window.window)
     implicitWidth: 560
     implicitHeight: Math.min(page.wholeHeight, 720)
 
@@ -26,8 +24,8 @@ FocusScope {
 
         ErrorLine {
             Layout.fillWidth: true
-            text: view.app.lastError
-            onDismissed: view.app.dismissError()
+            text: view.app.status.lastError
+            onDismissed: view.app.status.dismissError()
         }
         Card {
             Layout.fillWidth: true
@@ -35,12 +33,12 @@ FocusScope {
                 Layout.fillWidth: true
                 title: qsTr("Show the advanced editor")
                 note: qsTr("Build keyboards part by part, shape every sound and give single keys their own sound. \"Open Vornic…\" opens the Studio instead of the simple window.")
-                checked: view.app.advanced
-                onToggled: on => view.app.advanced = on
+                checked: view.app.settings.advanced
+                onToggled: on => view.app.settings.advanced = on
             }
             PushButton {
                 text: qsTr("Open Studio")
-                onClicked: view.openStudio()
+                onClicked: view.app.windows.openStudio()
             }
         }
         Card {
@@ -49,22 +47,22 @@ FocusScope {
                 Layout.fillWidth: true
                 title: qsTr("Go quiet when the microphone is on")
                 note: qsTr("Calls use the microphone. On speakers, key sounds would otherwise go into the call.")
-                checked: view.app.quietDuringCalls
-                onToggled: on => view.app.quietDuringCalls = on
+                checked: view.app.settings.quietDuringCalls
+                onToggled: on => view.app.settings.quietDuringCalls = on
             }
             SettingRow {
                 Layout.fillWidth: true
                 title: qsTr("Notice password fields in every program")
                 note: qsTr("Turns on the desktop's accessibility while Vornic runs. Programs started after that tell which field has the focus, and may be a little slower.")
-                checked: view.app.noticePasswordsEverywhere
-                onToggled: on => view.app.noticePasswordsEverywhere = on
+                checked: view.app.settings.noticePasswordsEverywhere
+                onToggled: on => view.app.settings.noticePasswordsEverywhere = on
             }
             SettingRow {
                 Layout.fillWidth: true
-                visible: view.app.canStartWithSession
+                visible: view.app.settings.canStartWithSession
                 title: qsTr("Start with the session")
-                checked: view.app.startsWithSession
-                onToggled: on => view.app.startsWithSession = on
+                checked: view.app.settings.startsWithSession
+                onToggled: on => view.app.settings.startsWithSession = on
             }
             RowLayout {
                 Label {
@@ -83,13 +81,9 @@ FocusScope {
             Choice {
                 Layout.fillWidth: true
                 name: qsTr("Sound comes out of")
-                options: [
-                    { value: "auto", text: qsTr("Automatic") },
-                    { value: "headphones", text: qsTr("Headphones") },
-                    { value: "speakers", text: qsTr("Speakers") }
-                ]
-                value: view.app.outputKind
-                onPicked: v => view.app.outputKind = v
+                options: view.app.settings.outputKinds
+                value: view.app.settings.outputKind
+                onPicked: v => view.app.settings.outputKind = v
             }
             Label {
                 Layout.fillWidth: true
@@ -108,19 +102,19 @@ FocusScope {
                 id: credits
                 Layout.fillWidth: true
                 visible: false
-                text: view.app.credits
+                text: view.app.board.credits
                 secondary: true
             }
             PushButton {
-                visible: view.permission.offered
-                text: view.permission.granted ? qsTr("Turn off Input Monitoring…") : qsTr("Turn on Input Monitoring…")
-                onClicked: view.openPermission()
+                visible: view.app.permission.offered
+                text: view.app.permission.granted ? qsTr("Turn off Input Monitoring…") : qsTr("Turn on Input Monitoring…")
+                onClicked: view.app.windows.openPermission()
             }
         }
         SectionTitle { text: qsTr("Diagnostics") }
         DiagnosticsCard {
             Layout.fillWidth: true
-            app: view.app
+            diagnostics: view.app.diagnostics
         }
     }
 }

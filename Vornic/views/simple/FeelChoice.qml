@@ -7,13 +7,13 @@ import Vornic
 ColumnLayout {
     id: choice
 
-    required property ModelAdapter app
+    required property Adapters app
 
     spacing: 2
     Accessible.role: Accessible.Grouping
     Accessible.name: qsTr("Feel")
     Repeater {
-        model: choice.app.feels
+        model: choice.app.tweaks.feels
         delegate: RadioDelegate {
             id: option
 
@@ -22,15 +22,16 @@ ColumnLayout {
             Layout.fillWidth: true
             implicitHeight: 32
             leftPadding: 8
+            focusPolicy: Qt.TabFocus
             hoverEnabled: true
-            checked: choice.app.feel === modelData.value
+            checked: choice.app.tweaks.feel === modelData.value
             text: modelData.text
             Accessible.name: text
             Accessible.onToggleAction: option.clicked()
             onClicked: {
-                const wanted = choice.app.feel === modelData.value ? "" : modelData.value;
-                checked = Qt.binding(() => choice.app.feel === modelData.value);
-                choice.app.feel = wanted;
+                const wanted = choice.app.tweaks.feel === modelData.value ? -1 : modelData.value;
+                checked = Qt.binding(() => choice.app.tweaks.feel === modelData.value);
+                choice.app.tweaks.feel = wanted;
             }
             indicator: null
             contentItem: Row {
@@ -54,6 +55,7 @@ ColumnLayout {
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     text: option.text
+                    textFormat: Text.PlainText
                     color: Theme.text
                     font.pixelSize: Theme.body
                 }

@@ -6,11 +6,10 @@ import Vornic
 FocusScope {
     id: view
 
-    required property ModelAdapter app
-    signal openSettings()
-    signal openStudio()
+    required property Adapters app
 
     focus: true
+    Keys.onEscapePressed: view.app.windows.closeWindow(view.Window.window)
     implicitWidth: 640
     implicitHeight: page.wholeHeight
 
@@ -40,8 +39,8 @@ FocusScope {
         }
         ErrorLine {
             Layout.fillWidth: true
-            text: view.app.lastError
-            onDismissed: view.app.dismissError()
+            text: view.app.status.lastError
+            onDismissed: view.app.status.dismissError()
         }
         RowLayout {
             Layout.fillWidth: true
@@ -51,13 +50,13 @@ FocusScope {
                 padding: 6
                 BoardList {
                     Layout.fillWidth: true
-                    boards: view.app.boards
+                    boards: view.app.board.boards
                     details: true
-                    onPicked: id => view.app.selectBoard(id)
+                    onPicked: id => view.app.board.select(id)
                 }
                 Label {
                     Layout.fillWidth: true
-                    visible: view.app.boards.count === 0
+                    visible: view.app.board.boards.count === 0
                     text: qsTr("No sound pack was found. Install the package bucklespring-data, then start Vornic again.")
                     secondary: true
                 }
@@ -67,8 +66,8 @@ FocusScope {
             symbol: "play"
             text: qsTr("Play")
             prominent: true
-            enabled: view.app.boards.count > 0
-            onClicked: view.app.playPhrase()
+            enabled: view.app.board.boards.count > 0
+            onClicked: view.app.board.playPhrase()
         }
 
         SectionTitle { text: qsTr("Make it yours") }
@@ -93,9 +92,9 @@ FocusScope {
                     from: -1
                     to: 1
                     origin: 0
-                    value: view.app.deeper
+                    value: view.app.tweaks.deeper
                     Accessible.name: qsTr("Deeper")
-                    onMoved: view.app.deeper = value
+                    onMoved: view.app.tweaks.deeper = value
                 }
                 Label { text: qsTr("Crisper") }
                 ValueSlider {
@@ -103,9 +102,9 @@ FocusScope {
                     from: -1
                     to: 1
                     origin: 0
-                    value: view.app.crisper
+                    value: view.app.tweaks.crisper
                     Accessible.name: qsTr("Crisper")
-                    onMoved: view.app.crisper = value
+                    onMoved: view.app.tweaks.crisper = value
                 }
             }
         }
@@ -123,9 +122,9 @@ FocusScope {
             Label { text: qsTr("Volume") }
             ValueSlider {
                 Layout.fillWidth: true
-                value: view.app.volume
+                value: view.app.settings.volume
                 Accessible.name: qsTr("Volume")
-                onMoved: view.app.volume = value
+                onMoved: view.app.settings.volume = value
             }
         }
 
@@ -139,12 +138,12 @@ FocusScope {
             Label {
                 Layout.fillWidth: true
                 secondary: true
-                text: view.app.advanced ? qsTr("The advanced editor is on.")
+                text: view.app.settings.advanced ? qsTr("The advanced editor is on.")
                                         : qsTr("Want to build your own, part by part? Turn on the advanced editor in Settings.")
             }
             PushButton {
-                text: view.app.advanced ? qsTr("Open Studio") : qsTr("Settings")
-                onClicked: view.app.advanced ? view.openStudio() : view.openSettings()
+                text: view.app.settings.advanced ? qsTr("Open Studio") : qsTr("Settings")
+                onClicked: view.app.settings.advanced ? view.app.windows.openStudio() : view.app.windows.openSettings()
             }
         }
     }

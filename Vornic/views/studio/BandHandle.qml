@@ -21,6 +21,7 @@ Slider {
     stepSize: 0.5
     value: row.gain
     padding: 0
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: row.text
     Accessible.description: row.hint
@@ -42,9 +43,10 @@ Slider {
         else
             event.accepted = false;
     }
-    ToolTip.delay: 800
-    ToolTip.visible: hovered && !mouse.pressed
-    ToolTip.text: row.hint
+    Hint {
+        text: band.row.hint
+        wanted: band.hovered && !mouse.pressed
+    }
 
     background: null
     handle: Rectangle {
@@ -90,7 +92,6 @@ Slider {
         preventStealing: true
         cursorShape: Qt.SizeVerCursor
         onPressed: event => {
-            band.forceActiveFocus(Qt.MouseFocusReason);
             pressedY = event.y;
             pressedGain = band.row.gain;
         }

@@ -41,12 +41,12 @@ ColumnLayout {
         Layout.fillWidth: true
         title: qsTr("Character of the board")
         rows: cards.studio.shape.boardCharacter
-        onMoved: (field, value) => cards.studio.shape.setBoardCharacter(field, value)
+        onMoved: (place, value) => cards.studio.shape.setBoardCharacter(place, value)
     }
     SlidersCard {
         Layout.fillWidth: true
         title: qsTr("Typing")
         rows: cards.studio.shape.feel
-        onMoved: (field, value) => cards.studio.shape.setFeel(field, value)
+        onMoved: (place, value) => cards.studio.shape.setFeel(place, value)
     }
 }

@@ -7,35 +7,33 @@ import Vornic
 PushButton {
     id: button
 
-    required property ModelAdapter app
+    required property Adapters app
     // Whether it was down for so long that letting go ends it.
     property bool held: false
     property bool before: false
 
-    // For its button and for the key that stands for it.
     function begin() {
         held = false;
-        before = app.comparing;
-        app.comparing = !before;
+        before = app.board.comparing;
+        app.board.comparing = !before;
         holdTimer.restart();
     }
     function end() {
         holdTimer.stop();
         if (held)
-            app.comparing = before;
+            app.board.comparing = before;
         held = false;
     }
 
-    objectName: "compare"
     text: qsTr("A / B")
-    prominent: app.comparing
-    ToolTip.text: qsTr("Hold the version you started with up against your changes")
+    prominent: app.board.comparing
+    hint: qsTr("Hold the version you started with up against your changes")
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
-    Accessible.checked: app.comparing
-    Accessible.description: ToolTip.text
-    Accessible.onPressAction: button.app.comparing = !button.app.comparing
-    Accessible.onToggleAction: button.app.comparing = !button.app.comparing
+    Accessible.checked: app.board.comparing
+    Accessible.description: hint
+    Accessible.onPressAction: button.app.board.comparing = !button.app.board.comparing
+    Accessible.onToggleAction: button.app.board.comparing = !button.app.board.comparing
     onPressed: begin()
     onReleased: end()
     onCanceled: end()

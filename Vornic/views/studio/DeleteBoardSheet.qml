@@ -6,7 +6,7 @@ import Vornic
 Sheet {
     id: sheet
 
-    required property ModelAdapter app
+    required property Adapters app
 
     objectName: "deleteBoard"
     width: 420
@@ -17,7 +17,7 @@ Sheet {
         Keys.onEscapePressed: sheet.close()
         Label {
             Layout.fillWidth: true
-            text: qsTr("Delete \"%1\"?").arg(sheet.app.boardName)
+            text: qsTr("Delete \"%1\"?").arg(sheet.app.board.name)
             font.weight: Font.DemiBold
         }
         Label {
@@ -38,7 +38,7 @@ Sheet {
                 prominent: true
                 onClicked: {
                     sheet.close();
-                    sheet.app.deleteBoard();
+                    sheet.app.board.remove();
                 }
             }
         }

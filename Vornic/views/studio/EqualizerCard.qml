@@ -37,6 +37,12 @@ Card {
             shown: plot.shown
             curve: card.equalizer.curve
             heard: card.equalizer.heardCurve
+            curveColour: Theme.graph
+            heardColour: Theme.secondary
+            gridColour: Theme.line
+            textSize: Theme.small
+            Accessible.role: Accessible.Graphic
+            Accessible.name: qsTr("Frequency curve")
         }
         Repeater {
             model: card.equalizer.bands

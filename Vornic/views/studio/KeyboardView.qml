@@ -59,7 +59,6 @@ FocusScope {
         onPressed: event => {
             begin = Qt.point(event.x, event.y);
             dragging = false;
-            board.forceActiveFocus(Qt.MouseFocusReason);
             const code = board.keyboard.keyAt(event.x / board.unit, event.y / board.unit);
             if (code >= 0) {
                 board.cursor = code;
@@ -84,7 +83,7 @@ FocusScope {
     Repeater {
         model: board.keyboard.rows
         delegate: KeyCap {
-            lit: row.code >= 0 && board.keyboard.pressed.includes(row.code)
+            lit: row.code >= 0 && board.keyboard.pressed.indexOf(row.code) >= 0
             focus: row.code >= 0 && row.code === board.cursor
             x: row.x * board.unit
             y: row.y * board.unit

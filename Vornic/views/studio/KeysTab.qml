@@ -11,6 +11,10 @@ ScrollPage {
     padding: 0
     spacing: 12
 
+    // What is not seen is not computed.
+    Binding { target: tab.studio.keyboard; property: "seen"; value: tab.visible }
+    Binding { target: tab.studio.inspector; property: "seen"; value: tab.visible }
+
     RowLayout {
         spacing: Theme.gap
         Dropdown {
@@ -29,12 +33,12 @@ ScrollPage {
         }
         PushButton {
             text: qsTr("Stabilised keys")
-            prominent: tab.studio.keyboard.kind === "stabilisers"
+            prominent: tab.studio.keyboard.stabilisersSelected
             onClicked: tab.studio.keyboard.selectStabilisers()
         }
         PushButton {
             text: qsTr("All keys")
-            prominent: tab.studio.keyboard.kind === "all"
+            prominent: tab.studio.keyboard.allSelected
             onClicked: tab.studio.keyboard.selectAll()
         }
     }

@@ -37,14 +37,14 @@ Rectangle {
                 Layout.preferredWidth: 100
                 text: entry.row.summary
                 Accessible.name: qsTr("Recordings of layer %1: %2").arg(entry.index + 1).arg(entry.row.summary)
-                ToolTip.text: qsTr("Choose recordings")
+                hint: qsTr("Choose recordings")
                 onClicked: entry.choose()
             }
             Repeater {
                 model: [
-                    { field: "invert", text: "Ø", name: qsTr("Invert") },
-                    { field: "mute", text: "M", name: qsTr("Mute") },
-                    { field: "solo", text: "S", name: qsTr("Solo") }
+                    { field: "invert", flag: LayersAdapter.Invert, text: "Ø", name: qsTr("Invert") },
+                    { field: "mute", flag: LayersAdapter.Mute, text: "M", name: qsTr("Mute") },
+                    { field: "solo", flag: LayersAdapter.Solo, text: "S", name: qsTr("Solo") }
                 ]
                 delegate: FlagButton {
                     required property var modelData
@@ -52,7 +52,7 @@ Rectangle {
                     text: modelData.text
                     name: modelData.name
                     on: entry.row ? entry.row[modelData.field] : false
-                    onClicked: entry.layers.setFlag(entry.index, modelData.field, !on)
+                    onClicked: entry.layers.setFlag(entry.index, modelData.flag, !on)
                 }
             }
             PushButton {
@@ -81,9 +81,9 @@ Rectangle {
             spacing: 16
             Repeater {
                 model: [
-                    { field: "offset", text: qsTr("Offset"), unit: "ms", range: 50, step: 0.5 },
-                    { field: "gain", text: qsTr("Gain"), unit: "dB", range: 24, step: 0.5 },
-                    { field: "pitch", text: qsTr("Pitch"), unit: "st", range: 12, step: 0.5 }
+                    { field: "offset", number: LayersAdapter.Offset, text: qsTr("Offset"), unit: "ms", range: 50, step: 0.5 },
+                    { field: "gain", number: LayersAdapter.Gain, text: qsTr("Gain"), unit: "dB", range: 24, step: 0.5 },
+                    { field: "pitch", number: LayersAdapter.Pitch, text: qsTr("Pitch"), unit: "st", range: 12, step: 0.5 }
                 ]
                 delegate: CompactSlider {
                     required property var modelData
@@ -97,7 +97,7 @@ Rectangle {
                     origin: 0
                     stepSize: modelData.step
                     value: entry.row ? entry.row[modelData.field] : 0
-                    onMoved: v => entry.layers.setNumber(entry.index, modelData.field, v)
+                    onMoved: v => entry.layers.setNumber(entry.index, modelData.number, v)
                 }
             }
         }

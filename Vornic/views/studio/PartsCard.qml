@@ -1,5 +1,5 @@
-// Parts to choose, one of a few each. `rows` holds { value, text, options, now }, `options` is a
-// list of { value, text, note }.
+// Parts to choose, one of a few each. `rows` holds { text, options, now }, `options` is a list of
+// { value, text, note }.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
@@ -7,8 +7,8 @@ import Vornic
 Card {
     id: card
 
-    required property var rows
-    signal picked(string part, string value)
+    required property RowsModel rows
+    signal picked(int part, int value)
 
     Repeater {
         model: card.rows
@@ -16,6 +16,7 @@ Card {
             id: part
 
             required property var row
+            required property int index
 
             Layout.fillWidth: true
             spacing: 6
@@ -29,15 +30,15 @@ Card {
                     // The options never change, only which one is chosen.
                     model: part.row.options.length
                     delegate: Tile {
-                        required property int index
-                        readonly property var option: part.row.options[index]
+                        required property int modelData
+                        readonly property var option: part.row.options[modelData]
 
                         Layout.fillWidth: true
                         Layout.preferredWidth: 100
                         text: option.text
                         note: option.note
                         chosen: option.value === part.row.now
-                        onClicked: card.picked(part.row.value, option.value)
+                        onClicked: card.picked(part.index, option.value)
                     }
                 }
                 Repeater {

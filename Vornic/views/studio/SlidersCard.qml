@@ -1,4 +1,4 @@
-// Sliders under a title, in two columns. `rows` holds { value, text, unit, from, to, origin, now }.
+// Sliders under a title, in two columns. `rows` holds { text, unit, from, to, origin, now }.
 import QtQuick
 import QtQuick.Layouts
 import Vornic
@@ -7,8 +7,8 @@ Card {
     id: card
 
     required property string title
-    required property var rows
-    signal moved(string field, real value)
+    required property RowsModel rows
+    signal moved(int place, real value)
 
     SectionTitle { text: card.title }
     GridLayout {
@@ -20,6 +20,7 @@ Card {
             model: card.rows
             delegate: SliderRow {
                 required property var row
+                required property int index
 
                 Layout.fillWidth: true
                 Layout.preferredWidth: 200
@@ -30,7 +31,7 @@ Card {
                 to: row.to
                 origin: row.origin
                 value: row.now
-                onMoved: v => card.moved(row.value, v)
+                onMoved: v => card.moved(index, v)
             }
         }
     }

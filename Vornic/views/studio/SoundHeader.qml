@@ -51,14 +51,14 @@ RowLayout {
         symbol: "plus"
         text: qsTr("Release")
         Accessible.name: qsTr("Give this sound a release")
-        ToolTip.text: qsTr("Give this sound a release")
+        hint: qsTr("Give this sound a release")
         onClicked: header.sounds.setHasRelease(true)
     }
     PushButton {
         visible: header.sounds.editingRelease
         symbol: "trash"
         Accessible.name: qsTr("Take the release away")
-        ToolTip.text: qsTr("Take the release away")
+        hint: qsTr("Take the release away")
         onClicked: header.sounds.setHasRelease(false)
     }
 }

@@ -6,7 +6,7 @@ import Vornic
 Flow {
     id: legend
 
-    required property var sounds
+    required property RowsModel sounds
     signal picked(string id)
 
     spacing: 4
@@ -19,11 +19,10 @@ Flow {
 
             implicitWidth: Math.min(220, line.implicitWidth + 16)
             implicitHeight: 26
+            focusPolicy: Qt.TabFocus
             hoverEnabled: true
             Accessible.name: qsTr("Select the keys with %1").arg(row.text)
-            ToolTip.delay: 600
-            ToolTip.visible: hovered
-            ToolTip.text: Accessible.name
+            Hint { text: entry.Accessible.name }
             onClicked: legend.picked(row.value)
 
             contentItem: Row {

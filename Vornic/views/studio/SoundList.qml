@@ -39,10 +39,7 @@ Card {
         delegate: SoundRow {
             width: list.width
             ring: list.activeFocus && row.current
-            onClicked: {
-                list.forceActiveFocus(Qt.MouseFocusReason);
-                card.sounds.current = row.value;
-            }
+            onClicked: card.sounds.current = row.value
         }
     }
     RowLayout {
@@ -53,21 +50,21 @@ Card {
             symbol: "plus"
             text: qsTr("New")
             Accessible.name: qsTr("New sound")
-            ToolTip.text: qsTr("New sound")
+            hint: qsTr("New sound")
             onClicked: card.sounds.add()
         }
         PushButton {
             symbol: "copy"
             enabled: card.sounds.place >= 0
             Accessible.name: qsTr("Duplicate sound")
-            ToolTip.text: qsTr("Duplicate sound")
+            hint: qsTr("Duplicate sound")
             onClicked: card.sounds.duplicate()
         }
         PushButton {
             symbol: "trash"
             enabled: card.sounds.canRemove
             Accessible.name: qsTr("Delete sound")
-            ToolTip.text: qsTr("Delete sound")
+            hint: qsTr("Delete sound")
             onClicked: card.sounds.remove()
         }
     }

@@ -9,6 +9,7 @@ RowLayout {
     required property StudioAdapter studio
 
     spacing: 16
+    Binding { target: tab.studio.stroke; property: "seen"; value: tab.visible }
     SoundList {
         Layout.preferredWidth: 190
         Layout.fillHeight: true
@@ -39,10 +40,10 @@ RowLayout {
             Layout.fillWidth: true
             name: qsTr("Part of the sound")
             options: [
-                { value: "tone", text: qsTr("Tone") }, { value: "layers", text: qsTr("Layers") },
-                { value: "switch", text: qsTr("Switch") }, { value: "board", text: qsTr("Board") }
+                { value: SoundSection.Tone, text: qsTr("Tone") }, { value: SoundSection.Layers, text: qsTr("Layers") },
+                { value: SoundSection.Switch, text: qsTr("Switch") }, { value: SoundSection.Board, text: qsTr("Board") }
             ]
-            value: "tone"
+            value: SoundSection.Tone
             onPicked: v => value = v
         }
         SoundSection {

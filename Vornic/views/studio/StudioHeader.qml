@@ -7,8 +7,7 @@ import Vornic
 RowLayout {
     id: header
 
-    required property ModelAdapter app
-    readonly property alias compareButton: compare
+    required property Adapters app
     signal exportBoard()
     signal importBoard()
 
@@ -24,15 +23,15 @@ RowLayout {
                 Layout.minimumWidth: 60
                 Layout.preferredWidth: implicitWidth
                 Layout.maximumWidth: implicitWidth
-                text: header.app.boardName
+                text: header.app.board.name
                 name: qsTr("Name of the board")
-                onCommitted: value => header.app.renameBoard(value)
+                onCommitted: value => header.app.board.rename(value)
             }
-            YoursTag { visible: header.app.mine }
+            YoursTag { visible: header.app.board.mine }
             Item { Layout.fillWidth: true }
         }
         Label {
-            visible: !header.app.mine && header.app.boardName !== ""
+            visible: !header.app.board.mine && header.app.board.name !== ""
             text: qsTr("Built in · editing makes your own copy")
             secondary: true
             font.pixelSize: Theme.small
@@ -40,33 +39,32 @@ RowLayout {
     }
     PushButton {
         symbol: "undo"
-        enabled: header.app.canUndo
+        enabled: header.app.board.canUndo
         Accessible.name: qsTr("Undo")
-        ToolTip.text: qsTr("Undo")
-        onClicked: header.app.undo()
+        hint: qsTr("Undo")
+        onClicked: header.app.board.undo()
     }
     PushButton {
         symbol: "redo"
-        enabled: header.app.canRedo
+        enabled: header.app.board.canRedo
         Accessible.name: qsTr("Redo")
-        ToolTip.text: qsTr("Redo")
-        onClicked: header.app.redo()
+        hint: qsTr("Redo")
+        onClicked: header.app.board.redo()
     }
     CompareButton {
-        id: compare
         app: header.app
     }
     PushButton {
         symbol: "plus"
         Accessible.name: qsTr("New board")
-        ToolTip.text: qsTr("New board")
-        onClicked: header.app.newBoard()
+        hint: qsTr("New board")
+        onClicked: header.app.board.create()
     }
     PushButton {
         symbol: "trash"
-        enabled: header.app.mine
+        enabled: header.app.board.mine
         Accessible.name: qsTr("Delete board")
-        ToolTip.text: qsTr("Delete board")
+        hint: qsTr("Delete board")
         onClicked: sure.open()
         DeleteBoardSheet {
             id: sure
@@ -80,8 +78,8 @@ RowLayout {
     PushButton {
         symbol: "export"
         text: qsTr("Export…")
-        ToolTip.text: qsTr("Save this board as a .vornic file you can send to someone")
-        Accessible.description: ToolTip.text
+        hint: qsTr("Save this board as a .vornic file you can send to someone")
+        Accessible.description: hint
         onClicked: header.exportBoard()
     }
 }

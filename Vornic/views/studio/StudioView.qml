@@ -6,25 +6,11 @@ import Vornic
 FocusScope {
     id: view
 
-    required property ModelAdapter app
-    required property StudioAdapter studio
-    required property RecordingAdapter recorder
+    required property Adapters app
+    readonly property StudioAdapter studio: app.studio
 
     focus: true
-    // B compares as its button does, wherever no text is typed.
-    Keys.onPressed: event => {
-        if (event.key === Qt.Key_B && event.modifiers === Qt.NoModifier) {
-            if (!event.isAutoRepeat)
-                header.compareButton.begin();
-            event.accepted = true;
-        }
-    }
-    Keys.onReleased: event => {
-        if (event.key === Qt.Key_B && !event.isAutoRepeat) {
-            header.compareButton.end();
-            event.accepted = true;
-        }
-    }
+    Keys.onEscapePressed: view.app.windows.closeWindow(view.Window.window)
     implicitWidth: 820
     implicitHeight: 800
 
@@ -49,16 +35,16 @@ FocusScope {
         }
         ErrorLine {
             Layout.fillWidth: true
-            text: view.app.lastError
-            onDismissed: view.app.dismissError()
+            text: view.app.status.lastError
+            onDismissed: view.app.status.dismissError()
         }
         RowLayout {
             Choice {
                 implicitWidth: 260
                 name: qsTr("Studio")
-                options: [{ value: "keys", text: qsTr("Keys") }, { value: "sounds", text: qsTr("Sounds") }]
-                value: view.app.studioTab
-                onPicked: v => view.app.studioTab = v
+                options: [{ value: StudioAdapter.Keys, text: qsTr("Keys") }, { value: StudioAdapter.Sounds, text: qsTr("Sounds") }]
+                value: view.app.studio.tab
+                onPicked: v => view.app.studio.tab = v
             }
             Item { Layout.fillWidth: true }
             RecordingEntries {
@@ -69,20 +55,20 @@ FocusScope {
         KeysTab {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            visible: view.app.studioTab === "keys"
+            visible: view.studio.tab === StudioAdapter.Keys
             studio: view.studio
         }
         SoundsTab {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            visible: view.app.studioTab === "sounds"
+            visible: view.studio.tab === StudioAdapter.Sounds
             studio: view.studio
         }
     }
     RecordingLayer {
         id: recordings
         anchors.fill: parent
-        recorder: view.recorder
+        recorder: view.app.recorder
     }
     Loader {
         id: files
@@ -93,8 +79,7 @@ FocusScope {
         function ask(save) {
             saving = save;
             active = true;
-            item.saving = save;
-            item.open();
+            item.ask(save, view.app.board.exportSuggestion());
         }
 
         active: false
@@ -103,18 +88,18 @@ FocusScope {
             target: files.item
             function onPicked(file) {
                 if (files.saving)
-                    view.app.exportBoard(file);
+                    view.app.board.exportTo(file);
                 else
-                    view.app.importBoard(file);
+                    view.app.board.importFrom(file);
             }
         }
     }
     Shortcut {
         sequences: [StandardKey.Undo]
-        onActivated: view.app.undo()
+        onActivated: view.app.board.undo()
     }
     Shortcut {
         sequences: [StandardKey.Redo]
-        onActivated: view.app.redo()
+        onActivated: view.app.board.redo()
     }
 }

@@ -10,6 +10,7 @@ AbstractButton {
 
     implicitHeight: 76
     padding: 8
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: qsTr("Play: %1").arg(row.text)
     Accessible.description: caption.text

@@ -6,8 +6,8 @@ import Vornic
 Card {
     id: card
 
-    required property ModelAdapter app
-    readonly property bool heard: app.keyHeard
+    required property Adapters app
+    readonly property bool heard: app.status.keyHeard
 
     padding: 16
     RowLayout {
@@ -18,7 +18,7 @@ Card {
             radius: 18
             color: card.heard ? Theme.accent : "transparent"
             border.color: card.heard ? Theme.text : Theme.secondary
-            border.width: card.app.typing ? 3 : 1
+            border.width: card.app.status.typing ? 3 : 1
             Accessible.role: Accessible.Indicator
             Accessible.name: card.heard ? qsTr("A key was heard") : qsTr("No key was heard yet")
             Symbol {
@@ -38,16 +38,16 @@ Card {
             Label {
                 Layout.fillWidth: true
                 text: !card.heard ? qsTr("It should sound at once.")
-                    : card.app.latencyKeys > 0 ? qsTr("The sound followed within %1.").arg(card.app.lastLatency)
-                    : card.app.subtitle
+                    : card.app.diagnostics.keys > 0 ? qsTr("The sound followed within %1.").arg(card.app.diagnostics.lastLatency)
+                    : card.app.status.subtitle
                 secondary: true
             }
         }
         PushButton {
             symbol: "play"
             text: qsTr("Play")
-            enabled: card.app.boards.count > 0
-            onClicked: card.app.playPhrase()
+            enabled: card.app.board.boards.count > 0
+            onClicked: card.app.board.playPhrase()
         }
     }
 }

@@ -6,8 +6,7 @@ import Vornic
 FocusScope {
     id: view
 
-    required property ModelAdapter app
-    signal closed()
+    required property Adapters app
 
     focus: true
     implicitWidth: 520
@@ -38,12 +37,12 @@ FocusScope {
         }
         ErrorLine {
             Layout.fillWidth: true
-            text: view.app.lastError
-            onDismissed: view.app.dismissError()
+            text: view.app.status.lastError
+            onDismissed: view.app.status.dismissError()
         }
         FirstKey {
             Layout.fillWidth: true
-            visible: view.app.tapState === "listening"
+            visible: view.app.status.listening
             app: view.app
         }
         SectionTitle { text: qsTr("Keyboard") }
@@ -52,10 +51,10 @@ FocusScope {
             padding: 6
             BoardList {
                 Layout.fillWidth: true
-                boards: view.app.boards
+                boards: view.app.board.boards
                 details: true
                 most: 4
-                onPicked: id => view.app.selectBoard(id)
+                onPicked: id => view.app.board.select(id)
             }
         }
         RowLayout {
@@ -63,17 +62,17 @@ FocusScope {
             Label { text: qsTr("Volume") }
             ValueSlider {
                 Layout.fillWidth: true
-                value: view.app.volume
+                value: view.app.settings.volume
                 Accessible.name: qsTr("Volume")
-                onMoved: view.app.volume = value
+                onMoved: view.app.settings.volume = value
             }
         }
         SettingRow {
             Layout.fillWidth: true
-            visible: view.app.canStartWithSession
+            visible: view.app.settings.canStartWithSession
             title: qsTr("Start with the session")
-            checked: view.app.startsWithSession
-            onToggled: on => view.app.startsWithSession = on
+            checked: view.app.settings.startsWithSession
+            onToggled: on => view.app.settings.startsWithSession = on
         }
         RowLayout {
             spacing: Theme.gap
@@ -85,9 +84,9 @@ FocusScope {
             PushButton {
                 text: qsTr("Done")
                 prominent: true
-                onClicked: view.closed()
+                onClicked: view.app.windows.endWelcome()
             }
         }
     }
-    Keys.onEscapePressed: view.closed()
+    Keys.onEscapePressed: view.app.windows.endWelcome()
 }

@@ -36,29 +36,5 @@ TEST(OwnSound, hasAnIdOfItsOwn) {
     EXPECT_NE(soundOf(finished(false)).id, soundOf(finished(false)).id);
 }
 
-TEST(OwnSound, everyKeyPlaysTheSoundThatIsToPlayEverywhere) {
-    const SoundSpec first = soundOf(finished(false));
-    const SoundSpec own = soundOf(finished(false));
-    Board board("b", "B", "", "#FFFFFF", {}, {first, own}, {});
-    board.groups[KeyGroup::space] = {.sound = first.id, .gainDb = -3};
-    board.keys["0"] = {.sound = first.id};
-    board.keys["1"] = {.sound = first.id, .pitch = 2};
-    playEverywhere(board, own.id);
-    for (std::int64_t code = 0; code < 128; ++code) {
-        EXPECT_EQ(board.resolve(code)->sound->id, own.id) << code;
-    }
-    EXPECT_EQ(board.groups[KeyGroup::space].gainDb, -3);
-    EXPECT_FALSE(board.keys.contains("0"));
-    EXPECT_EQ(board.keys.at("1").pitch, 2);
-}
-
-TEST(OwnSound, aSoundOfAnotherBoardPlaysNowhere) {
-    const SoundSpec first = soundOf(finished(false));
-    Board board("b", "B", "", "#FFFFFF", {}, {first}, {});
-    const Board before = board;
-    playEverywhere(board, "another");
-    EXPECT_EQ(board, before);
-}
-
 } // namespace
 } // namespace vornic

@@ -25,8 +25,8 @@ void collect(QQuickItem* root, std::vector<QQuickItem*>& controls) {
 }
 
 TEST_P(AccessibilityTest, everyControlHasAName) {
-    for (const char* const tab : {"keys", "sounds"}) {
-        views->adapter().setStudioTab(tab);
+    for (const auto tab : {StudioAdapter::Tab::Keys, StudioAdapter::Tab::Sounds}) {
+        views->adapters().studio()->setTab(tab);
         const auto view = views->make(GetParam(), "");
         view->show();
         settle();

@@ -36,8 +36,8 @@ std::string described(const std::set<QQuickItem*>& items) {
 TEST_P(KeyboardTest, tabReachesEveryControlAndShowsIt) {
     model->setAdvanced(true);
     model->edit([](Board& board) { board.stabs.rattle = 0.5; }); // so that undo can be reached
-    for (const char* const tab : {"keys", "sounds"}) {
-        views->adapter().setStudioTab(tab);
+    for (const auto tab : {StudioAdapter::Tab::Keys, StudioAdapter::Tab::Sounds}) {
+        views->adapters().studio()->setTab(tab);
         const auto view = views->make(GetParam(), "");
         showActive(*view);
         std::set<QQuickItem*> left;

@@ -43,7 +43,7 @@ class PermissionPageTest : public ViewsFixture {
     }
 
     void openPage() {
-        views->adapter().askForPermission();
+        views->adapters().windows()->openPermission();
         settle();
         ASSERT_NE(views->permission(), nullptr);
         ASSERT_TRUE(views->permission()->isVisible());
@@ -128,7 +128,7 @@ TEST_F(PermissionPageTest, saysWhatWentWrong) {
 
 TEST_F(PermissionPageTest, grantedButNotHeardYetItOffersARelaunch) {
     int relaunches = 0;
-    views->adapter().onRelaunch = [&relaunches] { ++relaunches; };
+    views->adapters().permission()->onRelaunch = [&relaunches] { ++relaunches; };
     openPage();
     press("Agree");
     permission.agreed = true;

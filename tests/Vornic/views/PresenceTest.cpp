@@ -137,7 +137,8 @@ TEST_F(PresenceTest, saysOnceThatThereIsNoTray) {
             settle();
             return presence.views().panel() != nullptr;
         }));
-        EXPECT_EQ(presence.views().adapter().note().startsWith("There is no tray"), first);
+        EXPECT_EQ(presence.views().adapters().status()->note().startsWith("There is no tray"),
+                  first);
     }
 }
 

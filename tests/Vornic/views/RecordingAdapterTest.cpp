@@ -1,4 +1,4 @@
-#include "Vornic/views/adapters/RecordingAdapter.h"
+#include "Vornic/views/recording/RecordingAdapter.h"
 
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "tests/support/ModelFixture.h"
@@ -6,6 +6,8 @@
 
 namespace vornic {
 namespace {
+
+using Phase = RecordingAdapter::Phase;
 
 using namespace std::chrono_literals;
 
@@ -47,18 +49,18 @@ class RecordingAdapterTest : public ModelFixture {
 
 TEST_F(RecordingAdapterTest, goesFromIdleOverRecordingToChoosingAndBack) {
     microphoneInput.answersAtOnce = false;
-    EXPECT_EQ(adapter->phase(), "idle");
+    EXPECT_EQ(adapter->phase(), Phase::Idle);
     adapter->startRecording();
-    EXPECT_EQ(adapter->phase(), "starting");
+    EXPECT_EQ(adapter->phase(), Phase::Starting);
     microphoneInput.answer();
-    EXPECT_EQ(adapter->phase(), "recording");
+    EXPECT_EQ(adapter->phase(), Phase::Recording);
     microphoneInput.hear(typing());
     adapter->stopRecording(true);
-    EXPECT_EQ(adapter->phase(), "reading") << "it is being cut";
-    EXPECT_TRUE(eventually([&] { return adapter->phase() == "choosing"; }));
+    EXPECT_EQ(adapter->phase(), Phase::Reading) << "it is being cut";
+    EXPECT_TRUE(eventually([&] { return adapter->phase() == Phase::Choosing; }));
     EXPECT_EQ(adapter->name(), "My keyboard");
     adapter->cancel();
-    EXPECT_EQ(adapter->phase(), "idle");
+    EXPECT_EQ(adapter->phase(), Phase::Idle);
     EXPECT_EQ(adapter->offered(), 0);
 }
 
@@ -85,7 +87,7 @@ TEST_F(RecordingAdapterTest, saysHowTheRecordingGoes) {
 TEST_F(RecordingAdapterTest, saysWhatToDoAboutAMicrophoneThatDoesNotStart) {
     microphoneInput.format.reset();
     adapter->startRecording();
-    EXPECT_EQ(adapter->phase(), "idle");
+    EXPECT_EQ(adapter->phase(), Phase::Idle);
     EXPECT_EQ(adapter->failure(), "Couldn't start the microphone.");
     EXPECT_EQ(adapter->advice(), "No microphone.");
     microphoneInput.format = MicrophoneInput::Format{48000, 1};
@@ -98,13 +100,13 @@ TEST_F(RecordingAdapterTest, saysWhyARecordingEndedByItself) {
     adapter->startRecording();
     microphoneInput.hear(typing());
     pass(201);
-    EXPECT_EQ(adapter->phase(), "choosing");
+    EXPECT_EQ(adapter->phase(), Phase::Choosing);
     EXPECT_EQ(adapter->notice(), "The 20 seconds are up.");
     adapter->cancel();
     adapter->startRecording();
     microphoneInput.hear(typing());
     microphoneInput.lose();
-    EXPECT_EQ(adapter->phase(), "choosing");
+    EXPECT_EQ(adapter->phase(), Phase::Choosing);
     EXPECT_EQ(adapter->notice(), "The microphone is gone. What it heard until then has been kept.");
     adapter->cancel();
     EXPECT_EQ(adapter->notice(), "");
@@ -175,7 +177,7 @@ TEST_F(RecordingAdapterTest, keepsWhatIsTickedAndOffersItForAllKeys) {
     EXPECT_EQ(adapter->ticked(), 2);
     adapter->setKeepsReleases(true);
     adapter->keep();
-    EXPECT_EQ(adapter->phase(), "idle");
+    EXPECT_EQ(adapter->phase(), Phase::Idle);
     EXPECT_EQ(adapter->justMade(), "Old one");
     const SoundSpec sound = model->board()->sounds.back();
     EXPECT_EQ(sound.name, "Old one");
@@ -208,19 +210,19 @@ TEST_F(RecordingAdapterTest, readsAFileAndOneAtATime) {
     const auto file =
         QUrl::fromLocalFile(QString::fromStdString((scratch / "Old board.wav").string()));
     adapter->importRecording(file);
-    EXPECT_EQ(adapter->phase(), "reading");
+    EXPECT_EQ(adapter->phase(), Phase::Reading);
     EXPECT_EQ(adapter->fileName(), "Old board.wav");
     adapter->startRecording();
-    EXPECT_EQ(adapter->phase(), "reading");
-    EXPECT_TRUE(eventually([&] { return adapter->phase() == "choosing"; }));
+    EXPECT_EQ(adapter->phase(), Phase::Reading);
+    EXPECT_TRUE(eventually([&] { return adapter->phase() == Phase::Choosing; }));
     EXPECT_EQ(adapter->name(), "Old board");
     EXPECT_EQ(adapter->notice(), "");
     adapter->importRecording(file);
-    EXPECT_EQ(adapter->phase(), "choosing");
+    EXPECT_EQ(adapter->phase(), Phase::Choosing);
     adapter->cancel();
     adapter->importRecording(file);
     adapter->cancelReading();
-    EXPECT_EQ(adapter->phase(), "idle");
+    EXPECT_EQ(adapter->phase(), Phase::Idle);
 }
 
 } // namespace

@@ -174,7 +174,7 @@ TEST_F(RecordingViewsTest, theChooserKeepsWhatIsTickedAndOffersItForAllKeys) {
     EXPECT_NE(found("Found 20 keystrokes. These are the 16 cleanest; untick any you don't like."),
               nullptr);
     EXPECT_NE(found("Keep 16 keystrokes"), nullptr);
-    views->recorder().tick(3, false);
+    (*views->adapters().recorder()).tick(3, false);
     settle();
     click(found("Keep 15 keystrokes"));
     settle();
@@ -242,7 +242,7 @@ TEST_F(RecordingViewsTest, aDroppedRecordingIsImported) {
         settle();
         return model->importSession().has_value();
     }));
-    EXPECT_EQ(views->recorder().name(), "Old board");
+    EXPECT_EQ((*views->adapters().recorder()).name(), "Old board");
 }
 
 TEST_F(RecordingViewsTest, theImportEntryAsksForAFile) {
@@ -337,21 +337,21 @@ TEST_F(RecordingViewsTest, looksRightInLightAndDark) {
         pass(40);
         const QImage recording = picture("record-running" + tone);
         EXPECT_EQ(recording.pixelColor(recording.width() / 2, 20).lightness() > 64, !dark);
-        views->recorder().stopRecording(false);
+        (*views->adapters().recorder()).stopRecording(false);
         settle();
         QTest::qWait(50);
         click(found("Cancel"));
         QTest::qWait(50);
         openSession(typing(), "My keyboard");
         settle();
-        views->recorder().tick(2, false);
-        views->recorder().moveEnd(1, 0.4);
-        views->recorder().setKeepsReleases(true);
+        (*views->adapters().recorder()).tick(2, false);
+        (*views->adapters().recorder()).moveEnd(1, 0.4);
+        (*views->adapters().recorder()).setKeepsReleases(true);
         settle();
         QTest::qWait(50);
         const QImage chooser = picture("chooser" + tone);
         EXPECT_EQ(chooser.pixelColor(chooser.width() / 2, 40).lightness() > 128, !dark);
-        views->recorder().cancel();
+        (*views->adapters().recorder()).cancel();
         settle();
     }
 }

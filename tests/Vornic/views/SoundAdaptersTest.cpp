@@ -15,22 +15,25 @@ class SoundAdaptersTest : public ViewsFixture {
         settle();
     }
     const Board& board() const { return *model->board(); }
-    const SoundSpec& edited() const { return *board().sound(sounds().current().toStdString()); }
+    const SoundSpec& edited() const {
+        look();
+        return *board().sound(sounds().current().toStdString());
+    }
     const std::vector<LayerSpec>& layerSpecs() const { return edited().press.layers; }
     QVariantMap layerRow(int place) const { return layers().list().value(place).toMap(); }
-    void look() {
+    static void look() {
         // Rows follow with the next turn of the loop.
         QCoreApplication::processEvents();
     }
 
-    SoundListAdapter& sounds() const { return *views->studioAdapter().sounds(); }
-    LayersAdapter& layers() const { return *views->studioAdapter().layers(); }
-    PartsAdapter& parts() const { return *views->studioAdapter().parts(); }
-    EqualizerAdapter& equalizer() const { return *views->studioAdapter().equalizer(); }
+    SoundListAdapter& sounds() const { return *views->adapters().studio()->sounds(); }
+    LayersAdapter& layers() const { return *views->adapters().studio()->layers(); }
+    PartsAdapter& parts() const { return *views->adapters().studio()->parts(); }
+    EqualizerAdapter& equalizer() const { return *views->adapters().studio()->equalizer(); }
 };
 
 TEST_F(SoundAdaptersTest, aNewSoundHasTheRecordingsOfTheEditedOneAndNothingElse) {
-    equalizer().setBand("bass", 6);
+    equalizer().setBand(static_cast<int>(Equalizer::Band::bass), 6);
     const auto recordings = edited().press.layers.front().samples;
     sounds().add();
     EXPECT_EQ(edited().name, "New sound");
@@ -45,6 +48,7 @@ TEST_F(SoundAdaptersTest, aDeletedSoundLeavesNoKeyWithoutOne) {
     const std::string copy = edited().id;
     sounds().useForAllKeys();
     model->edit([&](Board& changed) { changed.keys["0"].sound = copy; });
+    look();
     EXPECT_TRUE(sounds().everywhere());
     sounds().remove();
     EXPECT_EQ(board().sound(copy), nullptr);
@@ -57,6 +61,7 @@ TEST_F(SoundAdaptersTest, aDeletedSoundLeavesNoKeyWithoutOne) {
 
 TEST_F(SoundAdaptersTest, theLastSoundStays) {
     model->edit([](Board& changed) { changed.sounds.resize(1); });
+    look();
     EXPECT_FALSE(sounds().canRemove());
     sounds().remove();
     EXPECT_EQ(board().sounds.size(), 1U);
@@ -76,21 +81,23 @@ TEST_F(SoundAdaptersTest, aSoundThatEveryKeyPlaysTakesTheirOthersAway) {
 TEST_F(SoundAdaptersTest, aReleaseIsGivenEditedAndTakenAway) {
     EXPECT_FALSE(sounds().hasRelease());
     sounds().setHasRelease(true);
+    look();
     EXPECT_TRUE(sounds().hasRelease());
     sounds().setEditingRelease(true);
-    equalizer().setBand("air", -6);
+    equalizer().setBand(static_cast<int>(Equalizer::Band::air), -6);
     EXPECT_EQ(edited().release->chain.eq.gain(Equalizer::Band::air), -6.0F);
     EXPECT_EQ(edited().press.chain.eq.gain(Equalizer::Band::air), 0.0F);
     sounds().setHasRelease(false);
+    look();
     EXPECT_FALSE(sounds().editingRelease());
     EXPECT_FALSE(edited().release);
 }
 
 TEST_F(SoundAdaptersTest, layersAreAddedMovedAndDeleted) {
     layers().add();
-    layers().setPart(1, "click");
+    layers().setPart(1, static_cast<int>(LayerPart::click));
     layers().add();
-    layers().setPart(2, "spring");
+    layers().setPart(2, static_cast<int>(LayerPart::spring));
     const auto order = [&] {
         std::vector<LayerPart> found;
         std::ranges::transform(layerSpecs(), std::back_inserter(found), &LayerSpec::part);
@@ -111,15 +118,14 @@ TEST_F(SoundAdaptersTest, layersAreAddedMovedAndDeleted) {
 }
 
 TEST_F(SoundAdaptersTest, theNumbersOfALayerAreItsOwn) {
-    layers().setNumber(0, "offset", 3.5);
-    layers().setNumber(0, "gain", -6);
-    layers().setNumber(0, "pitch", 2);
-    layers().setFlag(0, "invert", true);
+    layers().setNumber(0, LayersAdapter::Number::Offset, 3.5);
+    layers().setNumber(0, LayersAdapter::Number::Gain, -6);
+    layers().setNumber(0, LayersAdapter::Number::Pitch, 2);
+    layers().setFlag(0, LayersAdapter::Flag::Invert, true);
     EXPECT_EQ(layerSpecs()[0].offsetMs, 3.5);
     EXPECT_EQ(layerSpecs()[0].gainDb, -6);
     EXPECT_EQ(layerSpecs()[0].pitch, 2);
     EXPECT_TRUE(layerSpecs()[0].invert);
-    EXPECT_EQ(layerRow(0)["gain"].toDouble(), 0.0);
     look();
     EXPECT_EQ(layerRow(0)["gain"].toDouble(), -6.0);
 }
@@ -136,11 +142,11 @@ TEST_F(SoundAdaptersTest, whatMuteAndSoloLeaveOutIsShown) {
         return found;
     };
     EXPECT_EQ(heard(), (std::vector{true, true, true}));
-    layers().setFlag(0, "mute", true);
+    layers().setFlag(0, LayersAdapter::Flag::Mute, true);
     EXPECT_EQ(heard(), (std::vector{false, true, true}));
-    layers().setFlag(2, "solo", true);
+    layers().setFlag(2, LayersAdapter::Flag::Solo, true);
     EXPECT_EQ(heard(), (std::vector{false, false, true}));
-    layers().setFlag(0, "solo", true);
+    layers().setFlag(0, LayersAdapter::Flag::Solo, true);
     EXPECT_EQ(heard(), (std::vector{false, false, true})) << "a muted layer is silent";
 }
 
@@ -162,19 +168,24 @@ TEST_F(SoundAdaptersTest, recordingsAreChosenFromTheLibrary) {
 }
 
 TEST_F(SoundAdaptersTest, everyPartIsToldAndChanged) {
-    parts().setSwitchPart("type", "topre");
-    parts().setSwitchPart("films", "yes");
-    parts().setBuildPart("plate", "brass");
-    parts().setBuildPart("stabs", "stock");
-    parts().setFoam("tapeMod", true);
-    parts().setBuildPart("plate", "no such plate");
+    enum Row : std::uint8_t { type = 0, films = 4, plate = 1, stabs = 5 };
+    parts().setSwitchPart(type, static_cast<int>(SwitchType::topre));
+    parts().setSwitchPart(films, 1);
+    parts().setBuildPart(plate, static_cast<int>(Plate::brass));
+    parts().setBuildPart(stabs, static_cast<int>(StabTuning::stock));
+    parts().setFoam(static_cast<int>(Foam::tapeMod), true);
+    parts().setBuildPart(plate, 99);
+    parts().setBuildPart(99, 0);
+    parts().setSwitchPart(-1, 0);
     EXPECT_EQ(edited().switchParts.type, SwitchType::topre);
     EXPECT_TRUE(edited().switchParts.films);
     EXPECT_EQ(board().build.plate, Plate::brass);
     EXPECT_EQ(board().stabs.tuning, StabTuning::stock);
     EXPECT_TRUE(board().build.foams.contains(Foam::tapeMod));
-    for (const QObject* const list : {parts().switchParts(), parts().buildParts()}) {
-        for (const QVariant& row : qobject_cast<const RowsModel*>(list)->rows()) {
+    look();
+    for (const RowsModel* const list : {parts().switchParts(), parts().buildParts()}) {
+        for (const QVariant& row : list->rows()) {
+            EXPECT_FALSE(row.toMap()["text"].toString().isEmpty());
             for (const QVariant& option : row.toMap()["options"].toList()) {
                 EXPECT_FALSE(option.toMap()["note"].toString().isEmpty())
                     << option.toMap()["text"].toString().toStdString();
@@ -185,13 +196,16 @@ TEST_F(SoundAdaptersTest, everyPartIsToldAndChanged) {
 
 TEST_F(SoundAdaptersTest, partsBendTheHeardCurveOnly) {
     EXPECT_EQ(equalizer().curve(), equalizer().heardCurve());
-    parts().setSwitchPart("type", "silent");
+    parts().setSwitchPart(0, static_cast<int>(SwitchType::silent));
+    look();
     EXPECT_NE(equalizer().curve(), equalizer().heardCurve());
-    EXPECT_EQ(equalizer().preset(), "natural");
-    equalizer().applyPreset("thocky");
-    EXPECT_EQ(equalizer().preset(), "thocky");
-    equalizer().setBand("air", 1);
-    EXPECT_EQ(equalizer().preset(), "");
+    EXPECT_EQ(equalizer().preset(), presetCalled("natural"));
+    equalizer().applyPreset(presetCalled("thocky"));
+    look();
+    EXPECT_EQ(equalizer().preset(), presetCalled("thocky"));
+    equalizer().setBand(static_cast<int>(Equalizer::Band::air), 1);
+    look();
+    EXPECT_EQ(equalizer().preset(), -1);
 }
 
 } // namespace

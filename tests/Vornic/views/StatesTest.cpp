@@ -102,8 +102,7 @@ TEST_F(StatesTest, everySilence) {
 
 TEST_F(StatesTest, keysThatCannotBeHeard) {
     tap.allowed = false;
-    views->adapter().setPermissionHint("Run \"vornic doctor\": it says what to do.");
-    views->adapter().onAskForPermission = [] {};
+    views->adapters().permission()->setHint("Run \"vornic doctor\": it says what to do.");
     secondPasses();
     ASSERT_TRUE(eventually([&] { return model->tapState() == TapState::needsPermission; }));
     lookEverywhere("no-permission");

@@ -12,7 +12,7 @@ class StudioFixture : public ViewsFixture {
   protected:
     void SetUp() override {
         ViewsFixture::SetUp();
-        views->adapter().setStudioTab(tab());
+        views->adapters().studio()->setTab(tab());
         window = views->make("studio/StudioView.qml", "");
         showActive(*window);
         draw();
@@ -22,7 +22,7 @@ class StudioFixture : public ViewsFixture {
         ViewsFixture::TearDown();
     }
 
-    virtual const char* tab() const = 0;
+    virtual StudioAdapter::Tab tab() const = 0;
 
     /// Lets the views follow the model, and be laid out.
     void draw() {

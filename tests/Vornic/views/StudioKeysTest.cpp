@@ -14,7 +14,7 @@ constexpr int keyD = 2;
 
 class StudioKeysTest : public StudioFixture {
   protected:
-    const char* tab() const override { return "keys"; }
+    StudioAdapter::Tab tab() const override { return StudioAdapter::Tab::Keys; }
 
     QQuickItem* keyboard() const {
         return findItem(window->contentItem(), [](const QQuickItem& item) {
@@ -83,6 +83,7 @@ TEST_F(StudioKeysTest, aRubberBandSelectsWhatItTouches) {
 }
 
 TEST_F(StudioKeysTest, arrowKeysMoveAndSpaceSelects) {
+    keyboard()->forceActiveFocus(Qt::TabFocusReason);
     clickKey(keyA);
     EXPECT_TRUE(cap(keyA)->hasActiveFocus());
     key(Qt::Key_Right);
@@ -101,6 +102,14 @@ TEST_F(StudioKeysTest, arrowKeysMoveAndSpaceSelects) {
     EXPECT_TRUE(std::holds_alternative<KeySelection::All>(model->studio().selection));
 }
 
+TEST_F(StudioKeysTest, whatIsTypedAfterAClickSelectsNothing) {
+    clickKey(keyA);
+    for (const auto each : {Qt::Key_Space, Qt::Key_Right, Qt::Key_Return, Qt::Key_B}) {
+        key(each);
+        EXPECT_EQ(selected(), Codes({keyA})) << each;
+    }
+}
+
 TEST_F(StudioKeysTest, theKeyboardIsReachedByTab) {
     window->rootObject()->forceActiveFocus();
     bool reached = false;
@@ -115,8 +124,8 @@ TEST_F(StudioKeysTest, theKeyboardIsReachedByTab) {
 }
 
 TEST_F(StudioKeysTest, groupsStabilisersAndSoundsAreSelected) {
-    KeyboardAdapter& adapter = *views->studioAdapter().keyboard();
-    adapter.selectGroup("arrows");
+    KeyboardAdapter& adapter = *views->adapters().studio()->keyboard();
+    adapter.selectGroup(static_cast<int>(KeyGroup::arrows));
     draw();
     EXPECT_EQ(selected(), Codes({123, 124, 125, 126}));
     click(named("Stabilised keys"));
@@ -135,8 +144,8 @@ TEST_F(StudioKeysTest, groupsStabilisersAndSoundsAreSelected) {
 }
 
 TEST_F(StudioKeysTest, whatAKeyInheritsIsShownAndComesBack) {
-    InspectorAdapter& inspector = *views->studioAdapter().inspector();
-    views->studioAdapter().keyboard()->selectGroup("alphas");
+    InspectorAdapter& inspector = *views->adapters().studio()->inspector();
+    views->adapters().studio()->keyboard()->selectGroup(static_cast<int>(KeyGroup::alphas));
     inspector.setGainDb(-3);
     clickKey(keyA);
     EXPECT_EQ(inspector.gainDb(), 0.0);
@@ -154,7 +163,7 @@ TEST_F(StudioKeysTest, whatAKeyInheritsIsShownAndComesBack) {
 }
 
 TEST_F(StudioKeysTest, theSoundOfAKeyIsItsGroupsUnlessItHasOne) {
-    InspectorAdapter& inspector = *views->studioAdapter().inspector();
+    InspectorAdapter& inspector = *views->adapters().studio()->inspector();
     clickKey(keyA);
     EXPECT_EQ(inspector.sound(), "");
     EXPECT_EQ(inspector.sounds().front().toMap()["text"].toString().toStdString(),
@@ -167,24 +176,28 @@ TEST_F(StudioKeysTest, theSoundOfAKeyIsItsGroupsUnlessItHasOne) {
 }
 
 TEST_F(StudioKeysTest, theReleaseOfAKeyIsWhatGroupAndBoardSay) {
-    InspectorAdapter& inspector = *views->studioAdapter().inspector();
+    InspectorAdapter& inspector = *views->adapters().studio()->inspector();
     clickKey(keyA);
     EXPECT_EQ(inspector.releaseNote(), "The board: off");
-    views->studioAdapter().parts()->setReleaseByDefault(true);
+    views->adapters().studio()->parts()->setReleaseByDefault(true);
+    draw();
     EXPECT_EQ(inspector.releaseNote(), "The board: on");
     model->edit([](Board& edited) { edited.groups[KeyGroup::alphas].release = ReleaseMode::off; });
+    draw();
     EXPECT_EQ(inspector.releaseNote(), "The group: off");
-    inspector.setRelease("on");
+    inspector.setRelease(static_cast<int>(ReleaseMode::on));
+    draw();
     EXPECT_EQ(inspector.releaseNote(), "");
     EXPECT_EQ(board().resolve(keyA)->assignment.release, ReleaseMode::on);
 }
 
 TEST_F(StudioKeysTest, onePanIsTheKeysPlaceUntilItIsMoved) {
-    InspectorAdapter& inspector = *views->studioAdapter().inspector();
+    InspectorAdapter& inspector = *views->adapters().studio()->inspector();
     clickKey(keyA);
     EXPECT_EQ(inspector.pan(), layout(board().layout).position(keyA));
     EXPECT_EQ(inspector.panNote(), "Where the key is");
     inspector.setPan(0.5);
+    draw();
     EXPECT_EQ(inspector.pan(), 0.5);
     EXPECT_EQ(board().resolve(keyA)->assignment.pan, 0.5);
     inspector.resetPan();
@@ -193,7 +206,7 @@ TEST_F(StudioKeysTest, onePanIsTheKeysPlaceUntilItIsMoved) {
 
 TEST_F(StudioKeysTest, everyLayoutIsDrawnToScale) {
     for (const LayoutID id : allCases<LayoutID>()) {
-        views->studioAdapter().keyboard()->setLayout(QString::fromUtf8(rawString(id).data()));
+        views->adapters().studio()->keyboard()->setLayout(static_cast<int>(id));
         draw();
         const KeyboardLayout& wanted = layout(id);
         const double unit = keyboard()->property("unit").toDouble();
@@ -211,9 +224,9 @@ TEST_F(StudioKeysTest, everyLayoutIsDrawnToScale) {
 }
 
 TEST_F(StudioKeysTest, arrowKeysReachEveryKeyOfEveryLayout) {
-    KeyboardAdapter& adapter = *views->studioAdapter().keyboard();
+    KeyboardAdapter& adapter = *views->adapters().studio()->keyboard();
     for (const LayoutID id : allCases<LayoutID>()) {
-        adapter.setLayout(QString::fromUtf8(rawString(id).data()));
+        adapter.setLayout(static_cast<int>(id));
         std::set<int> wanted;
         for (const LayoutKey& key : layout(id).keys) {
             if (key.code) {

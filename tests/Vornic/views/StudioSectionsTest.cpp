@@ -9,12 +9,12 @@
 namespace vornic {
 namespace {
 
-const std::string longName =
+const std::string longSoundName =
     "A sound with an exceedingly long name that nobody shortens, whatever the window is like";
 
 class StudioSectionsTest : public StudioFixture {
   protected:
-    const char* tab() const override { return "sounds"; }
+    StudioAdapter::Tab tab() const override { return StudioAdapter::Tab::Sounds; }
 
     void go(const QString& section) {
         click(named(section));
@@ -48,10 +48,10 @@ class StudioSectionsTest : public StudioFixture {
 };
 
 TEST_F(StudioSectionsTest, eachIsThereAndNamed) {
-    views->studioAdapter().layers()->add();
-    views->studioAdapter().layers()->setFlag(1, "mute", true);
-    views->studioAdapter().parts()->setSwitchPart("type", "silent");
-    views->studioAdapter().equalizer()->applyPreset("thocky");
+    views->adapters().studio()->layers()->add();
+    views->adapters().studio()->layers()->setFlag(1, LayersAdapter::Flag::Mute, true);
+    views->adapters().studio()->parts()->setSwitchPart(0, static_cast<int>(SwitchType::silent));
+    views->adapters().studio()->equalizer()->applyPreset(presetCalled("thocky"));
     QObject* const theme = themeOf(views->engine());
     for (const bool dark : {false, true}) {
         theme->setProperty("dark", dark);
@@ -70,7 +70,7 @@ TEST_F(StudioSectionsTest, eachIsThereAndNamed) {
 TEST_F(StudioSectionsTest, longNamesAreCutAndNotRunOver) {
     model->edit([](Board& edited) {
         for (SoundSpec& sound : edited.sounds) {
-            sound.name = longName;
+            sound.name = longSoundName;
         }
     });
     draw();
@@ -90,7 +90,7 @@ TEST_F(StudioSectionsTest, longNamesAreCutAndNotRunOver) {
     look(window->contentItem());
     EXPECT_EQ(cut, static_cast<int>(board().sounds.size()));
     picture("studio-sounds-long-names");
-    views->adapter().setStudioTab("keys");
+    views->adapters().studio()->setTab(StudioAdapter::Tab::Keys);
     draw();
     picture("studio-keys-long-names");
 }

@@ -9,7 +9,7 @@ using Band = Equalizer::Band;
 
 class StudioSoundsTest : public StudioFixture {
   protected:
-    const char* tab() const override { return "sounds"; }
+    StudioAdapter::Tab tab() const override { return StudioAdapter::Tab::Sounds; }
 
     const ChainParams& chain() const { return board().sounds.front().press.chain; }
     float gain(Band band) const { return chain().eq.gain(band); }
@@ -24,12 +24,13 @@ class StudioSoundsTest : public StudioFixture {
 TEST_F(StudioSoundsTest, aBandIsDraggedAndItsCurveFollows) {
     const QQuickItem* const clack = named("Clack");
     ASSERT_NE(clack, nullptr);
-    const QVariantList before = views->studioAdapter().equalizer()->curve();
+    const QList<double> before = views->adapters().studio()->equalizer()->curve();
     drag(handle(clack, 0), handle(clack, 6));
     EXPECT_NEAR(gain(Band::clack), 6.0F, 0.2F);
     EXPECT_EQ(gain(Band::body), 0.0F);
-    EXPECT_NE(views->studioAdapter().equalizer()->curve(), before);
-    EXPECT_TRUE(views->adapter().mine()) << "nothing moves under the mouse when it becomes a copy";
+    EXPECT_NE(views->adapters().studio()->equalizer()->curve(), before);
+    EXPECT_TRUE(views->adapters().board()->mine())
+        << "nothing moves under the mouse when it becomes a copy";
     // One drag is one step, and the handle is where the next drag takes it up.
     drag(handle(clack, 6), handle(clack, -20));
     EXPECT_EQ(gain(Band::clack), -12.0F);
@@ -81,7 +82,7 @@ TEST_F(StudioSoundsTest, aSliderKeepsTheMouseWhileItsValueComesBack) {
 }
 
 TEST_F(StudioSoundsTest, theStrokeIsDrawnAnewWhenItsRenderLands) {
-    const auto* const rows = qobject_cast<RowsModel*>(views->studioAdapter().stroke()->rows());
+    const auto* const rows = qobject_cast<RowsModel*>(views->adapters().studio()->stroke()->rows());
     ASSERT_NE(rows, nullptr);
     ASSERT_EQ(rows->count(), 3);
     const QVariantList before = rows->rows();
@@ -175,23 +176,28 @@ TEST_F(StudioCompareTest, aClickGoesToAndFro) {
     EXPECT_FALSE(model->comparing());
 }
 
-TEST_F(StudioCompareTest, theKeyDoesTheSame) {
-    QTest::keyPress(window.get(), Qt::Key_B);
-    EXPECT_TRUE(model->comparing());
-    waitUntilHeld();
-    QTest::keyRelease(window.get(), Qt::Key_B);
-    EXPECT_FALSE(model->comparing());
-    QTest::keyClick(window.get(), Qt::Key_B);
-    EXPECT_TRUE(model->comparing());
-    QTest::keyClick(window.get(), Qt::Key_B);
-    EXPECT_FALSE(model->comparing());
+TEST_F(StudioCompareTest, noLetterIsAShortcut) {
+    click(compare);
+    draw();
+    click(compare);
+    draw();
+    ASSERT_FALSE(model->comparing());
+    for (const auto each : {Qt::Key_B, Qt::Key_Space, Qt::Key_A, Qt::Key_Return}) {
+        key(each);
+        EXPECT_FALSE(model->comparing()) << each << ": it is typed to be heard";
+    }
 }
 
-TEST_F(StudioCompareTest, whereTextIsTypedAKeyIsText) {
-    QQuickItem* const name = named("Name of the sound");
-    click(name);
-    QTest::keyClick(window.get(), Qt::Key_B);
-    EXPECT_FALSE(model->comparing());
+TEST_F(StudioSoundsTest, whatIsTypedAfterAClickDeletesNothing) {
+    click(named("Duplicate sound"));
+    draw();
+    const Board before = board();
+    click(view(window->rootObject(), "SoundRow"));
+    draw();
+    for (const auto each : {Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Space, Qt::Key_Return}) {
+        key(each);
+    }
+    EXPECT_EQ(board(), before);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/views/Views.h"
+#include "VornicCore/dsp/EQPreset.h"
 #include "tests/support/ModelFixture.h"
 
 #include <QCoreApplication>
@@ -8,8 +9,14 @@
 #include <QQuickWindow>
 #include <QTest>
 #include <memory>
+#include <string_view>
 
 namespace vornic {
+
+/// The value of that preset in the list of presets.
+inline int presetCalled(std::string_view id) {
+    return static_cast<int>(EQPreset::named(id) - EQPreset::all().data());
+}
 
 /// The views over a model whose services a test drives by hand.
 class ViewsFixture : public ModelFixture {

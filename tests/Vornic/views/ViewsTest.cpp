@@ -1,8 +1,11 @@
 #include "tests/Vornic/views/ViewsFixture.h"
 
 #include <QAccessible>
+#include <QFileInfo>
 #include <QImage>
 #include <QQmlComponent>
+#include <QStandardPaths>
+#include <QWindow>
 #include <string>
 
 namespace vornic {
@@ -69,13 +72,14 @@ TEST_F(ViewsTest, thePanelSaysWhenKeysCannotBeHeard) {
 
 TEST_F(ViewsTest, theStudioWritesAndReadsBoardFiles) {
     const auto file = QUrl::fromLocalFile(QString::fromStdString((scratch / "my.vornic").string()));
-    views->adapter().exportBoard(file);
+    views->adapters().board()->exportTo(file);
     ASSERT_TRUE(eventually([&] { return !model->busyWithFile(); }));
     ASSERT_TRUE(std::filesystem::exists(scratch / "my.vornic"));
     const std::size_t before = model->boards().size();
-    views->adapter().importBoard(file);
+    views->adapters().board()->importFrom(file);
     EXPECT_TRUE(eventually([&] { return model->boards().size() == before + 1; }));
-    EXPECT_TRUE(views->adapter().mine());
+    settle();
+    EXPECT_TRUE(views->adapters().board()->mine());
 }
 
 TEST_F(ViewsTest, theStudiosButtonsOpenTheFileDialog) {
@@ -89,6 +93,68 @@ TEST_F(ViewsTest, theStudiosButtonsOpenTheFileDialog) {
     auto* const dialog = loader->property("item").value<QObject*>();
     ASSERT_NE(dialog, nullptr);
     EXPECT_TRUE(dialog->property("visible").toBool());
+    EXPECT_EQ(dialog->property("acceptLabel"), "Save");
+    EXPECT_TRUE(
+        dialog->property("selectedFile").toUrl().toLocalFile().endsWith("/Buckling Spring.vornic"))
+        << dialog->property("selectedFile").toString().toStdString();
+}
+
+TEST_F(ViewsTest, aBoardsNameLeadsNoFileAstray) {
+    BoardAdapter& board = *views->adapters().board();
+    const auto suggested = [&](const std::string& name) {
+        model->renameBoard(name);
+        settle();
+        const QString file = board.exportSuggestion().toLocalFile();
+        EXPECT_EQ(QFileInfo(file).path(),
+                  QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        return QFileInfo(file).fileName().toStdString();
+    };
+    model->newBoard();
+    EXPECT_EQ(suggested("Mine & yours"), "Mine & yours.vornic");
+    EXPECT_EQ(suggested("../../etc/passwd"), "-..-etc-passwd.vornic");
+    EXPECT_EQ(suggested("..."), "Board.vornic");
+}
+
+TEST_F(ViewsTest, theTraysPanelGoesAwayWithTheKeyboard) {
+    views->togglePanel({300, 20});
+    auto* const panel = const_cast<QQuickView*>(views->panel());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel));
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !panel->isVisible(); }));
+    // The press on the icon that took the keyboard from it does not open it again.
+    views->togglePanel({300, 20});
+    EXPECT_FALSE(panel->isVisible());
+    views->togglePanel({300, 20});
+    EXPECT_TRUE(panel->isVisible());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel));
+    QTest::keyClick(panel, Qt::Key_Escape);
+    EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(ViewsTest, everyWindowKnowsTheKeysOfWindows) {
+    int quits = 0;
+    views->onQuit = [&] { ++quits; };
+    model->setAdvanced(true);
+    views->openStudio();
+    auto* const studio = const_cast<QQuickView*>(views->studio());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(studio));
+    QTest::keyClick(studio, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(studio->isVisible());
+    views->openStudio();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(studio));
+    QTest::keyClick(studio, Qt::Key_Escape);
+    EXPECT_FALSE(studio->isVisible());
+    views->openStudio();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(studio));
+    EXPECT_EQ(views->settings(), nullptr);
+    QTest::keyClick(studio, Qt::Key_Comma, Qt::ControlModifier);
+    ASSERT_NE(views->settings(), nullptr);
+    EXPECT_TRUE(views->settings()->isVisible());
+    EXPECT_EQ(quits, 0);
+    QTest::keyClick(studio, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(quits, 1);
 }
 
 TEST_F(ViewsTest, wordsWhatOnlyAnotherSystemHasForThisOne) {

@@ -61,6 +61,28 @@ TEST_F(WelcomeTest, withoutATrayThePanelFollows) {
     EXPECT_TRUE(presence.views().panel()->isVisible());
 }
 
+class FakeAutostart final : public Autostart {
+  public:
+    bool enabled() const override { return on; }
+    std::error_code setEnabled(bool enabled) override {
+        on = enabled;
+        return {};
+    }
+    bool on = false;
+};
+
+TEST_F(WelcomeTest, offersToStartWithTheSessionWithinTheWindow) {
+    FakeAutostart autostart;
+    Presence presence(*model, tray, false);
+    // The program learns how it is started only after its windows are made.
+    presence.views().adapters().settings()->setAutostart(&autostart);
+    settle();
+    const QQuickView* const welcome = presence.views().welcome();
+    EXPECT_NE(find(welcome->rootObject(), "Start with the session"), nullptr);
+    EXPECT_GE(welcome->height(), static_cast<int>(welcome->rootObject()->implicitHeight()))
+        << "nothing is below the edge";
+}
+
 TEST_F(WelcomeTest, theLampLightsOnTheFirstKey) {
     Presence presence(*model, tray, false);
     settle();

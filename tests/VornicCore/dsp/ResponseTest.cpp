@@ -50,7 +50,8 @@ TEST(Response, ofTheWholeToneControlIsMeasuredToo) {
         DSP::tone(answer, preset.eq, 60.0, 12000.0);
         for (const double frequency : frequencies) {
             const double measured = 20.0 * std::log10(std::abs(fourier(answer, frequency)));
-            EXPECT_NEAR(DSP::toneGainDb(preset.eq, 60.0, 12000.0, frequency), measured, 0.01)
+            EXPECT_NEAR(DSP::ToneResponse(preset.eq, 60.0, 12000.0).gainDb(frequency), measured,
+                        0.01)
                 << preset.id << " at " << frequency;
         }
     }
@@ -58,7 +59,7 @@ TEST(Response, ofTheWholeToneControlIsMeasuredToo) {
 
 TEST(Response, ofNothingToDoIsFlat) {
     for (const double frequency : frequencies) {
-        EXPECT_EQ(DSP::toneGainDb(Equalizer::flat(), 15.0, 19000.0, frequency), 0.0);
+        EXPECT_EQ(DSP::ToneResponse(Equalizer::flat(), 15.0, 19000.0).gainDb(frequency), 0.0);
     }
 }
 

@@ -1,0 +1,66 @@
+// Pictures of all views, for documents and for whoever looks after them.
+
+#include "Vornic/views/Views.h"
+
+#include <QDir>
+#include <QEventLoop>
+#include <QImage>
+#include <QQuickItem>
+#include <QTimer>
+#include <array>
+
+namespace vornic {
+
+namespace {
+
+constexpr int simpleWidth = 640;
+constexpr int studioWidth = 820;
+/// How long a view settles before it is pictured.
+constexpr int settleMillis = 400;
+
+void letRun(int millis) {
+    QEventLoop loop;
+    QTimer::singleShot(millis, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+} // namespace
+
+void Views::snapshot(const std::filesystem::path& folder) {
+    const QDir place(QString::fromStdString(folder.string()));
+    place.mkpath(".");
+    struct Picture {
+        const char* name;
+        const char* file;
+        int width; // 0: as wide as it wants to be
+        StudioAdapter::Tab tab = StudioAdapter::Tab::Keys;
+    };
+    constexpr std::array pictures{
+        Picture{"menu-", "panel/Panel.qml", 0},
+        Picture{"simple-", "simple/SimpleView.qml", simpleWidth},
+        Picture{"settings-", "settings/SettingsView.qml", 0},
+        Picture{"permission-", "permission/PermissionPage.qml", 0},
+        Picture{"studio-keys-", "studio/StudioView.qml", studioWidth},
+        Picture{"studio-sounds-", "studio/StudioView.qml", studioWidth, StudioAdapter::Tab::Sounds},
+    };
+    const bool before = theme_->property("dark").toBool();
+    for (const bool dark : {false, true}) {
+        setTheme(dark);
+        for (const Picture& picture : pictures) {
+            adapters_.studio()->setTab(picture.tab);
+            const auto view = make(picture.file, {});
+            QQuickItem* const root = view->rootObject();
+            const int width =
+                picture.width > 0 ? picture.width : static_cast<int>(root->implicitWidth());
+            view->resize(width, static_cast<int>(root->implicitHeight()));
+            letRun(settleMillis);
+            view->resize(width, static_cast<int>(root->implicitHeight()));
+            letRun(50);
+            view->grabWindow().save(
+                place.filePath(QString(picture.name) + (dark ? "dark" : "light") + ".png"));
+        }
+    }
+    setTheme(before);
+}
+
+} // namespace vornic

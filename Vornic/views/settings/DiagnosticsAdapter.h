@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Vornic/app/AppModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QList>
+#include <QObject>
+#include <QProperty>
+#include <QString>
+#include <QVariantList>
+
+namespace vornic {
+
+/// How well the program does here. Thread: main.
+class DiagnosticsAdapter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program makes it.")
+
+    /// Entries { name, value }.
+    Q_PROPERTY(QVariantList rows READ rows NOTIFY rowsChanged)
+    /// How the latencies of the last hundred keys spread: keys in each bin, the bins' width in
+    /// milliseconds, and the same in a line.
+    Q_PROPERTY(QList<int> latencyBins READ latencyBins NOTIFY latencyBinsChanged)
+    Q_PROPERTY(double latencyBinMillis READ latencyBinMillis CONSTANT)
+    Q_PROPERTY(QString latencySummary READ latencySummary NOTIFY latencySummaryChanged)
+    /// Keys measured, and how long the last one took: "4.1 ms".
+    Q_PROPERTY(int keys READ keys NOTIFY keysChanged)
+    Q_PROPERTY(QString lastLatency READ lastLatency NOTIFY lastLatencyChanged)
+
+  public:
+    /// `model` outlives it; call `refresh` whenever it says that it has changed.
+    explicit DiagnosticsAdapter(AppModel& model, QObject* parent = nullptr);
+
+    void refresh();
+
+    QVariantList rows() const { return rows_; }
+    QList<int> latencyBins() const { return latencyBins_; }
+    static double latencyBinMillis();
+    QString latencySummary() const { return latencySummary_; }
+    int keys() const { return keys_; }
+    QString lastLatency() const { return lastLatency_; }
+
+    Q_INVOKABLE void reset();
+
+  Q_SIGNALS:
+    void rowsChanged();
+    void latencyBinsChanged();
+    void latencySummaryChanged();
+    void keysChanged();
+    void lastLatencyChanged();
+
+  private:
+    AppModel& model_;
+    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QVariantList, rows_,
+                               &DiagnosticsAdapter::rowsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QList<int>, latencyBins_,
+                               &DiagnosticsAdapter::latencyBinsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QString, latencySummary_,
+                               &DiagnosticsAdapter::latencySummaryChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, int, keys_, &DiagnosticsAdapter::keysChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QString, lastLatency_,
+                               &DiagnosticsAdapter::lastLatencyChanged)
+};
+
+} // namespace vornic
