@@ -51,6 +51,7 @@ TEST_F(PreviewTest, showsWhatTheFileHolds) {
 TEST_F(PreviewTest, isKeptByItsButton) {
     open();
     click(item("Add to my keyboards"));
+    ASSERT_TRUE(eventually([&] { return model->preview() == nullptr; }));
     settle();
     EXPECT_EQ(model->board()->name, "From a friend");
     EXPECT_FALSE(views->preview()->isVisible());
@@ -83,7 +84,7 @@ TEST_F(PreviewTest, aBoardFileDroppedOnAWindowIsLookedAt) {
     simple->show();
     settle();
     EXPECT_TRUE(drop(*simple, QUrl::fromLocalFile(QString::fromStdString(file.string()))));
-    ASSERT_NE(model->preview(), nullptr);
+    ASSERT_TRUE(eventually([&] { return model->preview() != nullptr; }));
     ASSERT_NE(views->preview(), nullptr);
     EXPECT_TRUE(views->preview()->isVisible());
 }

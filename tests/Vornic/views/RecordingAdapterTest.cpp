@@ -100,13 +100,13 @@ TEST_F(RecordingAdapterTest, saysWhyARecordingEndedByItself) {
     adapter->startRecording();
     microphoneInput.hear(typing());
     pass(201);
-    EXPECT_EQ(adapter->phase(), Phase::Choosing);
+    ASSERT_TRUE(eventually([&] { return adapter->phase() == Phase::Choosing; }));
     EXPECT_EQ(adapter->notice(), "The 20 seconds are up.");
     adapter->cancel();
     adapter->startRecording();
     microphoneInput.hear(typing());
     microphoneInput.lose();
-    EXPECT_EQ(adapter->phase(), Phase::Choosing);
+    ASSERT_TRUE(eventually([&] { return adapter->phase() == Phase::Choosing; }));
     EXPECT_EQ(adapter->notice(), "The microphone is gone. What it heard until then has been kept.");
     adapter->cancel();
     EXPECT_EQ(adapter->notice(), "");

@@ -125,7 +125,8 @@ TEST_F(RecordingViewsTest, whatIsTypedIntoTheMicrophonePressesNoButton) {
     QTest::keyClick(studio.get(), Qt::Key_Escape);
     settle();
     EXPECT_FALSE(model->recording());
-    EXPECT_TRUE(model->importSession());
+    EXPECT_TRUE(eventually([&] { return model->importSession().has_value(); }));
+    settle();
     // Fingers that type on change nothing.
     QTest::qWait(50);
     QTest::keyClick(studio.get(), Qt::Key_Space);
