@@ -36,12 +36,13 @@ void RecordingAdapter::refresh() {
     }
     failure_ = qmlText(model_.lastError().value_or(std::string()), Lines::kept);
     const auto& error = model_.lastError();
-    advice_.clear();
+    QString advice;
     if (error == ImportMessages::noMicrophone) {
-        advice_ = qmlText(recorder.problem(), Lines::kept);
+        advice = qmlText(recorder.problem(), Lines::kept);
     } else if (error == ImportMessages::noStrokes || error == ImportMessages::noGoodStrokes) {
-        advice_ = qmlText(recorder.remark(), Lines::kept); // what cut it short
+        advice = qmlText(recorder.remark(), Lines::kept); // what cut it short
     }
+    advice_ = advice;
     level_ = meterOf(static_cast<double>(recorder.level()));
     clipping_ = recorder.level() >= Slicer::clippingPeak;
     secondsLeft_ = static_cast<int>(recorder.secondsLeft());
