@@ -83,10 +83,14 @@ TEST_F(AppModelTest, theHotKeySwitchesTheSounds) {
 
 TEST_F(AppModelTest, pausesTheOutputAfterHalfAMinuteWithoutKeys) {
     ASSERT_TRUE(startToPlay());
+    unsigned presses = 0;
     ASSERT_TRUE(eventually([&] {
         tap.press();
+        ++presses;
         return output.isRunning();
     }));
+    // None is on its way any more, which would count as a later use.
+    ASSERT_TRUE(eventually([&] { return model->keyCounts().pressed >= presses; }));
     clock.advance(29.0);
     scheduler.advance(std::chrono::seconds(1));
     EXPECT_TRUE(output.isRunning());
