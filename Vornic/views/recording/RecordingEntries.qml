@@ -1,6 +1,5 @@
 // The ways to a sound of the user's own keyboard.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 

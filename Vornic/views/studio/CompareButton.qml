@@ -1,7 +1,6 @@
 // Plays the version that the user started with instead of the changed one: while it is held, or,
 // after a short click, until the next one.
 import QtQuick
-import QtQuick.Controls.Basic
 import Vornic
 
 PushButton {

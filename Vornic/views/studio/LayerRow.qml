@@ -1,6 +1,5 @@
 // One layer of a stroke.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Vornic
 
