@@ -25,7 +25,8 @@ fs::path base(const char* variable, std::string_view belowHome) {
 }
 
 fs::path made(fs::path folder) {
-    make(folder);
+    // Whoever puts a file into it is told why it cannot be there.
+    [[maybe_unused]] const std::error_code later = make(folder);
     keepToOwner(folder);
     return folder;
 }

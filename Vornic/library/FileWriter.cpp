@@ -30,7 +30,8 @@ std::error_code apply(const FileChange& change) {
     } catch (const std::system_error& refusal) {
         return refusal.code();
     }
-    if ((error = AppFolders::make(folder))) {
+    error = AppFolders::make(folder);
+    if (error) {
         return error;
     }
     // While the folder is locked, nobody takes what is being written for a left-over.

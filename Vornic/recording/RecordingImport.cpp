@@ -60,8 +60,9 @@ void RecordingImport::start(const std::filesystem::path& file, std::function<voi
 void RecordingImport::start(std::vector<float> samples, std::string name, std::vector<Gap> gaps,
                             std::function<void(Outcome)> done) {
     round_.renew();
-    work_.start([read = RecordingRead{std::move(samples), noticeOf(gaps)}, name = std::move(name),
-                 gaps = std::move(gaps), done = std::move(done)](const std::stop_token&) {
+    RecordingRead recorded{std::move(samples), noticeOf(gaps)};
+    work_.start([read = std::move(recorded), name = std::move(name), gaps = std::move(gaps),
+                 done = std::move(done)](const std::stop_token&) {
         return handOver(cut(read, name, gaps), done);
     });
 }
