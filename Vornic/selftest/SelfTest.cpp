@@ -41,7 +41,7 @@ double peak(const std::vector<float>& samples) {
 } // namespace
 
 SelfTest::SelfTest(AppModel& model, Platform platform, Environment environment)
-    : model_(model), platform_(platform), environment_(std::move(environment)) {}
+    : model_(model), platform_(std::move(platform)), environment_(std::move(environment)) {}
 
 void SelfTest::start() {
     after(untilAnswers, &SelfTest::run);

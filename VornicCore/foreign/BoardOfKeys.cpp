@@ -28,6 +28,7 @@ double rounded(double gainDb) {
 
 StrokeSpec strokeSpecOf(const PlayedStroke& stroke, LayerPart part) {
     std::vector<std::string> ids;
+    ids.reserve(stroke.recordings.size());
     for (const std::size_t index : stroke.recordings) {
         ids.push_back(recordingId(index));
     }

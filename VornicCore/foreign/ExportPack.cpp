@@ -106,17 +106,19 @@ std::string decentOf(const ExportedKeys& keys) {
     int note = firstNote(keys.keys.size());
     for (const ExportedKey& key : keys.keys) {
         const std::string number = "\"" + std::to_string(note++) + "\"";
-        const std::string common = " tags=\"" + webNameOf(key.code) + "\" rootNote=" + number +
-                                   " loNote=" + number + " hiNote=" + number + " volume=\"" +
-                                   numberText(key.gainDb) + "dB\" pan=\"" +
-                                   numberText(std::round(key.pan * 100)) + "\" tuning=\"" +
-                                   numberText(key.pitch) + "\" seqMode=\"round_robin\"";
+        std::string common = " tags=\"";
+        common.append(webNameOf(key.code)).append("\" rootNote=").append(number);
+        common.append(" loNote=").append(number).append(" hiNote=").append(number);
+        common.append(" volume=\"").append(numberText(key.gainDb));
+        common.append("dB\" pan=\"").append(numberText(std::round(key.pan * 100)));
+        common.append("\" tuning=\"").append(numberText(key.pitch));
+        common.append("\" seqMode=\"round_robin\"");
         const auto add = [&](const ExportedPool& pool, const std::string& attributes) {
-            text += "<group" + common + attributes + " seqLength=\"" +
-                    std::to_string(pool.strokes.size()) + "\">\n";
+            text.append("<group").append(common).append(attributes).append(" seqLength=\"");
+            text.append(std::to_string(pool.strokes.size())).append("\">\n");
             for (std::size_t place = 0; place < pool.strokes.size(); ++place) {
-                text += "<sample path=\"samples/" + pool.file(place) + "\" seqPosition=\"" +
-                        std::to_string(place + 1) + "\"/>\n";
+                text.append("<sample path=\"samples/").append(pool.file(place));
+                text.append("\" seqPosition=\"").append(std::to_string(place + 1)).append("\"/>\n");
             }
             text += "</group>\n";
         };

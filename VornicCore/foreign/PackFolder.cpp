@@ -57,7 +57,7 @@ std::optional<std::string> PackFolder::find(const std::string& wanted, PackNotes
         addNote(notes.missing, shown + " would lie outside the pack.");
         return std::nullopt;
     }
-    const std::string exact = place_.empty() ? name : place_ + "/" + name;
+    std::string exact = place_.empty() ? name : place_ + "/" + name;
     if (std::ranges::binary_search(files_->names(), exact)) {
         return exact;
     }
