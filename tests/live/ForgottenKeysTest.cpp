@@ -2,6 +2,7 @@
 // memory of its processes tells which keys it was. Needs root, or the right to trace them.
 
 #include "Vornic/linux/desktop/MonotonicClock.h"
+#include "Vornic/linux/x11/X11Connection.h"
 #include "tests/live/KeyTraces.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/ProgramFixture.h"
@@ -49,6 +50,16 @@ class ForgottenKeysTest : public ProgramFixture {
         pressed_.until = clock_.nanos();
     }
 
+    /// Gives the keys to a window that is none of the program's.
+    void focusElsewhere() const {
+        const xcb_window_t window = xcb_generate_id(elsewhere_.get());
+        xcb_create_window(elsewhere_.get(), XCB_COPY_FROM_PARENT, window, elsewhere_.root(), 0, 0,
+                          9, 9, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_map_window(elsewhere_.get(), window);
+        ASSERT_TRUE(elsewhere_.succeeded(xcb_set_input_focus_checked(
+            elsewhere_.get(), XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME)));
+    }
+
     /// The promise is one about time.
     void wait(std::uint64_t nanos) const {
         const std::uint64_t end = clock_.nanos() + nanos;
@@ -67,6 +78,7 @@ class ForgottenKeysTest : public ProgramFixture {
         return all;
     }
 
+    X11Connection elsewhere_{""};
     MonotonicClock clock_;
     KeyTyper typer_;
     PressedKeys pressed_;
@@ -92,6 +104,7 @@ TEST_F(ForgottenKeysTest, noCoreIsWritten) {
 
 TEST_F(ForgottenKeysTest, norWhileThePanelIsOpen) {
     const auto program = startListening({"--room", "dry"});
+    focusElsewhere();
     type();
     wait(2'000'000'000);
     EXPECT_THAT(traces(), IsEmpty()) << inWords(traces());

@@ -66,22 +66,29 @@ KeyboardForm formOfServer(const X11Connection& connection) {
 X11KeyTap::X11KeyTap(const Clock& clock, std::string display)
     : serverTime_(clock), display_(std::move(display)) {}
 
-bool X11KeyTap::start() {
-    if (connection_) {
-        return true;
-    }
+std::unique_ptr<X11Connection> X11KeyTap::connect() {
     auto connection = std::make_unique<X11Connection>(display_);
     if (!connection->alive()) {
-        return false;
+        return nullptr;
     }
     const auto* const extension = xcb_get_extension_data(connection->get(), &xcb_input_id);
     if (extension == nullptr || extension->present == 0 || !hasRawEvents(*connection) ||
         !selectRawKeys(*connection)) {
-        return false;
+        return nullptr;
     }
     inputOpcode_ = extension->major_opcode;
-    forms_ = KeyboardForms(formOfServer(*connection));
-    connection_ = std::move(connection);
+    return connection;
+}
+
+bool X11KeyTap::start() {
+    if (connection_) {
+        return true;
+    }
+    connection_ = connect();
+    if (!connection_) {
+        return false;
+    }
+    forms_ = KeyboardForms(formOfServer(*connection_));
     noteHeldKeys();
     dispatch();
     return connection_ != nullptr;
@@ -127,19 +134,18 @@ bool X11KeyTap::forget() {
     if (!connection_) {
         return true;
     }
-    // What the server sends is read into one buffer of the connection, where the last keys stay
-    // until something else takes their place: an answer that is longer than the buffer, about
-    // nobody.
-    xcb_connection_t* const server = connection_->get();
-    const xcb_setup_t* const setup = xcb_get_setup(server);
-    const X11Owned<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
-        server,
-        xcb_get_keyboard_mapping(
-            server, setup->min_keycode,
-            static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1)),
-        nullptr));
-    // Keys may have come in with the answer.
+    // What the server sends is read into a buffer inside the connection, where keys stay until
+    // others take their place. It goes with the connection, so another one takes over, which hears
+    // already while this one is asked for the last time. What both hear, the filter drops.
+    std::unique_ptr<X11Connection> next = connect();
+    if (!next) {
+        return true;
+    }
+    const X11Owned<xcb_get_input_focus_reply_t> answered(xcb_get_input_focus_reply(
+        connection_->get(), xcb_get_input_focus(connection_->get()), nullptr));
     const std::uint64_t before = heard_;
+    dispatch();
+    connection_ = std::move(next);
     dispatch();
     return heard_ == before;
 }

@@ -35,6 +35,8 @@ class X11KeyTap final : public KeyTap {
     std::string description() const override;
 
   private:
+    /// A connection that is told of every key; none where that is not to be had.
+    std::unique_ptr<X11Connection> connect();
     void noteHeldKeys();
     void handle(const xcb_generic_event_t& event);
 
