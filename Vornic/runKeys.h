@@ -20,7 +20,7 @@ struct SessionKeys {
     std::unique_ptr<HotKey> hotKey;
     std::unique_ptr<KeyTap> tap;
     /// The desktop's own matching of the hot key; empty in an X session. Not asked yet: the desktop
-    /// may show a question, for which somebody has to sit before a running program. Main thread.
+    /// may show a question, for which somebody has to sit before a running program. Thread: main.
     std::unique_ptr<GlobalShortcut> shortcut;
 
     SessionKeys();

@@ -16,7 +16,8 @@
 
 namespace vornic {
 
-/// The current board and everything that changes it. What is changed is saved at once. Main thread.
+/// The current board and everything that changes it. What is changed is saved at once.
+/// Thread: main.
 class BoardEditor {
   public:
     /// What happened to the current board.

@@ -6,7 +6,7 @@
 
 namespace vornic {
 
-/// How well the program does on this machine.
+/// How well the program does on this machine. Thread: any, as everything here.
 struct Diagnostics {
     /// Milliseconds from the last key's time stamp to its sound, and the most so far.
     double keyToAppMillis = 0;

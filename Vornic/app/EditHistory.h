@@ -9,7 +9,7 @@
 
 namespace vornic {
 
-/// The steps back and forth through the edits of one board. Main thread.
+/// The steps back and forth through the edits of one board. Thread: main.
 class EditHistory {
   public:
     /// How many steps back there are at most.

@@ -6,7 +6,7 @@
 namespace vornic {
 
 /// The sound of `board` that the Studio edits: the chosen one, or where that is gone the first;
-/// null on a board without sounds.
+/// null on a board without sounds. Thread: any, as everything here.
 inline const SoundSpec* editedSound(const Board& board, const StudioState& studio) {
     if (board.sounds.empty()) {
         return nullptr;

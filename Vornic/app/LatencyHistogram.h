@@ -6,7 +6,7 @@
 
 namespace vornic {
 
-/// How latencies spread.
+/// How latencies spread. Thread: any.
 struct LatencyHistogram {
     /// Each bin is this wide, in milliseconds; the last one also holds everything beyond.
     static constexpr double binMillis = 1;

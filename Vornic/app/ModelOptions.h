@@ -12,6 +12,7 @@
 namespace vornic {
 
 /// Where the model's files are, and what counts for this run whatever the settings say.
+/// Thread: any.
 struct ModelOptions {
     /// Folder of the sound packs.
     std::filesystem::path packs;

@@ -15,7 +15,7 @@
 
 namespace vornic {
 
-/// The services of one platform that the model runs on. All outlive it.
+/// The services of one platform that the model runs on. All outlive it. Thread: main.
 struct Platform {
     AudioOutput& output;
     KeyTap& tap;

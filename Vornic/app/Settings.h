@@ -9,7 +9,7 @@
 
 namespace vornic {
 
-/// What the user has chosen. The defaults are those of a fresh installation.
+/// What the user has chosen. The defaults are those of a fresh installation. Thread: any.
 struct Settings {
     /// Whether keys make a sound.
     bool hearMyself = true;

@@ -29,7 +29,7 @@ struct CaseNames<Feel> {
 };
 
 /// The three simple adjustments of a board. They shape what is rendered and leave the board itself
-/// as it is. The defaults change nothing.
+/// as it is. The defaults change nothing. Thread: any, as everything here.
 struct SimpleTweaks {
     /// From −1, lighter, to 1, deeper.
     double deeper = 0;

@@ -12,6 +12,7 @@ namespace vornic {
 enum class StudioTab : std::uint8_t { keys, sounds };
 
 /// Where the user is in the Studio; not kept when the program ends.
+/// Thread: any, as everything here.
 struct StudioState {
     StudioTab studioTab = StudioTab::keys;
     KeySelection::Any selection;

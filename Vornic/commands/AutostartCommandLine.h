@@ -10,6 +10,7 @@
 namespace vornic {
 
 /// The command that starts the program with the session. The application has to outlive it.
+/// Thread: main.
 class AutostartCommandLine {
   public:
     explicit AutostartCommandLine(CLI::App& app);

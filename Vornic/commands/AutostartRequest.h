@@ -5,6 +5,7 @@
 namespace vornic {
 
 /// `vornic autostart`: start with the session, or no longer; absent: only say whether it does.
+/// Thread: any.
 struct AutostartRequest {
     std::optional<bool> on;
 };

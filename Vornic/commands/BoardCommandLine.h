@@ -12,7 +12,7 @@ class App;
 
 namespace vornic {
 
-/// The part of the command line that is about boards.
+/// The part of the command line that is about boards. Thread: main.
 class BoardCommandLine {
   public:
     /// Adds its commands to `app`, which it must outlive until the arguments have been read.

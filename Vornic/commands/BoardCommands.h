@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// What a command says.
+/// What a command says. Thread: main, as everything here.
 struct CommandOutcome {
     std::string text;
     /// Things the user should know although the command did its work.

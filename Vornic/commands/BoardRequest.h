@@ -60,7 +60,7 @@ struct WriteStrokes {
     bool json = false;
 };
 
-/// A command that works on boards and ends.
+/// A command that works on boards and ends. Thread: any, as everything here.
 struct BoardRequest {
     std::variant<ListBoards, ExportBoard, ImportBoard, WriteStroke, WriteStrokes> what;
     /// Folder of the sound packs.

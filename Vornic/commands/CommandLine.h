@@ -14,7 +14,7 @@
 
 namespace vornic {
 
-/// What the command line says about the stage.
+/// What the command line says about the stage. Thread: main, as everything here.
 struct StageChoice {
     std::optional<Placement> placement;
     std::optional<Room> room;

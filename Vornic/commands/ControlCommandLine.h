@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// The commands that are for the running copy. The application has to outlive it.
+/// The commands that are for the running copy. The application has to outlive it. Thread: main.
 class ControlCommandLine {
   public:
     explicit ControlCommandLine(CLI::App& app);

@@ -5,7 +5,7 @@
 
 namespace vornic {
 
-/// Ask the running copy.
+/// Ask the running copy. Thread: any.
 struct ControlRequest {
     /// The command as it was typed.
     std::vector<std::string> words;

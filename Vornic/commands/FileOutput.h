@@ -10,8 +10,8 @@
 namespace vornic {
 
 /// Plays into a WAV file as fast as it can be computed: the owner asks for one block after the
-/// other, and every block is given the time at which a real output would have asked for it. All
-/// calls on one thread.
+/// other, and every block is given the time at which a real output would have asked for it.
+/// Thread: any, one for all calls.
 class FileOutput final : public AudioOutput {
   public:
     static constexpr std::int64_t blockFrames = 128;

@@ -9,7 +9,7 @@
 
 namespace vornic {
 
-/// A key file that cannot be played; the message names the line.
+/// A key file that cannot be played; the message names the line. Thread: any, as everything here.
 class KeyFileError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

@@ -31,6 +31,7 @@ struct OfflineReport {
 /// Plays key events through driver, sampler, room, limiter and volume into a file, as fast as the
 /// machine can, in blocks of 128 frames. An event sounds in the first block that starts at or after
 /// its time; the driver's clock shows the event's time. Equal input gives equal bytes.
+/// Thread: any, one for all calls.
 class OfflinePlayer {
   public:
     struct Options {

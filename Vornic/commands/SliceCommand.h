@@ -8,7 +8,7 @@
 
 namespace vornic {
 
-/// What `vornic slice` was asked to do.
+/// What `vornic slice` was asked to do. Thread: main, as everything here.
 struct SliceRequest {
     /// The recording of typing.
     std::filesystem::path file;

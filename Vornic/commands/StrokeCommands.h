@@ -6,7 +6,7 @@
 namespace vornic {
 
 /// Writes one stroke of a board as a WAV file of 32-bit floats, mono: to the bit what the bank
-/// holds that plays the board. Throws std::runtime_error.
+/// holds that plays the board. Throws std::runtime_error. Thread: main, as everything here.
 CommandOutcome writeStroke(const WriteStroke& request, BoardShelf& shelf);
 
 /// Writes every stroke of a board so, each into a file of its own: "01-soft-00.wav" is variation 0

@@ -11,7 +11,7 @@
 
 namespace vornic {
 
-/// What `vornic type` was asked to do.
+/// What `vornic type` was asked to do. Thread: main, as everything here.
 struct TypeRequest {
     /// The text to type; absent when a key file is played.
     std::optional<std::string> text;

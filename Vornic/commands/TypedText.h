@@ -8,7 +8,7 @@
 
 namespace vornic {
 
-/// A text as somebody types it on a US keyboard.
+/// A text as somebody types it on a US keyboard. Thread: any, as everything here.
 struct TypedText {
     /// Presses and releases in order of time.
     std::vector<KeyEvent> events;

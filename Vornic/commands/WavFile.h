@@ -12,6 +12,7 @@ namespace vornic {
 
 /// A WAV file being written: 48000 Hz, stereo, 32-bit floats. The file grows beside its place and
 /// takes its name only when it is whole and on the disk. Equal sound gives equal bytes.
+/// Thread: any, one for all calls.
 class WavFile {
   public:
     WavFile() = default;

@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// What the user sees of a sample.
+/// What the user sees of a sample. Thread: any.
 struct SampleInfo {
     /// A user's sample: "user/" and eight characters.
     std::string id;

@@ -38,7 +38,7 @@ class AudioOutput {
         virtual ~Source() = default;
 
         /// Overwrites `frames` floats in both buffers. `nowNanos` is the audio clock's monotonic
-        /// time of this call, 0 when unknown. Audio thread.
+        /// time of this call, 0 when unknown. Thread: real-time.
         virtual void render(std::int64_t frames, float* left, float* right,
                             std::uint64_t nowNanos) VORNIC_REALTIME = 0;
 
@@ -53,35 +53,35 @@ class AudioOutput {
     virtual ~AudioOutput() = default;
 
     /// Connects to the system's sound and plays `source` from then on, paused at first. Returns
-    /// when it is known whether there is a device to play to, in a second at most. Main thread,
+    /// when it is known whether there is a device to play to, in a second at most. Thread: main,
     /// once.
     virtual void open(Source& source) = 0;
 
-    /// Ends everything: when it returns, `source` is not called any more. Main thread; harmless
+    /// Ends everything: when it returns, `source` is not called any more. Thread: main; harmless
     /// when not open.
     virtual void close() = 0;
 
     /// Asks the output to run and returns at once; true when it runs or the request is on its way,
     /// false when there is no sound server or no device to play to (a later call tries again).
-    /// Takes no lock that the sound server can hold while the output runs. Any thread.
+    /// Takes no lock that the sound server can hold while the output runs. Thread: any.
     virtual bool requestStart() = 0;
 
-    /// Asks the output to stop calling `render`; costs nothing from then on. Any thread.
+    /// Asks the output to stop calling `render`; costs nothing from then on. Thread: any.
     virtual void pause() = 0;
 
-    /// Whether the output is running or about to. Any thread, lock-free.
+    /// Whether the output is running or about to. Thread: any, lock-free.
     virtual bool isRunning() const = 0;
 
-    /// Facts of the current default device, cached from the system's change events. Any thread.
+    /// Facts of the current default device, cached from the system's change events. Thread: any.
     virtual OutputDeviceFacts device() const = 0;
 
     /// Why nothing can be heard and what to do about it, in one sentence; empty while sound can be
-    /// played. Any thread.
+    /// played. Thread: any.
     virtual std::string problem() const = 0;
 
     /// Whether the audio thread has once run for longer than the system allows a thread that comes
-    /// before all others, and is an ordinary one since: a busy computer may make it click. Any
-    /// thread.
+    /// before all others, and is an ordinary one since: a busy computer may make it click.
+    /// Thread: any.
     virtual bool hasLostRealTime() const { return false; }
 
     /// Called on the main thread when the default device was changed or reconfigured, came or went.

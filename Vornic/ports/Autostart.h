@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// Whether the program starts with the session. Main thread.
+/// Whether the program starts with the session. Thread: main.
 class Autostart {
   public:
     Autostart() = default;

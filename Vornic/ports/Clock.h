@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// Monotonic time, behind an interface so that tests advance it by hand. Thread-safe.
+/// Monotonic time, behind an interface so that tests advance it by hand. Thread: any.
 class Clock {
   public:
     Clock() = default;

@@ -2,8 +2,8 @@
 
 namespace vornic {
 
-/// Something whose events are waited for by its file descriptor and then delivered. Belongs to the
-/// thread that waits.
+/// Something whose events are waited for by its file descriptor and then delivered. Thread: key, or
+/// any one that waits.
 class EventSource {
   public:
     EventSource() = default;

@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// One global key combination, Option-Command-K (Alt+Super+K), heard whatever window is in front.
-/// Its calls belong to the thread that waits for it.
+/// Thread: key.
 class HotKey : public EventSource {
   public:
     /// What the combination does; once for each press, however long it is held.

@@ -18,8 +18,8 @@ enum class TapState : std::uint8_t {
     listening,
 };
 
-/// Listens to every key of the session without altering or swallowing any. All calls on the key
-/// thread, which waits for it.
+/// Listens to every key of the session without altering or swallowing any. Thread: key,
+/// which waits for it.
 class KeyTap : public EventSource {
   public:
     /// (virtual key code, down, monotonic nanoseconds). Repeats are never delivered.

@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// Where the program says what happens. One line a call. Any thread but the audio thread.
+/// Where the program says what happens. One line a call. Thread: any but the audio thread.
 class Log {
   public:
     Log() = default;

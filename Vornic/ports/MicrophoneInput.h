@@ -9,7 +9,7 @@
 
 namespace vornic {
 
-/// The microphone of one platform, captured only between `start` and `stop`. Main thread.
+/// The microphone of one platform, captured only between `start` and `stop`. Thread: main.
 class MicrophoneInput {
   public:
     /// What the input hands the sound to.
@@ -20,11 +20,11 @@ class MicrophoneInput {
         Taker& operator=(const Taker&) = delete;
         virtual ~Taker() = default;
 
-        /// The next `count` samples of the first channel, at the input's rate. Audio thread.
+        /// The next `count` samples of the first channel, at the input's rate. Thread: real-time.
         virtual void take(const float* samples, std::int64_t count) VORNIC_REALTIME = 0;
 
         /// `count` samples that belong here could not be captured: the computer was too busy.
-        /// Audio thread.
+        /// Thread: real-time.
         virtual void miss(std::int64_t count) VORNIC_REALTIME = 0;
     };
 

@@ -17,7 +17,8 @@ enum class PermissionAnswer : std::uint8_t {
     failed,
 };
 
-/// "Turn on Input Monitoring…": asks the system for the right to hear keys. Main thread.
+/// "Turn on Input Monitoring…": asks the system for the right to hear keys.
+/// Thread: main, as everything here.
 class PermissionRequest {
   public:
     /// What came of it, and a sentence that says what to do, empty when granted.

@@ -19,8 +19,8 @@ struct ControlAnswer {
     bool operator==(const ControlAnswer&) const = default;
 };
 
-/// The one copy of the program that runs in a session, and how others ask things of it. Thread:
-/// main.
+/// The one copy of the program that runs in a session, and how others ask things of it.
+/// Thread: main, as everything here.
 class RunningCopy {
   public:
     /// A command as it stands on the command line behind the program's name: {"board", "next"}.

@@ -5,6 +5,7 @@
 namespace vornic {
 
 /// The main thread's event loop as a Scheduler. Needs a running QCoreApplication.
+/// Thread: main, but `post`: any.
 class QtScheduler final : public Scheduler {
   public:
     void post(std::function<void()> work) override;

@@ -8,7 +8,7 @@
 namespace vornic {
 
 /// Turns an interrupt, a hang-up or a request to terminate into one call of `quit` on the main
-/// thread, so that the program ends in order. One per process.
+/// thread, so that the program ends in order. One per process. Thread: main.
 class QuitSignals {
   public:
     /// Keeps the signals from ending the program. To be called before any thread starts, so that

@@ -5,7 +5,7 @@
 namespace vornic {
 
 /// What the helper program that reads audio files writes first; single floats follow, mono. Both
-/// programs are of one build, so it goes over the pipe as it lies in memory.
+/// programs are of one build, so it goes over the pipe as it lies in memory. Thread: any.
 struct DecodedHeader {
     static constexpr std::array<char, 8> expectedMark{'v', 'o', 'r', 'n', 'i', 'c', 'D', '1'};
 

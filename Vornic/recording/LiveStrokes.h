@@ -19,7 +19,7 @@ const char* label(StrokeVerdict verdict);
 /// What is wrong with a stroke, if anything: whether it would be offered, and why not.
 StrokeVerdict judge(const Stroke& stroke);
 
-/// What a recording that still goes on has brought so far.
+/// What a recording that still goes on has brought so far. Thread: any, as everything here.
 struct LiveStrokes {
     /// Strokes that would be offered, however many.
     std::size_t good = 0;

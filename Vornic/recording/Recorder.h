@@ -13,7 +13,7 @@
 
 namespace vornic {
 
-/// Records from the microphone into memory, up to a limit. Main thread, except where said.
+/// Records from the microphone into memory, up to a limit. Thread: main, except where said.
 class Recorder final : private MicrophoneInput::Taker {
   public:
     /// `input` outlives the recorder, which takes over its `onLost`.
@@ -36,7 +36,7 @@ class Recorder final : private MicrophoneInput::Taker {
     /// Between a successful `start` and `stop`, also when full or the microphone is gone.
     [[nodiscard]] bool isRecording() const { return isRecording_; }
 
-    /// The largest magnitude of what was kept of the last block, 0 when nothing was. Any thread.
+    /// The largest magnitude of what was kept of the last block, 0 when nothing was. Thread: any.
     [[nodiscard]] float level() const { return level_.load(std::memory_order_relaxed); }
 
     /// The microphone's rate in Hz, as of the last start.

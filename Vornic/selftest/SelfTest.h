@@ -16,7 +16,7 @@ namespace vornic {
 
 /// Tries on this machine what the program needs and says in the log, in one line for each, what it
 /// found. It changes nothing of the user's and never fails: what does not work shows as "no" or as
-/// a zero. Main thread.
+/// a zero. Thread: main.
 class SelfTest {
   public:
     /// What keys do in a window of the program's own.

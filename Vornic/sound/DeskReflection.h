@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// The early reflection of the desk, as the sampler takes it.
+/// The early reflection of the desk, as the sampler takes it. Thread: any, as everything here.
 struct DeskReflection {
     /// Level, 0 = none.
     float level = 0.0f;

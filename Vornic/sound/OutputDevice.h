@@ -30,7 +30,7 @@ struct OutputProperties {
     bool operator==(const OutputProperties&) const = default;
 };
 
-/// The rules that tell what an output device is. Pure functions.
+/// The rules that tell what an output device is. Pure functions. Thread: any, as everything here.
 namespace OutputDevice {
 
 /// Reached over Bluetooth, classic or low energy.

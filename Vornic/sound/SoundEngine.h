@@ -50,7 +50,7 @@ class SoundEngine final : public AudioOutput::Source {
 
     /// Notes the use and makes the output run; true when it runs or is about to, false when there
     /// is nothing to play to: then the key is silent, and the next one tries again. Waits for no
-    /// lock that the sound server can hold. Any thread.
+    /// lock that the sound server can hold. Thread: any.
     bool ensureRunning();
 
     /// The bank that keys play from; may be none.

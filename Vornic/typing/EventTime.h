@@ -14,7 +14,8 @@ struct Timebase {
 };
 
 /// Turns the time stamps of key events into monotonic nanoseconds. Whether stamps are nanoseconds
-/// or ticks of the host clock is decided by the first one and never again. Key thread.
+/// or ticks of the host clock is decided by the first one and never again.
+/// Thread: key, as everything here.
 class EventTime {
   public:
     EventTime(const Clock& clock, Timebase timebase) : clock_(clock), timebase_(timebase) {}

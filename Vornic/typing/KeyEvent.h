@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// One key going down or up.
+/// One key going down or up. Thread: any.
 struct KeyEvent {
     /// Milliseconds from the start of a sequence.
     double millis = 0.0;

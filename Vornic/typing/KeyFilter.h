@@ -16,7 +16,7 @@ struct NativeKey {
 };
 
 /// Decides which events of a key are heard: repeats are not, and Caps Lock counts once per press
-/// and not on its release. Key thread.
+/// and not on its release. Thread: key, as everything here.
 class KeyFilter {
   public:
     /// Says that a key with the native code `code` was down before listening began, on whatever

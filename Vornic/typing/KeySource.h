@@ -5,7 +5,7 @@
 
 namespace vornic {
 
-/// What the environment says about the session.
+/// What the environment says about the session. Thread: any, as everything here.
 struct SessionEnvironment {
     /// $DISPLAY; empty when unset.
     std::string x11Display;

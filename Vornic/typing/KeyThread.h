@@ -23,15 +23,15 @@ class KeyThread {
     /// Runs what was posted before, then ends the thread.
     ~KeyThread();
 
-    /// Runs `work` on the key thread, after everything posted before. Any thread.
+    /// Runs `work` on the key thread, after everything posted before. Thread: any.
     void post(std::function<void()> work);
 
     /// Delivers what waits in `source` already, and from then on whatever comes, until `unwatch` or
-    /// the end of this object. The source may lose its descriptor and get another meanwhile. Key
-    /// thread.
+    /// the end of this object. The source may lose its descriptor and get another meanwhile.
+    /// Thread: key.
     void watch(EventSource& source);
 
-    /// Stops watching; harmless for a source that is not watched. Key thread.
+    /// Stops watching; harmless for a source that is not watched. Thread: key.
     void unwatch(EventSource& source);
 
   private:

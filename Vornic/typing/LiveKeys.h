@@ -21,7 +21,7 @@
 namespace vornic {
 
 /// The way of a key from the tap to the sampler, on a thread of its own: nothing that the main
-/// thread does delays a key. Main thread; the functions given are called there too.
+/// thread does delays a key. Thread: main; the functions given are called there too.
 class LiveKeys {
   public:
     /// All outlive it. `start` has to follow before anything but `post`.

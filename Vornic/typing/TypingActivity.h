@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// What the views show of the typing: whether somebody types and the last key. Kept up to date
-/// also while the program is quiet. Main thread.
+/// also while the program is quiet. Thread: main.
 class TypingActivity {
   public:
     /// A key went down at `seconds` of the monotonic clock.

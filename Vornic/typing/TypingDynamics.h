@@ -19,7 +19,7 @@ struct StrokeShape {
 };
 
 /// Follows the typing pace and shapes each stroke by it: fast strokes are softer and a little
-/// higher, the first one after a pause is louder and lower. Key thread.
+/// higher, the first one after a pause is louder and lower. Thread: key, as everything here.
 struct TypingDynamics {
     /// Smoothed interval between key-downs, seconds.
     double pace = 0.25;

@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// The sound of a file, block by block, so that a long one is never in memory whole: mono at the
-/// file's own rate, every sample a finite number. For one thread at a time.
+/// file's own rate, every sample a finite number. Thread: any, one at a time.
 class AudioStream {
   public:
     AudioStream() = default;

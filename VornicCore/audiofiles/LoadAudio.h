@@ -14,7 +14,7 @@ inline constexpr double longestAudioSeconds = 600;
 /// and up to 64 channels as 48 kHz mono: channels are averaged, samples that are no finite number
 /// become 0. A 16-bit sample is its integer over 32768; a 48 kHz mono file loads unchanged. None
 /// for a file that cannot be read whole (unknown format, cut short, without frames, longer than
-/// `longestAudioSeconds`); never throws for a bad file. Any thread.
+/// `longestAudioSeconds`); never throws for a bad file. Thread: any, as everything here.
 std::optional<std::vector<float>> loadAudio(const std::filesystem::path& file);
 
 } // namespace vornic

@@ -8,7 +8,7 @@ namespace vornic {
 
 /// Converts a mono stream from one rate to another, block by block, so that a long file never has
 /// to be held at both rates. Linear phase, about 20 bits of precision; the filter's delay is
-/// removed. Equal rates copy the samples unchanged. For one thread at a time.
+/// removed. Equal rates copy the samples unchanged. Thread: any, one at a time.
 class MonoResampler {
   public:
     /// Both rates in Hz, positive.

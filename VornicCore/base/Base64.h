@@ -10,6 +10,7 @@
 namespace vornic {
 
 /// The bytes in the standard base64 alphabet, with padding and without line breaks.
+/// Thread: any, as everything here.
 std::string base64Encoded(std::span<const std::byte> bytes);
 
 /// The bytes that the text stands for; none unless it is what `base64Encoded` gives for them: other

@@ -28,7 +28,7 @@ struct CaseNames;
 template <typename Enum>
 concept NamedEnum = std::is_enum_v<Enum> && requires { CaseNames<Enum>::names.size(); };
 
-/// The names of one case. Any thread, without allocation.
+/// The names of one case. Thread: any, without allocation.
 template <NamedEnum Enum>
 constexpr const CaseName<Enum>& caseName(Enum value) {
     for (const CaseName<Enum>& name : CaseNames<Enum>::names) {

@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// Reads a document that holds a `T`. Throws DecodeError.
+/// Reads a document that holds a `T`. Throws DecodeError. Thread: any, as everything here.
 template <typename T>
 T decodeJson(std::string_view text, const JsonLimits& limits = {}) {
     const nlohmann::json document = parseJson(text, limits);

@@ -6,7 +6,7 @@
 namespace vornic {
 
 /// Says what is wrong with a document, and where: "sounds[2].press.layers[0].gainDb: expected a
-/// number, found a string".
+/// number, found a string". Thread: any, as everything here.
 class JsonError : public std::runtime_error {
   public:
     /// `path` is empty for the document as a whole.

@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// The shortest text that reads back as the same number, the sign of a zero included. Independent
-/// of the locale. Only for finite numbers.
+/// of the locale. Only for finite numbers. Thread: any, as everything here.
 std::string numberText(double value);
 
 /// The number that stands in a document for a single: the one whose shortest text is the single's

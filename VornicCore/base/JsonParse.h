@@ -9,6 +9,7 @@
 namespace vornic {
 
 /// What a document may cost. Ours are far below: a board nests seven deep.
+/// Thread: any, as everything here.
 struct JsonLimits {
     /// Objects and arrays within each other.
     std::size_t depth = 64;

@@ -12,7 +12,7 @@
 namespace vornic {
 
 /// A value of a document and the path to it. Reading it as something that it is not throws
-/// DecodeError with the path. Refers to the document, which has to outlive it.
+/// DecodeError with the path. Refers to the document, which has to outlive it. Thread: any.
 class JsonReader {
   public:
     explicit JsonReader(const nlohmann::json& value, std::string path = {})

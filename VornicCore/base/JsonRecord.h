@@ -23,7 +23,7 @@ struct AddedJsonMember {
 /// The members of a record, each required unless it was added or its field is a std::optional. A
 /// type that is written to documents specialises it with `static constexpr auto members`, a tuple
 /// of `JsonMember`s and `AddedJsonMember`s; reading and writing (JsonValue.h) both follow that one
-/// list.
+/// list. Thread: any, as everything here.
 template <typename Record>
 struct JsonRecord;
 

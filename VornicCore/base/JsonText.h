@@ -9,7 +9,7 @@ namespace vornic {
 // Pieces of messages about documents. Documents come from anywhere: what is quoted from them is
 // shortened, and whatever is not printable ASCII becomes a question mark.
 
-/// The text, at most `longest` bytes of it.
+/// The text, at most `longest` bytes of it. Thread: any, as everything here.
 std::string printable(std::string_view text, std::size_t longest = 40);
 
 /// The text in quotation marks.

@@ -185,7 +185,7 @@ struct JsonField<std::optional<T>> {
     }
 };
 
-/// An object with the members of the record; others are ignored.
+/// An object with the members of the record; others are ignored. Thread: any, as everything here.
 template <HasJsonRecord Record>
 struct JsonValue<Record> {
     static Record read(const JsonReader& in) {

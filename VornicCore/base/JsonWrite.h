@@ -8,7 +8,7 @@ namespace vornic {
 
 /// Writes a document: members sorted by name, two spaces a level, numbers in the shortest form that
 /// reads back the same. Throws EncodeError, with the path, for a number that is not finite and for
-/// a text that is not UTF-8.
+/// a text that is not UTF-8. Thread: any.
 std::string writeJson(const nlohmann::json& document);
 
 } // namespace vornic

@@ -7,6 +7,7 @@ namespace vornic {
 
 /// Sebastiano Vigna's SplitMix64 generator: equal seeds give equal sequences on every machine.
 /// Draw with the members below: the standard library's distributions differ between libraries.
+/// Thread: any.
 struct SplitMix64 {
     std::uint64_t state;
 

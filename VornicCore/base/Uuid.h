@@ -9,7 +9,7 @@
 
 namespace vornic {
 
-/// A universally unique identifier; all zeros unless it comes from elsewhere.
+/// A universally unique identifier; all zeros unless it comes from elsewhere. Thread: any.
 class Uuid {
   public:
     Uuid() = default;

@@ -21,7 +21,7 @@ struct CaseNames<ReleaseMode> {
     };
 };
 
-/// How a group of keys, or one key, plays.
+/// How a group of keys, or one key, plays. Thread: any, as everything here.
 struct Assignment {
     /// The id of a sound of the board; absent: this level sets none.
     std::optional<std::string> sound = std::nullopt;

@@ -28,7 +28,7 @@ struct ResolvedKey {
     Assignment assignment;
 };
 
-/// Everything that makes one keyboard's sound.
+/// Everything that makes one keyboard's sound. Thread: any, as everything here.
 struct Board {
     /// The version of the board's own layout.
     std::int64_t schema = 1;

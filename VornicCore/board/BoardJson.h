@@ -11,7 +11,7 @@
 namespace vornic {
 
 /// Reads a board. Throws DecodeError for a document that is not one to the letter; values are taken
-/// as they are, without clamping. Any thread.
+/// as they are, without clamping. Thread: any.
 Board decodeBoard(std::string_view text);
 
 /// A board and what its document holds besides.
@@ -23,7 +23,7 @@ struct BoardDocument {
 BoardDocument decodeBoardDocument(std::string_view text);
 
 /// Writes a board. Throws EncodeError if it holds a number that is not finite or a text that is not
-/// UTF-8. Any thread.
+/// UTF-8. Thread: any.
 std::string encodeBoard(const Board& board, const UnknownMembers& unknown = {});
 
 /// The same for a stage.

@@ -47,7 +47,7 @@ struct JsonRecord<DSP::Mode> {
 
 /// An object with the one member "gains", an array of alternating band and number. Kept as it is:
 /// bands may be missing and gains outside the range. A band that occurs twice is an error, as it is
-/// for the members of an object.
+/// for the members of an object. Thread: any.
 template <>
 struct JsonValue<Equalizer> {
     static Equalizer read(const JsonReader& in);

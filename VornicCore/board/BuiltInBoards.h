@@ -12,7 +12,8 @@
 #include <string_view>
 #include <vector>
 
-/// The boards that come with the program, each made from a sound pack. Any thread.
+/// The boards that come with the program, each made from a sound pack.
+/// Thread: any, as everything here.
 namespace vornic::BuiltInBoards {
 
 /// What a pack's board is called, and the keyboard that it models.

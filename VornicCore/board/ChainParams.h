@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// The settings of a processing chain.
+/// The settings of a processing chain. Thread: any.
 struct ChainParams {
     Equalizer eq = Equalizer::flat();
     double highPassHz = 30;

@@ -2,7 +2,7 @@
 
 namespace vornic {
 
-/// Four offsets around 0 that bend a sound: deeper, snappier, more ringing, larger.
+/// Four offsets around 0 that bend a sound: deeper, snappier, more ringing, larger. Thread: any.
 struct Character {
     double depth = 0;
     double snap = 0;

@@ -8,6 +8,7 @@
 namespace vornic {
 
 /// What the user says is plugged in; `automatic`, written "auto", asks the output device.
+/// Thread: any.
 enum class OutputKind : std::uint8_t { automatic, headphones, speakers };
 
 template <>

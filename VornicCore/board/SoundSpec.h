@@ -11,7 +11,7 @@
 
 namespace vornic {
 
-/// One sound of a board.
+/// One sound of a board. Thread: any.
 struct SoundSpec {
     /// Unique within the board.
     std::string id;

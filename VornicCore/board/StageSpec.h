@@ -31,6 +31,7 @@ struct CaseNames<Room> {
 
 /// Where the listener hears the keyboard. The defaults are a keyboard on a bare desk, with the
 /// listener at it, its keys spread to their full width, in the desk's small room.
+/// Thread: any, as everything here.
 struct StageSpec {
     Placement placement = Placement::desk;
     /// From 0, at the keyboard, to 1, a step back: it shapes the early reflection off the desk.

@@ -8,7 +8,7 @@
 
 namespace vornic {
 
-/// The sound of a key on its way down or up: layers, and what is done to their mix.
+/// The sound of a key on its way down or up: layers, and what is done to their mix. Thread: any.
 struct StrokeSpec {
     std::vector<LayerSpec> layers;
     /// Whether the layers are shifted so that their attacks coincide, before their own offsets.

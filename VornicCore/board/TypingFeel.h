@@ -2,7 +2,7 @@
 
 namespace vornic {
 
-/// How typing shapes the strokes.
+/// How typing shapes the strokes. Thread: any.
 struct TypingFeel {
     /// How strongly the pace does; 0 not at all, 1 fully.
     double speedSensitivity = 0.6;

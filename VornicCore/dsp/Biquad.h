@@ -10,7 +10,7 @@ namespace vornic::DSP {
 
 /// One second-order section in transposed direct form II, all in double precision. The coefficients
 /// are those of Robert Bristow-Johnson's audio-EQ cookbook, divided by a0. Its state belongs to
-/// whoever holds it.
+/// whoever holds it. Thread: any.
 struct Biquad {
     enum class Kind : std::uint8_t { lowShelf, highShelf, peak, highPass, lowPass, bandPass };
 

@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// A named equaliser setting that the user picks.
+/// A named equaliser setting that the user picks. Thread: any.
 struct EQPreset {
     /// Stable: boards and settings may name it.
     std::string_view id;

@@ -11,6 +11,7 @@ namespace vornic {
 
 /// The five-band tone control of a processing chain. An equaliser that was read from a file is kept
 /// as it was: its gains may lie outside the range, and bands may be missing.
+/// Thread: any, as everything here.
 struct Equalizer {
     /// In the order of the filter cascade and of every list.
     enum class Band : std::uint8_t { bass, body, clack, click, air };

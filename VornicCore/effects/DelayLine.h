@@ -10,7 +10,7 @@ namespace vornic {
 
 /// A delay of a fixed number of frames, worked on in chunks: read() gives the oldest frames,
 /// write() puts as many new ones in their place. Memory is allocated at construction only.
-/// Belongs to the thread that runs the effect it is part of.
+/// Thread: real-time, once it is made.
 class DelayLine {
   public:
     /// Room for delays of 1 to `capacity` frames; the length is `capacity` until set.

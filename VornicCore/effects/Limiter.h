@@ -13,8 +13,8 @@ namespace vornic {
 /// meet the ceiling: the wave flattens only until its crest is reached. The gain then holds, so
 /// that the waves that follow keep their shape, and rises back to exactly 1.
 ///
-/// A sample that is not a number or infinite becomes silence and changes nothing else. Belongs to
-/// the audio thread; has no memory to allocate.
+/// A sample that is not a number or infinite becomes silence and changes nothing else. Has no
+/// memory to allocate. Thread: real-time.
 class Limiter {
   public:
     /// -0.18 dBFS: full scale less a margin for what follows, since rounding to integers or

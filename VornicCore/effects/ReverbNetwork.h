@@ -16,7 +16,7 @@ namespace vornic {
 ///
 /// A pulse in both channels gives a response of unit energy, mean of the two channels. Sound below
 /// about 90 Hz is kept out: no constant offset ever circulates. Memory is allocated at construction
-/// only. Belongs to the audio thread.
+/// only. Thread: real-time, once it is made.
 class ReverbNetwork {
   public:
     /// The most frames that one call of process() takes.

@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// The room that the listener hears around the keyboard.
+/// The room that the listener hears around the keyboard. Thread: any.
 enum class Room : std::uint8_t {
     /// No room at all: the sampler's sound as it is.
     dry,

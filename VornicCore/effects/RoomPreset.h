@@ -32,7 +32,7 @@ struct WallReflection {
 ///
 /// The times and gains of the early reflections follow from
 /// mirror images of a keyboard on a desk, 0.7 m from the listener's head, in a box of the stated
-/// size; the late part is a feedback delay network.
+/// size; the late part is a feedback delay network. Thread: any, as everything here.
 struct RoomPreset {
     static constexpr std::size_t reflections = 8;
     static constexpr std::size_t lines = 16;

@@ -16,9 +16,9 @@ namespace vornic {
 /// delayed. In the room `dry` the sound passes untouched, to the bit and at no cost; in the others
 /// a room that has rung out costs a look at the input.
 ///
-/// setRoom() may be called on any thread; all else belongs to the audio thread. The sound fades out
-/// of the old room and into the new one, 10 ms each, without a click; the tail of the old room is
-/// gone then. The room chosen before the first block is there from the first frame.
+/// The sound fades out of the old room and into the new one, 10 ms each, without a click; the tail
+/// of the old room is gone then. The room chosen before the first block is there from the first
+/// frame. Thread: real-time, but where it says any.
 class RoomReverb {
   public:
     /// The length of each of the two fades, in frames at 48 kHz.
@@ -26,10 +26,10 @@ class RoomReverb {
 
     explicit RoomReverb(Room room = Room::dry) : target_(room), room_(room) {}
 
-    /// Asks for a room; the audio thread takes it over at its next block. Any thread, never waits.
+    /// Asks for a room; the audio thread takes it over at its next block. Thread: any, never waits.
     void setRoom(Room room) VORNIC_REALTIME { target_.store(room, std::memory_order_relaxed); }
 
-    /// The room last asked for. Any thread.
+    /// The room last asked for. Thread: any.
     [[nodiscard]] Room room() const VORNIC_REALTIME {
         return target_.load(std::memory_order_relaxed);
     }

@@ -8,8 +8,7 @@
 namespace vornic {
 
 /// The user's volume, after room and limiter. A change glides over 8 ms, so that it makes no click;
-/// at volume 1 sound passes to the bit. set() may be called on any thread; all else belongs to the
-/// audio thread.
+/// at volume 1 sound passes to the bit. Thread: real-time, but `set`: any.
 class Volume {
   public:
     /// The length of the glide in frames at 48 kHz.
@@ -19,13 +18,13 @@ class Volume {
     explicit Volume(float volume = 1.0F) : target_(limited(volume)) {}
 
     /// Asks for a gain of 0 to 1; what lies outside is moved to the nearer end, and what is not a
-    /// number counts as 0. Any thread, never waits. The last one set before the first block is
+    /// number counts as 0. Thread: any, never waits. The last one set before the first block is
     /// reached without a glide.
     void set(float volume) VORNIC_REALTIME {
         target_.store(limited(volume), std::memory_order_relaxed);
     }
 
-    /// The gain last asked for. Any thread.
+    /// The gain last asked for. Thread: any.
     [[nodiscard]] float volume() const VORNIC_REALTIME {
         return target_.load(std::memory_order_relaxed);
     }

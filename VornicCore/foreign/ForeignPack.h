@@ -94,6 +94,7 @@ std::string plainLine(const std::string& text, std::size_t longest = 200);
 void addNote(std::vector<std::string>& notes, const std::string& note);
 
 /// A sound pack of another program as it was read; no audio yet. A value.
+/// Thread: any, as everything here.
 struct ForeignPack {
     PackFormat format = PackFormat::mechvibes;
     /// The folder in what was opened; empty: its top.

@@ -40,7 +40,7 @@ inline constexpr std::array<std::int64_t, 21> functionCodes{53,  122, 120, 99,  
                                                             107, 113, 114, 115, 116, 119, 121};
 
 /// The group of a virtual key code; a code that nobody knows belongs to `alphas`. Tab belongs to
-/// `modifiers` on purpose, though it sounds like a regular key. Any thread, without allocation.
+/// `modifiers` on purpose, though it sounds like a regular key. Thread: any, without allocation.
 KeyGroup keyGroupOf(std::int64_t keyCode);
 
 } // namespace vornic

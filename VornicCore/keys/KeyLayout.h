@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-/// Where a key stands between left and right, and how far its pitch is off. Any thread, without
+/// Where a key stands between left and right, and how far its pitch is off. Thread: any, without
 /// allocation.
 namespace vornic::KeyLayout {
 

@@ -16,7 +16,7 @@ inline constexpr std::array<std::int64_t, 6> stabilised{
     60, // right shift
 };
 
-/// Whether the key carries a stabiliser. Any thread, without allocation.
+/// Whether the key carries a stabiliser. Thread: any, without allocation.
 constexpr bool isStabilised(std::int64_t keyCode) {
     return std::ranges::find(stabilised, keyCode) != stabilised.end();
 }

@@ -18,8 +18,8 @@ struct KeyName {
     std::string_view label;
 };
 
-/// A keyboard as it is drawn, and from which a key's place between left and right is taken. Thread:
-/// any.
+/// A keyboard as it is drawn, and from which a key's place between left and right is taken.
+/// Thread: any.
 struct KeyboardLayout {
     LayoutID id = LayoutID::macANSI;
     /// In building order: row by row, left to right.
@@ -44,7 +44,7 @@ struct KeyboardLayout {
         {111, "F12"},
     }};
 
-    /// Builds one layout. Any thread; allocates. `layout(id)` gives one that is built already.
+    /// Builds one layout. Thread: any; allocates. `layout(id)` gives one that is built already.
     static KeyboardLayout build(LayoutID id);
 
     /// The first key with that code; null if there is none. Valid as long as the layout.
@@ -69,7 +69,7 @@ struct KeyboardLayout {
     bool operator==(const KeyboardLayout&) const = default;
 };
 
-/// The layout of that id, built once on first use and shared. Any thread.
+/// The layout of that id, built once on first use and shared. Thread: any.
 const KeyboardLayout& layout(LayoutID id);
 
 } // namespace vornic

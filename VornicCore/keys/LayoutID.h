@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// The physical keyboards that can be drawn.
+/// The physical keyboards that can be drawn. Thread: any.
 enum class LayoutID : std::uint8_t { macANSI, macISO, sixty, sixtyFive, seventyFive, tkl, full };
 
 template <>

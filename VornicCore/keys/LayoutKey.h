@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// One drawn key. Lengths are in key units: 1 is the pitch of an ordinary key; x grows to the
-/// right, y downwards, (x, y) is the top-left corner.
+/// right, y downwards, (x, y) is the top-left corner. Thread: any.
 struct LayoutKey {
     /// Absent for a key that sends no key code, such as the power key.
     std::optional<std::int64_t> code;

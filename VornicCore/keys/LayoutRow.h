@@ -58,6 +58,7 @@ inline constexpr std::array<KeyName, 7> bottomRow{{
 }};
 
 /// A row of keys while a layout is built: each key is put where the one before it ends.
+/// Thread: any, as everything here.
 struct Row {
     std::vector<LayoutKey> keys;
     /// The left edge of the next key.

@@ -24,7 +24,7 @@ inline constexpr std::array<DeviceBit, 8> deviceBits{{
     {62, 0x2000}, // right control
 }};
 
-/// Whether the key is a modifier. Any thread, without allocation.
+/// Whether the key is a modifier. Thread: any, without allocation.
 bool is(std::int64_t keyCode);
 
 /// Whether a change of the event flags to `flags` means that this modifier went down (true) or up

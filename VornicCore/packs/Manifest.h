@@ -17,7 +17,7 @@ struct Manifest {
     bool operator==(const Manifest&) const = default;
 
     /// Reads the manifest at `file`. None when the file is missing, larger than 64 KiB, no JSON
-    /// object, or lacks one of the members; never throws for a bad file. Any thread.
+    /// object, or lacks one of the members; never throws for a bad file. Thread: any.
     static std::optional<Manifest> read(const std::filesystem::path& file);
 };
 

@@ -14,7 +14,7 @@ namespace vornic {
 
 /// A folder of recorded keystrokes: "pack.json" and one WAV file per stroke, a press named by its
 /// key class ("regular-01.wav"), a release by "release-". Holds names only; the audio stays on
-/// disk. A value; every function may be called from any thread.
+/// disk. A value. Thread: any, as everything here.
 struct SoundPack {
     Manifest manifest;
     std::filesystem::path folder;

@@ -79,7 +79,7 @@ struct CaseNames<KeycapProfile> {
 };
 
 /// What a keyboard is built of, apart from its switches. The defaults are those of an ordinary
-/// board: the reference plate in a plastic tray case.
+/// board: the reference plate in a plastic tray case. Thread: any.
 struct BuildParts {
     CaseMaterial caseMaterial = CaseMaterial::plastic;
     Plate plate = Plate::fr4;

@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// What a choice of parts changes in a processing chain.
+/// What a choice of parts changes in a processing chain. Thread: any.
 struct PartEffect {
     /// Offsets in dB; a missing band counts as 0.
     std::map<Equalizer::Band, double> eq = {};

@@ -10,6 +10,7 @@
 #include <vector>
 
 /// What parts do to the sound. The figures are the design, found by ear.
+/// Thread: any, as everything here.
 namespace vornic::Parts {
 
 /// The sum over type, housing, lube, spring and films.

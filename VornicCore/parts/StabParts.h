@@ -18,7 +18,7 @@ struct CaseNames<StabTuning> {
     };
 };
 
-/// The stabilisers under the wide keys.
+/// The stabilisers under the wide keys. Thread: any.
 struct StabParts {
     StabTuning tuning = StabTuning::tuned;
     /// The share of rattle to mix in; 0 is none.

@@ -52,7 +52,7 @@ struct CaseNames<Spring> {
 };
 
 /// What a key switch is made of. The defaults change a sound the least: they are those of an
-/// ordinary switch, as it leaves the factory.
+/// ordinary switch, as it leaves the factory. Thread: any, as everything here.
 struct SwitchParts {
     SwitchType type = SwitchType::linear;
     Housing housing = Housing::nylon;

@@ -27,7 +27,8 @@ struct vornic_event {
     std::int32_t far_ear;
 };
 
-/// A lock-free queue of events from one producer thread to one consumer thread.
+/// A lock-free queue of events from one producer thread to one consumer thread. Thread: any, where
+/// nothing else is said.
 struct vornic_ring;
 
 /// A ring for the smallest power of two that is at least 2 and at least `capacity` events; null if
@@ -37,12 +38,12 @@ struct vornic_ring;
 /// Frees the ring; null is ignored. Neither thread may use the ring any more.
 void vornic_ring_destroy(vornic_ring* ring) noexcept;
 
-/// Copies the event in. False, with nothing changed, when the ring is full. Producer thread only;
-/// wait-free.
+/// Copies the event in. False, with nothing changed, when the ring is full. Wait-free.
+/// Thread: key, the one producer.
 [[nodiscard]] bool vornic_ring_push(vornic_ring* ring, const vornic_event* event) VORNIC_REALTIME;
 
 /// Moves the oldest event to `out`, and nothing of it stays behind. False, with `out` unchanged,
-/// when the ring is empty. Consumer thread only; wait-free.
+/// when the ring is empty. Wait-free. Thread: real-time, the one consumer.
 [[nodiscard]] bool vornic_ring_pop(vornic_ring* ring, vornic_event* out) VORNIC_REALTIME;
 
 } // namespace vornic

@@ -10,6 +10,7 @@ namespace vornic {
 /// The ring's inside, for its own functions and for tests that start near the counters' end. The
 /// counters are never wrapped: they run freely modulo 2^32, and `index & mask` is the slot, so all
 /// slots can be used and `head - tail` is the number of queued events, also across the end.
+/// Thread: any.
 struct vornic_ring {
     /// A counter with a cache line of its own, so that the two threads do not take it from each
     /// other with every event.

@@ -4,6 +4,7 @@ namespace vornic {
 
 /// Writes "Vornic stopped: " and `check` to standard error and ends the program. For programming
 /// errors only, never for bad input. Safe on any thread: it neither allocates nor locks.
+/// Thread: any, as everything here.
 [[noreturn]] void fatal(const char* check) noexcept;
 
 /// Stops the program with `check` as its message unless `condition` holds.

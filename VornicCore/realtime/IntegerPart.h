@@ -9,6 +9,7 @@ namespace vornic {
 
 /// `value` truncated toward zero; none if it is not a number, or the result does not fit a signed
 /// 64-bit integer (where the language leaves the conversion undefined).
+/// Thread: any, as everything here.
 constexpr std::optional<std::int64_t> integerPart(double value) noexcept {
     // Both limits are exact as doubles, and any comparison with NaN is false.
     if (value >= -0x1p63 && value < 0x1p63) {

@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// The latency meter as diagnostics show it. Any thread.
+/// The latency meter as diagnostics show it. Thread: any.
 struct Latency {
     Latency() = delete;
 

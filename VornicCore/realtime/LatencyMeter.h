@@ -13,6 +13,7 @@ namespace vornic {
 // slightly different moments.
 
 /// Notes one latency: it becomes the last one, raises the largest one and is counted.
+/// Thread: any, as everything here.
 void vornic_latency_record(std::uint32_t micros) VORNIC_REALTIME;
 
 /// The last latency recorded since the last reset, 0 if there was none.

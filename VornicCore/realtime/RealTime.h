@@ -1,5 +1,7 @@
 #pragma once
 
+/// Thread: real-time.
+///
 /// Marks a function of the real-time path: it may run on the audio thread, so it never allocates,
 /// locks, logs, throws, blocks or makes a system call. Put it where `noexcept` stands.
 ///

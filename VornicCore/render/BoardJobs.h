@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// What a board needs rendered, equal jobs once.
+/// What a board needs rendered, equal jobs once. Thread: any.
 struct BoardJobs {
     /// A pool of the bank and the job that fills it: of one velocity of a press, or of a release.
     struct Use {

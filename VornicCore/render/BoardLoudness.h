@@ -9,7 +9,7 @@ namespace vornic {
 
 /// How loud `board` is as `bank` plays it, in LUFS: the mean power of a press of every key of its
 /// keyboard at medium velocity, with the gains of key and group, over all variations (see
-/// DSP::weightedPower). None where nothing sounds. Any thread.
+/// DSP::weightedPower). None where nothing sounds. Thread: any, as everything here.
 std::optional<double> boardLoudness(const Board& board, const VoiceBank& bank);
 
 /// The factor that brings what is `loudness` LUFS loud to `wanted`. At most 12 dB either way, since

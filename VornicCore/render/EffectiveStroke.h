@@ -7,6 +7,7 @@
 namespace vornic {
 
 /// What a stroke comes to once parts and character have had their say: a value to render or show.
+/// Thread: any, as everything here.
 struct EffectiveStroke {
     ChainParams chain;
     /// The stroke's own layers, followed by those that the parts ask for.

@@ -14,7 +14,7 @@ inline constexpr double trimFloorDb = -60;    // relative to the peak
 inline constexpr double strokeTargetDb = -21; // dBFS RMS of the strike
 inline constexpr double strokeCeilingDb = -2; // dBFS
 
-/// The pitch shift of a processed stroke in semitones.
+/// The pitch shift of a processed stroke in semitones. Thread: any, as everything here.
 double finalPitch(const ChainParams& chain, const StrokeVariation& variation);
 
 /// Cuts a processed stroke to 1 ms before its attack and to where it has died away, and brings it

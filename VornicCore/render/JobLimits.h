@@ -8,7 +8,7 @@
 
 namespace vornic {
 
-/// A job that renders in bounded time and memory.
+/// A job that renders in bounded time and memory. Thread: any, as everything here.
 struct LimitedJob {
     RenderJob job;
     /// One line for every field that had to be changed, with its name.

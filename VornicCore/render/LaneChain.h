@@ -10,7 +10,7 @@
 
 namespace vornic {
 
-/// The chains of the strokes that share the lanes.
+/// The chains of the strokes that share the lanes. Thread: any, as everything here.
 using LaneChains = std::array<ChainParams, static_cast<std::size_t>(laneCount)>;
 
 /// The sections whose settings all strokes of a job share: corners and middle bands.

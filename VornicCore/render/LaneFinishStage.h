@@ -9,6 +9,7 @@
 namespace vornic::lanestages {
 
 /// Dry and wet together, of `frames` frames from `first` on; beyond the dry end there is only wet.
+/// Thread: any, as everything here.
 static inline void mixBody(const LaneFinish& finish, std::int64_t first, std::int64_t frames,
                            double* samples) {
     const Vector gain = load(finish.wetGain);

@@ -95,7 +95,7 @@ struct LaneKernels {
     double (*tanh)(double x);
 };
 
-/// The fastest kernels for this processor. Any thread.
+/// The fastest kernels for this processor. Thread: any, as everything here.
 const LaneKernels& laneKernels();
 
 /// Kernels for every processor of this architecture.

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 // The stages up to the wet body. All run in blocks that stay in the nearest cache.
+// Thread: any, as everything here.
 namespace vornic::lanestages {
 
 constexpr std::int64_t blockFrames = 128;

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-// The remaining stages, on one buffer, and the table of all.
+// The remaining stages, on one buffer, and the table of all. Thread: any, as everything here.
 namespace vornic::lanestages {
 
 // Magnitudes compare as their bits do, and what is not finite is above all.

@@ -18,7 +18,7 @@
 namespace vornic {
 
 /// Renders the strokes of one job, up to `laneCount` variants at a time: first their mix, which all
-/// velocities share, then each velocity. Keeps its buffers from call to call.
+/// velocities share, then each velocity. Keeps its buffers from call to call. Thread: any.
 class LaneStrokes {
   public:
     /// `job`, within its limits and with a stroke, and the other references must outlive this.

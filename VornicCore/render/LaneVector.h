@@ -10,6 +10,7 @@
 
 // Four lanes as one vector, through the compilers' vector extension. Everything is static: each
 // file that includes this is compiled for another processor and keeps its code to itself.
+// Thread: any, as everything here.
 namespace vornic::lanestages {
 
 using Vector = double __attribute__((vector_size(32)));

@@ -13,6 +13,7 @@
 namespace vornic {
 
 /// The name of the recording that a layer uses for a variant; none if it lists none.
+/// Thread: any, as everything here.
 const std::string* chosenRecording(const LayerSpec& layer, std::int64_t variant);
 
 /// A layer's recording, shifted and with its gain; where its attack is.

@@ -5,6 +5,7 @@
 #include <vector>
 
 /// The synthetic layers that parts ask for, cut from recorded keystrokes (mono, 48 kHz).
+/// Thread: any, as everything here.
 namespace vornic::PartSamples {
 
 // Under these keys a sample source holds the layers.

@@ -8,8 +8,8 @@
 namespace vornic {
 
 /// How many frames may be rendered for one board, so that a hostile one ends. What counts is the
-/// order of the jobs and not which thread was first, so that the result is always the same. Any
-/// thread.
+/// order of the jobs and not which thread was first, so that the result is always the same.
+/// Thread: any.
 class RenderBudget {
   public:
     RenderBudget(std::size_t jobs, std::uint64_t mostFrames)

@@ -8,7 +8,7 @@
 
 namespace vornic {
 
-/// One stroke of one sound under one condition. Equal jobs render identically.
+/// One stroke of one sound under one condition. Equal jobs render identically. Thread: any.
 struct RenderJob {
     SoundSpec sound;
     BuildParts build;

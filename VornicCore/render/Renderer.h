@@ -10,8 +10,8 @@
 #include <vector>
 
 /// Turns a stroke into finished sound, mono at 48 kHz, step by step as designed: the measure for
-/// the faster way (LaneRenderer). Pure: equal input gives equal bits, in any order and on any
-/// thread.
+/// the faster way (LaneRenderer). Pure: equal input gives equal bits, in any order.
+/// Thread: any, as everything here.
 namespace vornic::Renderer {
 
 /// One variation at one velocity. Empty if the sound has no such stroke, or the source supplies

@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// How one variation differs from the others of its velocity.
+/// How one variation differs from the others of its velocity. Thread: any, as everything here.
 struct StrokeVariation {
     double pitch = 0;   // semitones
     double levelDb = 0; // dB

@@ -1,5 +1,7 @@
 #pragma once
 
+// Thread: any, as whatever is marked with these.
+//
 // For functions that may use AVX2 and FMA: only those are compiled for processors that have them,
 // so that the program still starts on others. What they share is inlined, because a function
 // without the mark must not be compiled for them.

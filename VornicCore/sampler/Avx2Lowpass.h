@@ -13,7 +13,7 @@ namespace vornic {
 /// With b = 1 - a, frame k of eight is a x_k + b a x_(k-1) + ... + b^(k+1) state. The sum over the
 /// eight inputs takes three rounds, each adding the sum from 1, 2 and then 4 frames before, times
 /// that power of b; it does not wait for the state, so that from eight frames to the next eight
-/// there is only one multiplication and addition.
+/// there is only one multiplication and addition. Thread: real-time.
 class Avx2Lowpass {
   public:
     /// The smallest coefficient for which b, rounded to a float, does not bend the filter: the gain

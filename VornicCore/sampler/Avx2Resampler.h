@@ -29,7 +29,7 @@ namespace vornic {
 /// Positions are whole numbers of 2^-32 frames here. A rate that was a float and is at least 1/64
 /// is a whole number of 2^-29, so that a step's fraction can be kept as that few bits and goes on
 /// without an error. Lane offsets are added to the fraction in the same integer, whose upper bits
-/// then say which neighbour to take.
+/// then say which neighbour to take. Thread: real-time.
 class Avx2Resampler {
   public:
     static constexpr double lowestRate = 0x1p-6;

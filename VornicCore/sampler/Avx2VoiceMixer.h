@@ -6,11 +6,11 @@
 
 namespace vornic {
 
-/// Whether `mixVoiceAvx2` may run on this processor.
+/// Whether `mixVoiceAvx2` may run on this processor. Thread: any but real-time.
 bool hasAvx2() noexcept;
 
 /// The plain mixer's work with vectors of eight frames. Differs from it by rounding only, and not
-/// at all in where a voice stands and when it ends.
+/// at all in where a voice stands and when it ends. Thread: real-time.
 void mixVoiceAvx2(Voice& voice, const FadeCurve& fade, std::int64_t frames, float* left,
                   float* right) VORNIC_REALTIME;
 

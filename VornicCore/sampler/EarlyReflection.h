@@ -8,7 +8,7 @@
 namespace vornic {
 
 /// The sound that the desk throws back: two short, dull echoes of the mono sum, a little different
-/// on either side. Audio thread only.
+/// on either side. Thread: real-time.
 class EarlyReflection {
   public:
     explicit EarlyReflection(double sampleRate) noexcept;

@@ -11,7 +11,7 @@
 namespace vornic {
 
 /// The fade-out of a stolen voice: a quarter cosine, from 1 at its first frame to almost 0 at its
-/// last one.
+/// last one. Thread: any, made once; real-time reads it.
 class FadeCurve {
   public:
     /// Envelope with `fadeLeft` of `fadeFrames` frames to go.

@@ -9,6 +9,7 @@
 namespace vornic {
 
 /// Owns the frames that samples point into. A buffer never moves and is freed with the store only.
+/// Thread: any.
 class FrameStore {
   public:
     /// Copies the frames into a buffer of exactly their length, and at least one.

@@ -9,7 +9,7 @@ namespace vornic {
 
 /// The sample's value at a fractional position: the four-point Catmull-Rom cubic, with silence
 /// around the sample. Positions between -1 and 0 use frame 0 and a negative fraction. A position
-/// that is not finite, or beyond 64 bits, is fatal. Audio thread.
+/// that is not finite, or beyond 64 bits, is fatal. Thread: real-time.
 inline float interpolate(const float* data, std::int64_t length, double position) VORNIC_REALTIME {
     const std::int64_t i = requireIntegerPart(position, "voice position out of range");
     // All four frames lie outside; also keeps i - 1 and i + 2 from overflowing.

@@ -10,8 +10,8 @@
 
 namespace vornic {
 
-/// Samples by key class, and one pool of release sounds for all keys. Read-only once built, by any
-/// thread.
+/// Samples by key class, and one pool of release sounds for all keys. Read-only once built.
+/// Thread: any.
 class SampleBank {
   public:
     /// Mono frames, one list per variation.

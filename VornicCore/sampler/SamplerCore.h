@@ -15,10 +15,10 @@
 
 namespace vornic {
 
-/// The real-time voice mixer. One thread, the key thread, calls `play`; one thread, the audio
-/// thread, calls `render`; a lock-free ring of requests is all that connects them. Everything else
-/// may be called from any thread unless it says otherwise. The samples belong to the caller, who
-/// keeps them until `settledEvents` says that nothing reads them any more.
+/// The real-time voice mixer. The key thread calls `play`, the audio thread `render`; a lock-free
+/// ring of requests is all that connects them. The samples belong to the caller, who keeps them
+/// until `settledEvents` says that nothing reads them any more. Thread: any, where nothing else is
+/// said.
 class SamplerCore {
   public:
     using Voice = vornic::Voice;
@@ -42,13 +42,13 @@ class SamplerCore {
     /// Asks for a sample to be played from the start of the next buffer on. `rate` is the step of
     /// the read position (1 = recorded speed), finite and above 0; `eventNanos` the key event's
     /// monotonic time stamp, 0 = none. False when the queue is full: the key is lost. A length
-    /// beyond 32 bits is fatal. Key thread.
+    /// beyond 32 bits is fatal. Thread: key.
     bool play(const Sample& sample, float gain, float pan, float rate, std::uint64_t eventNanos,
               const VoiceStage& stage) VORNIC_REALTIME;
 
     /// Overwrites `frames` frames of both buffers with what sounds; `nowNanos` is the buffer's
     /// monotonic time stamp, 0 = unknown. Requests stamped before `staleBefore` are dropped
-    /// unheard; those without a stamp never. A negative frame count is fatal. Audio thread.
+    /// unheard; those without a stamp never. A negative frame count is fatal. Thread: real-time.
     void render(std::int64_t frames, float* left, float* right, std::uint64_t nowNanos,
                 std::uint64_t staleBefore = 0) VORNIC_REALTIME;
 
@@ -95,7 +95,7 @@ class SamplerCore {
     /// `settledEvents()` has reached it.
     std::uint64_t settledEvents() const { return settledEvents_.load(std::memory_order_acquire); }
 
-    /// The slots. Audio thread, or while it does not render.
+    /// The slots. Thread: real-time, or while it does not render.
     const VoiceTable::Slots& voices() const { return table_.slots(); }
 
   private:
@@ -113,7 +113,7 @@ class SamplerCore {
     const VoiceMixer mixer_;
     const std::unique_ptr<vornic_ring, RingDeleter> ring_;
 
-    // Audio thread.
+    // Thread: real-time.
     VoiceTable table_;
     EarlyReflection earlyReflection_;
     std::uint64_t poppedEvents_ = 0;

@@ -7,6 +7,7 @@
 namespace vornic {
 
 /// How hard a key is struck. The raw values are part of the keys of a voice bank.
+/// Thread: any, as everything here.
 enum class Velocity : std::uint8_t { soft = 0, medium = 1, hard = 2 };
 
 inline constexpr std::array allVelocities = {Velocity::soft, Velocity::medium, Velocity::hard};

@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// One slot of the sampler: a sample being played, or free. Audio thread only. `position` starts at
+/// One slot of the sampler: a sample being played, or free. Thread: real-time. `position` starts at
 /// 0 and only ever grows by `rate`, which a float can hold exactly. A voice that ends leaves its
 /// slot as new: gains and rate tell which key it was.
 struct Voice {

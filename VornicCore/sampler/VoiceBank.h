@@ -16,7 +16,7 @@ namespace vornic {
 
 /// Every rendered variation of a board's sounds, in pools by key. One thread fills it; once it has
 /// been handed over it is only read, by any thread. A replaced pool's frames live on until the bank
-/// is destroyed.
+/// is destroyed. Thread: any.
 class VoiceBank {
   public:
     using Pools = std::map<std::string, std::vector<Sample>, std::less<>>;

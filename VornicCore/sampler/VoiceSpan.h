@@ -9,7 +9,8 @@
 
 namespace vornic {
 
-/// How far a voice plays within a buffer, found at once instead of frame by frame. Audio thread.
+/// How far a voice plays within a buffer, found at once instead of frame by frame.
+/// Thread: real-time.
 struct VoiceSpan {
     /// Whether `position + k * rate` is the position that k single steps lead to, to the last bit.
     ///

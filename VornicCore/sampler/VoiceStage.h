@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// Where the binaural stage puts a voice: the far ear hears it later and duller.
+/// Where the binaural stage puts a voice: the far ear hears it later and duller. Thread: any.
 struct VoiceStage {
     /// The largest delay between the ears, in seconds.
     static constexpr double maxDelay = 0.00066;

@@ -9,7 +9,7 @@
 
 namespace vornic {
 
-/// The slots of the sampler, and which of them a new voice gets. Audio thread only.
+/// The slots of the sampler, and which of them a new voice gets. Thread: real-time.
 class VoiceTable {
   public:
     /// The most voices that sound at once; the slots beyond hold voices that fade out.

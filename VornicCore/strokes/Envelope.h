@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// The loudness of a recording, a figure for every millisecond. Samples at the end that fill no
-/// millisecond have none.
+/// millisecond have none. Thread: any, as everything here.
 struct Envelope {
     /// Samples in a frame, at least 1.
     std::int64_t hop = 1;

@@ -10,7 +10,7 @@ namespace vornic {
 
 /// The samples at which something is hit, keys above all: where the recording rises by 18 dB above
 /// the noise of the room and to within 38 dB of its loudest, after it had fallen by 10 dB. The
-/// envelope has a frame at least.
+/// envelope has a frame at least. Thread: any, as everything here.
 std::vector<std::int64_t> keyOnsets(const Envelope& envelope);
 
 /// The largest magnitude in the 20 ms from `place`, not below 0, on. The rate in Hz.

@@ -7,7 +7,8 @@
 #include <span>
 #include <vector>
 
-/// Turns a recording of typing into single keystrokes. Pure computation, on any thread.
+/// Turns a recording of typing into single keystrokes. Pure computation.
+/// Thread: any, as everything here.
 namespace vornic::Slicer {
 
 /// How many strokes are offered, and how far above the room's noise they must be, in decibels.

@@ -6,7 +6,7 @@
 
 namespace vornic {
 
-/// One keystroke cut from a recording of typing.
+/// One keystroke cut from a recording of typing. Thread: any, as everything here.
 struct Stroke {
     /// The slice, from the recording without its rumble, mono, at the recording's own rate.
     std::vector<float> samples;

@@ -11,7 +11,7 @@
 namespace vornic {
 
 /// Where the strokes of a recording are cut out of it, to be shown and moved. The places are
-/// samples of the recording. A value; about as large as its recording.
+/// samples of the recording. A value; about as large as its recording. Thread: any.
 class StrokeCuts {
   public:
     struct Range {

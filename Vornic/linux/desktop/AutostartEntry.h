@@ -7,7 +7,7 @@
 namespace vornic {
 
 /// Starts the program by a desktop entry in the user's autostart folder, which there is none of at
-/// first.
+/// first. Thread: main.
 class AutostartEntry final : public Autostart {
   public:
     /// `entry` is the file, `program` what it starts.

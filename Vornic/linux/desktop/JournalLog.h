@@ -5,7 +5,7 @@
 namespace vornic {
 
 /// Writes to standard error and, where one is running, to the system's journal; once only where
-/// standard error is the journal already.
+/// standard error is the journal already. Thread: any but the audio thread.
 class JournalLog final : public Log {
   public:
     JournalLog();

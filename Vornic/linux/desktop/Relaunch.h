@@ -8,6 +8,7 @@ namespace vornic {
 
 /// The command that starts `program` again with its `arguments`. With a `group`, through sg, which
 /// gives the new process a group that the user was put into after logging in.
+/// Thread: main, as everything here.
 std::vector<std::string> relaunchCommand(const std::filesystem::path& program,
                                          const std::vector<std::string>& arguments,
                                          const std::string& group = {});

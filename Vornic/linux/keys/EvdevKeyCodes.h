@@ -10,7 +10,7 @@ namespace vornic {
 /// keyboard, whatever is printed on it: the key left of 1 is 50 and the extra key between left
 /// Shift and Z is 10, which `KeyboardForms` exchanges for ISO keyboards. Alt counts as option, the
 /// logo key as command, Insert as help and Num Lock as the keypad's clear. No two keys share a
-/// code. Any thread, without allocation.
+/// code. Thread: any, without allocation.
 std::int64_t virtualKeyCode(std::uint32_t evdevCode);
 
 } // namespace vornic

@@ -7,7 +7,7 @@
 
 namespace vornic {
 
-/// How many keyboards there are, and how many of them are open.
+/// How many keyboards there are, and how many of them are open. Thread: any, as everything here.
 struct KeyAccess {
     std::size_t present = 0;
     std::size_t open = 0;

@@ -8,7 +8,7 @@ namespace vornic {
 
 /// Notices when a keyboard that a program made repeats what another one has just said, so that one
 /// press sounds once. Most programs that remap keys take the real keyboard for themselves, and then
-/// only theirs is heard; some leave it open and say everything again. Key thread.
+/// only theirs is heard; some leave it open and say everything again. Thread: key.
 class RepeatedKeys {
   public:
     /// How long after its original a repetition may come.

@@ -8,7 +8,7 @@
 namespace vornic {
 
 /// Turns the X server's times, milliseconds of the monotonic clock in 32 bits that wrap every 49.7
-/// days, into monotonic nanoseconds. Key thread.
+/// days, into monotonic nanoseconds. Thread: key.
 class ServerTime {
   public:
     explicit ServerTime(const Clock& clock);

@@ -10,7 +10,7 @@ struct udev_monitor;
 namespace vornic {
 
 /// The keyboards that the device manager knows: what has the keys of a whole keyboard, as the rule
-/// that grants access has it too.
+/// that grants access has it too. Thread: key.
 class UdevInputDevices final : public InputDevices {
   public:
     UdevInputDevices();

@@ -13,7 +13,8 @@
 namespace vornic {
 
 /// One stream that captures from one microphone, in floats, at the rate and with the channels that
-/// the server offers for it. Everything but the capturing on the loop's thread.
+/// the server offers for it. Thread: any that holds the server's loop, but the
+/// capturing: real-time.
 class CaptureStream {
   public:
     struct Events {

@@ -12,7 +12,7 @@
 namespace vornic {
 
 /// Asks for access to the keyboards through polkit, which has its own page for the password. A
-/// request that was declined may be made again.
+/// request that was declined may be made again. Thread: main.
 class InputMonitoringRequest final : public PermissionRequest {
   public:
     /// What running a program came to: its exit status, -1 where it could not be started, and what

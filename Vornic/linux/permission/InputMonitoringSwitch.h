@@ -29,6 +29,7 @@ class SystemChanges {
 
 /// The privileged step of "Turn on Input Monitoring…": makes or removes the one file that the rule
 /// looks for, and has the rule looked at again. Does nothing else with its rights.
+/// Thread: main, as everything here.
 class InputMonitoringSwitch {
   public:
     explicit InputMonitoringSwitch(SystemChanges& changes) : changes_(changes) {}

@@ -6,7 +6,7 @@ namespace vornic {
 
 /// Whether the user has been granted access to keyboards, in whatever way: the rule that Vornic
 /// brings is switched on, or the user belongs to the group of the nodes, even if this session began
-/// before that. Takes a look into the user database.
+/// before that. Takes a look into the user database. Thread: any.
 class KeyGrant {
   public:
     /// True when this process's user has a grant.

@@ -4,7 +4,7 @@
 
 namespace vornic {
 
-/// The computer itself. Only root gets far with it.
+/// The computer itself. Only root gets far with it. Thread: main.
 class LinuxSystemChanges final : public SystemChanges {
   public:
     bool exists(const std::filesystem::path& path) const override;

@@ -23,6 +23,7 @@ struct GraphNode {
 };
 
 /// Who is connected to whom at the sound server. Decides whether a program listens to a microphone.
+/// Thread: any, one at a time.
 class CaptureGraph {
   public:
     void setNode(std::uint32_t id, GraphNode node) { nodes_[id] = std::move(node); }

@@ -14,7 +14,7 @@
 namespace vornic {
 
 /// Follows which sink is the default one and what is known of it, from the events of one connection
-/// to the server. Everything on the loop's thread.
+/// to the server. Thread: any that holds the server's loop.
 class DefaultSink {
   public:
     /// `changed` is called after every event that may alter an answer below. `ownNode` gives the

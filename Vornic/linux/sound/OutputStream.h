@@ -24,8 +24,8 @@ struct StreamTiming {
 };
 
 /// One playback stream on one connection: stereo floats at 48000 Hz in blocks of 128 frames, played
-/// to the default device, also after that has changed. Inactive at first. Everything but the
-/// rendering on the loop's thread.
+/// to the default device, also after that has changed. Inactive at first. Thread: any that
+/// holds the server's loop, but the rendering: real-time.
 class OutputStream {
   public:
     /// `failed` is called when the server refuses the stream or ends it.

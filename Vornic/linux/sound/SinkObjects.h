@@ -12,7 +12,7 @@ struct spa_pod;
 
 namespace vornic {
 
-/// Properties of a server's object, as it sent them last.
+/// Properties of a server's object, as it sent them last. Thread: any that holds the server's loop.
 using ObjectProperties = std::map<std::string, std::string, std::less<>>;
 
 /// The value of `key`, empty when there is none.

@@ -8,7 +8,8 @@
 namespace vornic {
 
 /// Calls the library's function that ends an object. Objects are owned by `std::unique_ptr` with
-/// one of the aliases below, and end on the loop's thread or with the loop stopped.
+/// one of the aliases below, and end with the loop held or stopped. Thread: any that
+/// holds the server's loop.
 template <auto end>
 struct PipeWireDeleter {
     template <typename Object>

@@ -13,7 +13,8 @@ namespace vornic {
 /// The property `key`; empty when there is none.
 std::string_view lookUp(const spa_dict* properties, const char* key);
 
-/// Is told of every object of the server that comes and goes. On the server's thread.
+/// Is told of every object of the server that comes and goes. Thread: any that holds the server's
+/// loop.
 class RegistryWatch {
   public:
     using Added =
@@ -36,7 +37,7 @@ class RegistryWatch {
 };
 
 /// Follows one of the choices that a session manager makes, such as "default.audio.sink": the name
-/// of a node. On the server's thread.
+/// of a node. Thread: any that holds the server's loop.
 class DefaultName {
   public:
     /// `changed` is called when the name may have become another.
@@ -73,7 +74,7 @@ class DefaultName {
 };
 
 /// Waits until the server has answered so many questions, one after the other: then it has told
-/// what it had to tell, and what was asked on that. On the server's thread.
+/// what it had to tell, and what was asked on that. Thread: any that holds the server's loop.
 class RoundTrips {
   public:
     /// `done` is called once.

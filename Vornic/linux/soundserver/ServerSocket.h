@@ -10,7 +10,7 @@ struct spa_source;
 namespace vornic {
 
 /// Tells when the sound server's socket appears, so that nobody needs to ask again and again.
-/// Everything on the loop's thread.
+/// Thread: any that holds the server's loop.
 class ServerSocket {
   public:
     /// `remote` is the server's name or the path of its socket; empty for the user's own server.

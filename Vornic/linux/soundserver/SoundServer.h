@@ -59,8 +59,8 @@ class SoundServer {
     /// Makes the thread call `work`. No lock. Thread: any.
     void wake();
 
-    /// The same, and what has failed is tried again at once: the connection too. No lock. Thread:
-    /// any.
+    /// The same, and what has failed is tried again at once: the connection too. No lock.
+    /// Thread: any.
     void wakeAndRetry();
 
     /// The same later: after 20 ms at first, and longer each time until a connection is made.

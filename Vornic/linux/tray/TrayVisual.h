@@ -6,7 +6,7 @@
 
 namespace vornic {
 
-/// How the pixels of a window are made.
+/// How the pixels of a window are made. Thread: main, as everything here.
 struct TrayVisual {
     xcb_visualid_t id = 0;
     std::uint8_t depth = 0;

@@ -17,7 +17,7 @@ struct FreeX11 {
 template <typename Type>
 using X11Owned = std::unique_ptr<Type, FreeX11>;
 
-/// A connection to an X server. One thread.
+/// A connection to an X server. Thread: any, one for all calls.
 class X11Connection {
   public:
     /// Connects to `display`, or to $DISPLAY if that is empty.

@@ -6,8 +6,8 @@
 
 namespace vornic {
 
-/// What a part does to the sound, in a few words, in the translations' context "Studio". Thread:
-/// any.
+/// What a part does to the sound, in a few words, in the translations' context "Studio".
+/// Thread: any, as everything here.
 const char* noteOf(SwitchType part);
 const char* noteOf(Housing part);
 const char* noteOf(Lube part);
