@@ -129,7 +129,7 @@ AvFile::~AvFile() {
     avcodec_free_context(&codec_);
     avformat_close_input(&format_);
     if (input_ != nullptr) {
-        av_freep(&input_->buffer);
+        av_freep(static_cast<void*>(&input_->buffer));
         avio_context_free(&input_);
     }
 }

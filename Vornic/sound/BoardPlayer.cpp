@@ -48,7 +48,7 @@ BoardPlayer::FullRender BoardPlayer::renderNow(const Board& board) {
     return {seconds, result.bank->pools().size()};
 }
 
-void BoardPlayer::rendered(std::shared_ptr<const Board> board, const RenderedBoard& result,
+void BoardPlayer::rendered(const std::shared_ptr<const Board>& board, const RenderedBoard& result,
                            double seconds) {
     report(result);
     rendering_ = false;

@@ -80,7 +80,8 @@ class BoardPlayer {
     };
 
     void render(const Board& board, std::chrono::milliseconds delay);
-    void rendered(std::shared_ptr<const Board> board, const RenderedBoard& result, double seconds);
+    void rendered(const std::shared_ptr<const Board>& board, const RenderedBoard& result,
+                  double seconds);
     void renderReference();
     void play();
     static std::optional<double> loudness(Version& version);
