@@ -11,7 +11,9 @@
 #include "packs/model/PackTable.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <span>

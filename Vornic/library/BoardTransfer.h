@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <stop_token>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vornic {

@@ -2,6 +2,10 @@
 
 #include "Vornic/ports/Scheduler.h"
 
+#include <chrono>
+#include <functional>
+#include <memory>
+
 namespace vornic {
 
 /// The main thread's event loop as a Scheduler. Needs a running QCoreApplication.

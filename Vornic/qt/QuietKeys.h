@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QWindow>
+#include <cstddef>
 #include <cstdint>
 #include <set>
 

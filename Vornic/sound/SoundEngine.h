@@ -11,6 +11,7 @@
 #include "VornicCore/sampler/VoiceBank.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>

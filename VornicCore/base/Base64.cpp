@@ -2,6 +2,8 @@
 
 #include <nettle/base64.h>
 
+#include <cstdint>
+
 namespace vornic {
 
 namespace {

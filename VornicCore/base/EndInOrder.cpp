@@ -6,6 +6,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <exception>

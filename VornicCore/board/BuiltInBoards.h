@@ -6,6 +6,7 @@
 #include "VornicCore/parts/SwitchParts.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <span>
 #include <string>

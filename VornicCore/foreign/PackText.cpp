@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <system_error>
 #include <utility>
 
 namespace vornic {

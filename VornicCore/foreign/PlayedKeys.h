@@ -5,6 +5,7 @@
 #include "VornicCore/keys/LayoutID.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>

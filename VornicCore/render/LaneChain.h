@@ -4,6 +4,7 @@
 #include "VornicCore/render/LaneKernels.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>

@@ -2,6 +2,7 @@
 
 #include "VornicCore/render/LaneVector.h"
 
+#include <cstddef>
 #include <cstdint>
 
 // The stages up to the wet body. All run in blocks that stay in the nearest cache.

@@ -9,6 +9,7 @@
 #include "VornicCore/sampler/Velocity.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>

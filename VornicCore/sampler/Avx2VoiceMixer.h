@@ -2,6 +2,8 @@
 
 #include "VornicCore/sampler/VoiceMixer.h"
 
+#include <cstdint>
+
 #if defined(__x86_64__)
 
 namespace vornic {

@@ -3,6 +3,7 @@
 #include "VornicCore/realtime/IntegerPart.h"
 
 #include <bit>
+#include <cstddef>
 
 namespace vornic {
 

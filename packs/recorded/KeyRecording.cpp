@@ -1,5 +1,7 @@
 #include "packs/recorded/KeyRecording.h"
 
+#include <cstddef>
+
 namespace vornic::packs {
 
 namespace {

@@ -2,6 +2,8 @@
 
 #include "Vornic/ports/Log.h"
 
+#include <string>
+
 namespace vornic {
 
 /// Writes to standard error and, where one is running, to the system's journal; once only where

@@ -2,6 +2,8 @@
 
 #include "Vornic/ports/Clock.h"
 
+#include <cstdint>
+
 namespace vornic {
 
 /// CLOCK_MONOTONIC, which X events, evdev events and PipeWire's cycles are stamped with.

@@ -5,8 +5,10 @@
 #include <linux/input-event-codes.h>
 
 #include <bitset>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 struct input_event;
 

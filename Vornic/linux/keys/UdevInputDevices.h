@@ -3,6 +3,8 @@
 #include "Vornic/linux/keys/InputDevices.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 struct udev;
 struct udev_monitor;

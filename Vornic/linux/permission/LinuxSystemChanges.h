@@ -2,6 +2,10 @@
 
 #include "Vornic/linux/permission/InputMonitoringSwitch.h"
 
+#include <filesystem>
+#include <string>
+#include <vector>
+
 namespace vornic {
 
 /// The computer itself. Only root gets far with it. Thread: main.

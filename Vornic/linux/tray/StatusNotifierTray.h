@@ -13,6 +13,7 @@
 #include <QStringList>
 #include <QTimer>
 #include <chrono>
+#include <string>
 #include <vector>
 
 namespace vornic {

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>

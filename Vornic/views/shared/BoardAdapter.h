@@ -10,6 +10,7 @@
 #include <QProperty>
 #include <QString>
 #include <QUrl>
+#include <cstdint>
 
 namespace vornic {
 

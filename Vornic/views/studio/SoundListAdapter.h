@@ -8,6 +8,7 @@
 
 #include <QProperty>
 #include <QString>
+#include <string>
 
 namespace vornic {
 
