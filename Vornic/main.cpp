@@ -11,8 +11,7 @@
 #include "Vornic/linux/desktop/DBusRunningCopy.h"
 #include "Vornic/linux/desktop/JournalLog.h"
 #include "Vornic/linux/desktop/MonotonicClock.h"
-#include "Vornic/linux/desktop/ProgramPath.h"
-#include "Vornic/linux/desktop/Relaunch.h"
+#include "Vornic/linux/desktop/ThisProgram.h"
 #include "Vornic/linux/hotkey/GlobalShortcut.h"
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 #include "Vornic/linux/permission/InputMonitoringRequest.h"
@@ -27,9 +26,8 @@
 #include "Vornic/qt/QuietKeys.h"
 #include "Vornic/qt/QuitSignals.h"
 #include "Vornic/recording/DecoderProcess.h"
-#include "Vornic/runCommand.h"
-#include "Vornic/runDemo.h"
 #include "Vornic/runKeys.h"
+#include "Vornic/runModes.h"
 #include "Vornic/runSelfTest.h"
 #include "Vornic/typing/KeySource.h"
 #include "Vornic/views/Presence.h"
@@ -40,11 +38,9 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QTimer>
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -126,20 +122,6 @@ struct RunEnd {
     /// The program is to take its own place.
     bool relaunch = false;
 };
-
-/// The arguments of a relaunch: a board file has been looked at already.
-std::vector<std::string> withoutBoardFile(std::vector<std::string> arguments,
-                                          const RunRequest& request) {
-    const auto found =
-        std::find_if(arguments.rbegin(), arguments.rend(), [&](const std::string& argument) {
-            return request.open && !argument.empty() &&
-                   std::filesystem::absolute(argument) == *request.open;
-        });
-    if (found != arguments.rend()) {
-        arguments.erase(std::next(found).base());
-    }
-    return arguments;
-}
 
 RunEnd run(const RunRequest& request, QCoreApplication& application) {
     JournalLog log;
@@ -307,7 +289,8 @@ int main(int argc, char** argv) {
         const vornic::RunEnd end = vornic::run(*run, *application);
         if (end.relaunch) {
             application.reset();
-            vornic::relaunch(program, vornic::withoutBoardFile(arguments, *run));
+            vornic::relaunch(program,
+                             run->open ? vornic::without(arguments, *run->open) : arguments);
         }
         return end.status;
     }

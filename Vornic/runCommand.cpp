@@ -1,14 +1,12 @@
-#include "Vornic/runCommand.h"
-
 #include "Vornic/commands/BoardCommands.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/linux/desktop/AutostartEntry.h"
 #include "Vornic/linux/desktop/DBusRunningCopy.h"
-#include "Vornic/linux/desktop/ProgramPath.h"
+#include "Vornic/linux/desktop/ThisProgram.h"
 #include "Vornic/recording/DecoderProcess.h"
-#include "Vornic/runDoctor.h"
+#include "Vornic/runModes.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,5 @@
-#include "Vornic/runDemo.h"
-
 #include "Vornic/commands/TypeCommand.h"
+#include "Vornic/runModes.h"
 #include "Vornic/typing/PreviewPhrase.h"
 
 #include <QStandardPaths>

@@ -1,16 +1,15 @@
-#include "Vornic/runDoctor.h"
-
 #include "Vornic/commands/DoctorReport.h"
 #include "Vornic/linux/desktop/DesktopServices.h"
 #include "Vornic/linux/desktop/MonotonicClock.h"
-#include "Vornic/linux/desktop/ProgramPath.h"
-#include "Vornic/linux/permission/InputMonitoringFiles.h"
+#include "Vornic/linux/desktop/ThisProgram.h"
 #include "Vornic/linux/permission/InputMonitoringRequest.h"
+#include "Vornic/linux/permission/KeyGrant.h"
 #include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
 #include "Vornic/linux/sound/PipeWireOutput.h"
 #include "Vornic/linux/tray/XEmbedTray.h"
 #include "Vornic/qt/QtScheduler.h"
 #include "Vornic/runKeys.h"
+#include "Vornic/runModes.h"
 #include "VornicCore/packs/SoundPack.h"
 
 #include <algorithm>

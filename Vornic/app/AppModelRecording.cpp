@@ -1,7 +1,7 @@
 // How the model makes sounds of the user's own keyboard.
 
 #include "Vornic/app/AppModel.h"
-#include "Vornic/recording/OwnSound.h"
+#include "Vornic/recording/StrokeImport.h"
 #include "VornicCore/board/EditBoard.h"
 
 #include <utility>

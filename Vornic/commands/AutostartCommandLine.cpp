@@ -1,5 +1,7 @@
 #include "Vornic/commands/AutostartCommandLine.h"
 
+#include <CLI/CLI.hpp>
+
 namespace vornic {
 
 AutostartCommandLine::AutostartCommandLine(CLI::App& app)

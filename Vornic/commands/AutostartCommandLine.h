@@ -1,13 +1,19 @@
 #pragma once
 
-#include "Vornic/commands/AutostartRequest.h"
-
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <string>
 
+namespace CLI {
+class App;
+} // namespace CLI
+
 namespace vornic {
+
+/// `vornic autostart`: start with the session, or no longer; absent: only say whether it does.
+/// Thread: any.
+struct AutostartRequest {
+    std::optional<bool> on;
+};
 
 /// The command that starts the program with the session. The application has to outlive it.
 /// Thread: main.

@@ -1,7 +1,5 @@
 #include "Vornic/commands/BoardCommands.h"
 
-#include "Vornic/commands/PackCommands.h"
-#include "Vornic/commands/StrokeCommands.h"
 #include "Vornic/library/AppFolders.h"
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/BoardTransfer.h"

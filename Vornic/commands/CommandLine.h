@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Vornic/commands/AutostartRequest.h"
+#include "Vornic/commands/AutostartCommandLine.h"
 #include "Vornic/commands/BoardRequest.h"
-#include "Vornic/commands/ControlRequest.h"
+#include "Vornic/commands/ControlCommandLine.h"
 #include "Vornic/commands/SliceCommand.h"
 #include "Vornic/commands/TypeCommand.h"
 #include "VornicCore/board/StageSpec.h"

@@ -1,5 +1,7 @@
 #include "Vornic/commands/ControlCommandLine.h"
 
+#include <CLI/CLI.hpp>
+
 namespace vornic {
 
 ControlCommandLine::ControlCommandLine(CLI::App& app) {

@@ -1,14 +1,20 @@
 #pragma once
 
-#include "Vornic/commands/ControlRequest.h"
-
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+} // namespace CLI
+
 namespace vornic {
+
+/// Ask the running copy. Thread: any.
+struct ControlRequest {
+    /// The command as it was typed.
+    std::vector<std::string> words;
+};
 
 /// The commands that are for the running copy. The application has to outlive it. Thread: main.
 class ControlCommandLine {

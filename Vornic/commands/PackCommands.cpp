@@ -1,5 +1,4 @@
-#include "Vornic/commands/PackCommands.h"
-
+#include "Vornic/commands/BoardCommands.h"
 #include "Vornic/library/BoardChoice.h"
 #include "Vornic/library/KeepBoard.h"
 #include "Vornic/recording/ReadPacks.h"

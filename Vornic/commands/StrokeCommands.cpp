@@ -1,5 +1,4 @@
-#include "Vornic/commands/StrokeCommands.h"
-
+#include "Vornic/commands/BoardCommands.h"
 #include "Vornic/library/BoardChoice.h"
 #include "VornicCore/audiofiles/WriteWav.h"
 #include "VornicCore/base/ReadableText.h"

@@ -1,12 +1,39 @@
 #include "Vornic/recording/StrokeImport.h"
 
+#include "VornicCore/base/Uuid.h"
+#include "VornicCore/board/EditBoard.h"
 #include "VornicCore/dsp/DSP.h"
 #include "VornicCore/strokes/Slicer.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vornic {
+
+namespace {
+
+constexpr const char* ownColour = "#8E8E93";
+
+StrokeSpec strokeOf(const std::vector<SampleInfo>& samples, LayerPart part) {
+    std::vector<std::string> ids;
+    std::ranges::transform(samples, std::back_inserter(ids), &SampleInfo::id);
+    return EditBoard::plainStroke(part, std::move(ids));
+}
+
+} // namespace
+
+SoundSpec soundOf(const FinishedImport& finished) {
+    SoundSpec sound;
+    sound.id = Uuid::random().text();
+    sound.name = finished.name;
+    sound.colorHex = ownColour;
+    sound.press = strokeOf(finished.samples, LayerPart::bottomOut);
+    if (!finished.releases.empty()) {
+        sound.release = strokeOf(finished.releases, LayerPart::topOut);
+    }
+    return sound;
+}
 
 void StrokeImport::startSession(ImportSession session, StrokeCuts cuts) {
     session_ = std::move(session);

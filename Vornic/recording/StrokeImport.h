@@ -2,6 +2,7 @@
 
 #include "Vornic/library/SampleLibrary.h"
 #include "Vornic/recording/ImportSession.h"
+#include "VornicCore/board/SoundSpec.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -26,6 +27,11 @@ struct FinishedImport {
 
     bool operator==(const FinishedImport&) const = default;
 };
+
+/// The sound that a finished session makes, to be added to a board: one layer that lists its
+/// strokes, and a release of its own where releases were kept; nothing shapes them. Under a fresh
+/// id. Thread: any.
+SoundSpec soundOf(const FinishedImport& finished);
 
 /// From a recording of typing to samples in the library, by way of the one session in which the
 /// user chooses. Thread: main.

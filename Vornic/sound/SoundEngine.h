@@ -2,7 +2,6 @@
 
 #include "Vornic/ports/AudioOutput.h"
 #include "Vornic/ports/Clock.h"
-#include "Vornic/sound/IdleLimits.h"
 #include "Vornic/sound/RetiredBanks.h"
 #include "VornicCore/effects/Limiter.h"
 #include "VornicCore/effects/RoomReverb.h"
@@ -18,6 +17,13 @@
 #include <span>
 
 namespace vornic {
+
+/// How long the output runs on without a key, in seconds. Thread: any.
+struct IdleLimits {
+    double wired = 30.0;
+    /// Longer, because a Bluetooth link takes its time to come up again.
+    double bluetooth = 300.0;
+};
 
 /// Connects the sampler to the sound output: sampler, room, limiter, volume. Keeps the bank that
 /// keys play from, and replaced ones while a voice may read them, starts the output on demand and

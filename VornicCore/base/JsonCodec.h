@@ -1,9 +1,8 @@
 #pragma once
 
+#include "VornicCore/base/JsonDocument.h"
 #include "VornicCore/base/JsonError.h"
-#include "VornicCore/base/JsonParse.h"
 #include "VornicCore/base/JsonValue.h"
-#include "VornicCore/base/JsonWrite.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "VornicCore/foreign/PackText.h"
 
-#include "VornicCore/base/JsonParse.h"
+#include "VornicCore/base/JsonDocument.h"
 #include "VornicCore/keys/KnownKeys.h"
 
 #include <nlohmann/json.hpp>

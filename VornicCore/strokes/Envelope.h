@@ -26,4 +26,9 @@ Envelope envelopeOf(std::span<const float> samples, double sampleRate);
 /// keys do not. Samples that are no finite number count as 0. The rate, in Hz, is above 0.
 std::vector<float> withoutRumble(std::span<const float> samples, double sampleRate);
 
+/// The root of the mean square of the quietest fifth of `samples` (of the quietest one where there
+/// are fewer than ten; 0 where there is none): what remains of a recording between the keys. The
+/// squares, singles, are added in ascending order as doubles. No sample is NaN.
+[[nodiscard]] double quietestFifthRms(std::span<const float> samples);
+
 } // namespace vornic

@@ -5,7 +5,6 @@
 #include "VornicCore/realtime/IntegerPart.h"
 #include "VornicCore/strokes/Envelope.h"
 #include "VornicCore/strokes/KeyOnsets.h"
-#include "VornicCore/strokes/QuietestFifth.h"
 
 #include <algorithm>
 #include <cmath>

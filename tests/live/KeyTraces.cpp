@@ -1,8 +1,8 @@
 #include "tests/live/KeyTraces.h"
 
-#include "Vornic/linux/keys/EvdevKeyCodes.h"
 #include "VornicCore/keys/KeyLayout.h"
 #include "VornicCore/keys/KeyboardLayout.h"
+#include "VornicCore/keys/KnownKeys.h"
 #include "VornicCore/realtime/EventRing.h"
 #include "VornicCore/sampler/SamplerCore.h"
 #include "tests/support/ProcessMemory.h"
@@ -34,7 +34,7 @@ class Search {
   public:
     explicit Search(const PressedKeys& pressed) : pressed_(pressed) {
         for (const int key : pressed.keys) {
-            const std::int64_t code = virtualKeyCode(static_cast<std::uint32_t>(key));
+            const std::int64_t code = keyCodeOfEvdev(static_cast<std::uint32_t>(key));
             codes_[code] = key;
             const auto ears =
                 SamplerCore::ears(1.0F, KeyLayout::pan(code, 1.0, layout(LayoutID::macANSI)));

@@ -1,12 +1,11 @@
 // From a keyboard in front of a microphone to keys that sound like it: recorded keystrokes are
 // played into a source, recorded, cut, kept, rendered and heard in the sink.
 
-#include "Vornic/recording/OwnSound.h"
-
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 #include "Vornic/linux/sound/PipeWireOutput.h"
 #include "Vornic/recording/SoundMaker.h"
+#include "Vornic/recording/StrokeImport.h"
 #include "Vornic/sound/SoundEngine.h"
 #include "VornicCore/audiofiles/LoadAudio.h"
 #include "VornicCore/packs/SoundPack.h"

@@ -1,7 +1,6 @@
 #include "Vornic/linux/keys/EvdevKeyTap.h"
 
 #include "Vornic/linux/keys/KeyAccess.h"
-#include "Vornic/linux/keys/KeyboardKind.h"
 #include "VornicCore/realtime/Forget.h"
 
 #include <sys/epoll.h>

@@ -1,6 +1,6 @@
 #include "Vornic/linux/keys/KeyboardForms.h"
 
-#include "Vornic/linux/keys/EvdevKeyCodes.h"
+#include "VornicCore/keys/KnownKeys.h"
 
 #include <linux/input-event-codes.h>
 
@@ -49,17 +49,17 @@ std::int64_t KeyboardForms::keyCode(std::uint32_t keyboard, std::uint32_t evdevC
         iso_.insert(keyboard);
     }
     if (usual_ == KeyboardForm::ansi && !iso_.contains(keyboard)) {
-        return virtualKeyCode(evdevCode);
+        return keyCodeOfEvdev(evdevCode);
     }
     // On an ISO keyboard the key left of 1 is the one that an ANSI one lacks, and what that has
     // there stands beside the left Shift.
     switch (evdevCode) {
     case KEY_GRAVE:
-        return virtualKeyCode(KEY_102ND);
+        return keyCodeOfEvdev(KEY_102ND);
     case KEY_102ND:
-        return virtualKeyCode(KEY_GRAVE);
+        return keyCodeOfEvdev(KEY_GRAVE);
     default:
-        return virtualKeyCode(evdevCode);
+        return keyCodeOfEvdev(evdevCode);
     }
 }
 

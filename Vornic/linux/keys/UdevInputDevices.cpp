@@ -1,7 +1,7 @@
 #include "Vornic/linux/keys/UdevInputDevices.h"
 
 #include "Vornic/linux/keys/EvdevDevice.h"
-#include "Vornic/linux/keys/KeyboardKind.h"
+#include "Vornic/linux/keys/KeyAccess.h"
 
 #include <libudev.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vornic/linux/permission/InputMonitoringFiles.h"
+#include "Vornic/linux/permission/KeyGrant.h"
 #include "Vornic/ports/PermissionRequest.h"
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "Vornic/linux/permission/InputMonitoringSwitch.h"
 
-#include "Vornic/linux/permission/InputMonitoringFiles.h"
+#include "Vornic/linux/permission/KeyGrant.h"
 
 #include <algorithm>
 

@@ -1,7 +1,5 @@
 #include "Vornic/linux/permission/KeyGrant.h"
 
-#include "Vornic/linux/permission/InputMonitoringFiles.h"
-
 #include <grp.h>
 #include <pwd.h>
 #include <unistd.h>

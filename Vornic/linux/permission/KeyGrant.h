@@ -1,8 +1,18 @@
 #pragma once
 
+#include <array>
 #include <string>
 
 namespace vornic {
+
+/// Where the parts of "Turn on Input Monitoring…" lie. The rule is installed with the program and
+/// does nothing until the agreement exists. Thread: any.
+struct InputMonitoringFiles {
+    static constexpr std::array rules{"/usr/lib/udev/rules.d/70-vornic.rules",
+                                      "/usr/local/lib/udev/rules.d/70-vornic.rules",
+                                      "/etc/udev/rules.d/70-vornic.rules"};
+    static constexpr const char* agreement = "/etc/vornic/input-monitoring";
+};
 
 /// Whether the user has been granted access to keyboards, in whatever way: the rule that Vornic
 /// brings is switched on, or the user belongs to the group of the nodes, even if this session began

@@ -1,4 +1,4 @@
-#include "Vornic/recording/OwnSound.h"
+#include "Vornic/recording/StrokeImport.h"
 
 #include <gtest/gtest.h>
 

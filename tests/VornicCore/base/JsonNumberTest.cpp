@@ -1,6 +1,6 @@
 #include "VornicCore/base/JsonNumber.h"
 
-#include "VornicCore/base/JsonParse.h"
+#include "VornicCore/base/JsonDocument.h"
 #include "VornicCore/base/JsonReader.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
-#include "VornicCore/base/JsonParse.h"
-
+#include "VornicCore/base/JsonDocument.h"
 #include "VornicCore/base/JsonError.h"
 
 #include <gmock/gmock.h>

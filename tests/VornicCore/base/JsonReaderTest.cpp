@@ -1,7 +1,7 @@
 #include "VornicCore/base/JsonReader.h"
 
+#include "VornicCore/base/JsonDocument.h"
 #include "VornicCore/base/JsonError.h"
-#include "VornicCore/base/JsonParse.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

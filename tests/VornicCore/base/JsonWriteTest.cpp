@@ -1,5 +1,4 @@
-#include "VornicCore/base/JsonWrite.h"
-
+#include "VornicCore/base/JsonDocument.h"
 #include "VornicCore/base/JsonError.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
-#include "VornicCore/strokes/QuietestFifth.h"
-
+#include "VornicCore/strokes/Envelope.h"
 #include "tests/VornicCore/strokes/PlainSlicer.h"
 #include "tests/support/TypingNoise.h"
 

@@ -1,6 +1,5 @@
 #include "Vornic/linux/keys/KeyAccess.h"
 
-#include "Vornic/linux/keys/KeyboardKind.h"
 #include "Vornic/linux/permission/KeyGrant.h"
 
 #include <gtest/gtest.h>

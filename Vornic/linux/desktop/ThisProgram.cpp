@@ -1,8 +1,11 @@
-#include "Vornic/linux/desktop/Relaunch.h"
+#include "Vornic/linux/desktop/ThisProgram.h"
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
+#include <iterator>
+#include <system_error>
 
 namespace vornic {
 
@@ -23,6 +26,11 @@ std::string quoted(const std::string& word) {
 
 } // namespace
 
+std::filesystem::path programPath() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
 std::vector<std::string> relaunchCommand(const std::filesystem::path& program,
                                          const std::vector<std::string>& arguments,
                                          const std::string& group) {
@@ -36,6 +44,18 @@ std::vector<std::string> relaunchCommand(const std::filesystem::path& program,
         line += " " + quoted(word);
     }
     return {"/usr/bin/sg", group, "-c", line};
+}
+
+std::vector<std::string> without(std::vector<std::string> arguments,
+                                 const std::filesystem::path& file) {
+    const auto found =
+        std::find_if(arguments.rbegin(), arguments.rend(), [&](const std::string& argument) {
+            return !argument.empty() && std::filesystem::absolute(argument) == file;
+        });
+    if (found != arguments.rend()) {
+        arguments.erase(std::next(found).base());
+    }
+    return arguments;
 }
 
 void replaceProcess(const std::vector<std::string>& command) {

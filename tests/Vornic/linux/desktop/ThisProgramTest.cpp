@@ -1,4 +1,4 @@
-#include "Vornic/linux/desktop/Relaunch.h"
+#include "Vornic/linux/desktop/ThisProgram.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,6 +21,12 @@ TEST(Relaunch, throughAGroupEveryWordIsTakenLiterally) {
     EXPECT_THAT(
         relaunchCommand("/a b/vornic", {"it's", "$HOME"}, "input"),
         ElementsAre("/usr/bin/sg", "input", "-c", R"(exec '/a b/vornic' 'it'\''s' '$HOME')"));
+}
+
+TEST(Relaunch, opensNoFileASecondTime) {
+    EXPECT_THAT(without({"--board", "/a/x.vornic", "--hidden", "/a/x.vornic"}, "/a/x.vornic"),
+                ElementsAre("--board", "/a/x.vornic", "--hidden"));
+    EXPECT_THAT(without({"--hidden"}, "/a/x.vornic"), ElementsAre("--hidden"));
 }
 
 /// How a child of this test ends that replaces itself.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <stop_token>
+#include <string>
 #include <string_view>
 
 namespace vornic {
@@ -25,5 +26,10 @@ struct JsonLimits {
 /// Reads a document: RFC 8259 to the letter, in UTF-8 without a byte order mark. Throws DecodeError
 /// for anything else, for a member that occurs twice and for a document beyond the limits.
 nlohmann::json parseJson(std::string_view text, const JsonLimits& limits = {});
+
+/// Writes a document: members sorted by name, two spaces a level, numbers in the shortest form that
+/// reads back the same. Throws EncodeError, with the path, for a number that is not finite and for
+/// a text that is not UTF-8.
+std::string writeJson(const nlohmann::json& document);
 
 } // namespace vornic

@@ -1,9 +1,8 @@
-#include "Vornic/linux/keys/EvdevKeyCodes.h"
-
 #include "VornicCore/base/CaseNames.h"
 #include "VornicCore/keys/KeyClass.h"
 #include "VornicCore/keys/KeyGroup.h"
 #include "VornicCore/keys/KeyboardLayout.h"
+#include "VornicCore/keys/KnownKeys.h"
 
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
@@ -151,25 +150,25 @@ TEST(EvdevKeyCodes, placesEveryKey) {
     };
     std::set<std::uint32_t> placed;
     for (const auto& [evdev, virtualKey] : expected) {
-        EXPECT_EQ(virtualKeyCode(evdev), virtualKey) << evdev;
+        EXPECT_EQ(keyCodeOfEvdev(evdev), virtualKey) << evdev;
         placed.insert(evdev);
     }
     for (std::uint32_t evdev = 0; evdev < KEY_CNT; ++evdev) {
-        EXPECT_EQ(virtualKeyCode(evdev) < firstForeignKeyCode, placed.contains(evdev)) << evdev;
+        EXPECT_EQ(keyCodeOfEvdev(evdev) < firstForeignKeyCode, placed.contains(evdev)) << evdev;
     }
 }
 
 TEST(EvdevKeyCodes, everyKeyHasACodeOfItsOwn) {
     std::set<std::int64_t> codes;
     for (std::uint32_t evdev = 0; evdev < KEY_CNT; ++evdev) {
-        EXPECT_TRUE(codes.insert(virtualKeyCode(evdev)).second) << evdev;
+        EXPECT_TRUE(codes.insert(keyCodeOfEvdev(evdev)).second) << evdev;
     }
 }
 
 TEST(EvdevKeyCodes, anXServerReachesEveryDrawnKeyButFn) {
     std::set<std::int64_t> reached;
     for (std::uint32_t evdev = 0; evdev <= lastOfX11; ++evdev) {
-        reached.insert(virtualKeyCode(evdev));
+        reached.insert(keyCodeOfEvdev(evdev));
     }
     for (const LayoutID id : allCases<LayoutID>()) {
         for (const LayoutKey& key : layout(id).keys) {
@@ -181,10 +180,10 @@ TEST(EvdevKeyCodes, anXServerReachesEveryDrawnKeyButFn) {
 }
 
 TEST(EvdevKeyCodes, foreignKeysSoundWithAStableCodeOutsideTheTable) {
-    EXPECT_EQ(virtualKeyCode(KEY_PLAYPAUSE), 1000 + 164);
-    EXPECT_EQ(virtualKeyCode(KEY_SYSRQ), 1000 + 99);
-    EXPECT_EQ(keyClassOf(virtualKeyCode(KEY_PLAYPAUSE)), KeyClass::regular);
-    EXPECT_EQ(keyGroupOf(virtualKeyCode(KEY_PLAYPAUSE)), KeyGroup::alphas);
+    EXPECT_EQ(keyCodeOfEvdev(KEY_PLAYPAUSE), 1000 + 164);
+    EXPECT_EQ(keyCodeOfEvdev(KEY_SYSRQ), 1000 + 99);
+    EXPECT_EQ(keyClassOf(keyCodeOfEvdev(KEY_PLAYPAUSE)), KeyClass::regular);
+    EXPECT_EQ(keyGroupOf(keyCodeOfEvdev(KEY_PLAYPAUSE)), KeyGroup::alphas);
 }
 
 } // namespace
