@@ -32,44 +32,21 @@ std::vector<std::string> sampleIDs(const SoundPack& pack,
     return ids;
 }
 
-// Rendering brings every stroke to one RMS value and keeps its peak below a ceiling. At one RMS
-// value a bright stroke is louder to the ear than a dull one, and a sharp one meets the ceiling
-// first. These settings make the boards equally loud, to 1 LU by EBU R 128; without them the
-// softest is 2.7 LU below the loudest.
-ChainParams balanced(std::string_view pack) {
-    ChainParams chain;
-    const auto set = [&](Equalizer::Band band, float gainDb) { chain.eq.setGain(band, gainDb); };
-    if (pack == "deep") {
-        chain.drive = 0.1;
-    } else if (pack == "soft") {
-        chain.highPassHz = 700;
-        set(Equalizer::Band::click, 11);
-        set(Equalizer::Band::air, 6);
-    } else if (pack == "plastic") {
-        chain.attackDb = 6;
-        set(Equalizer::Band::click, -6);
-    } else if (pack == "clicky") {
-        set(Equalizer::Band::click, -5);
-        set(Equalizer::Band::air, 4);
-    }
-    return chain;
-}
-
 // A recorded stroke is whole in itself, so one layer holds all takes of it and each variation plays
-// another.
-StrokeSpec strokeOf(LayerPart part, std::vector<std::string> samples, std::string_view pack) {
-    return StrokeSpec({LayerSpec(part, std::move(samples), 0, 0, 0)}, balanced(pack));
+// another. Its chain is neutral: what the pack is, is heard, and a preset can be chosen without
+// losing anything. That leaves the boards as far apart in loudness as keyboards are.
+StrokeSpec strokeOf(LayerPart part, std::vector<std::string> samples) {
+    return StrokeSpec({LayerSpec(part, std::move(samples), 0, 0, 0)});
 }
 
 SoundSpec soundOf(const SoundPlan& plan, const SoundPack& pack, const Recipe& recipe) {
     const auto presses = pack.files.find(plan.keyClass);
-    auto press = strokeOf(LayerPart::bottomOut,
-                          presses == pack.files.end() ? std::vector<std::string>()
-                                                      : sampleIDs(pack, presses->second),
-                          pack.id());
+    auto press = strokeOf(LayerPart::bottomOut, presses == pack.files.end()
+                                                    ? std::vector<std::string>()
+                                                    : sampleIDs(pack, presses->second));
     std::optional<StrokeSpec> release;
     if (!pack.releaseFiles.empty()) {
-        release = strokeOf(LayerPart::topOut, sampleIDs(pack, pack.releaseFiles), pack.id());
+        release = strokeOf(LayerPart::topOut, sampleIDs(pack, pack.releaseFiles));
     }
     const bool isRegular = plan.keyClass == KeyClass::regular;
     return {plan.id,

@@ -59,7 +59,7 @@ double loudness(const Stereo& stereo) {
     return lufs;
 }
 
-TEST(BuiltInBoards, areEquallyLoudAndNeverClip) {
+TEST(BuiltInBoards, lieWithinThreeLoudnessUnitsAndNeverClip) {
     std::map<std::string, double> lufs;
     for (const char* board : {"deep", "soft", "plastic", "metal", "clicky", "spring"}) {
         // What is chosen at random takes part in it, so three times.
@@ -71,7 +71,7 @@ TEST(BuiltInBoards, areEquallyLoudAndNeverClip) {
     }
     const auto [least, most] =
         std::ranges::minmax_element(lufs, {}, [](const auto& entry) { return entry.second; });
-    EXPECT_LE(most->second - least->second, 1)
+    EXPECT_LE(most->second - least->second, 3)
         << most->first << " " << most->second << ", " << least->first << " " << least->second;
     for (const auto& [board, value] : lufs) {
         std::cout << board << ": " << value << " LUFS\n";

@@ -175,6 +175,15 @@ TEST(BuiltInBoards, hasASoundForEachKeyClass) {
     EXPECT_EQ(board.sounds.front().name, "Deep keys");
 }
 
+TEST(BuiltInBoards, nothingColoursWhatThePackIs) {
+    for (const char* pack : {"deep", "soft", "plastic", "metal", "clicky", "spring"}) {
+        for (const SoundSpec& sound : boardFrom(packNamed(pack)).sounds) {
+            EXPECT_EQ(sound.press.chain, ChainParams::neutral()) << pack << ' ' << sound.id;
+            EXPECT_EQ(required(sound.release).chain, ChainParams::neutral()) << pack;
+        }
+    }
+}
+
 TEST(BuiltInBoards, aClassWithoutRecordingsHasAnEmptyLayer) {
     SoundPack pack = packNamed("deep");
     pack.files.erase(KeyClass::enter);
