@@ -1,5 +1,6 @@
 #include "Vornic/typing/KeystrokeDriver.h"
 
+#include "VornicCore/keys/KeyDifference.h"
 #include "VornicCore/keys/KeyLayout.h"
 #include "VornicCore/keys/KeySet.h"
 #include "VornicCore/keys/KeyboardLayout.h"
@@ -32,6 +33,11 @@ bool playsRelease(ReleaseMode mode, const Board& board) {
         return board.releaseByDefault;
     }
     return false;
+}
+
+/// 0 for a value that is none.
+double keysDiffer(const Board& board) {
+    return board.feel.keysDiffer > 0 ? std::min(board.feel.keysDiffer, 1.0) : 0.0;
 }
 
 std::span<const Sample> poolOf(const PlayedBoard& played, const std::string& key) {
@@ -91,6 +97,8 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
 
     Voice voice{};
     voice.nanos = nanos;
+    voice.keyCode = keyCode;
+    voice.differ = keysDiffer(board);
     voice.pan = assignment.pan
                     ? static_cast<float>(*assignment.pan)
                     : KeyLayout::pan(keyCode, settings.stage.width, layout(board.layout));
@@ -98,7 +106,8 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
         settings.binaural ? VoiceStage::binaural(voice.pan, sampleRate) : VoiceStage::none;
     const double baseRate = static_cast<double>(
         KeyLayout::rate(keyCode) * std::exp2(static_cast<float>(assignment.pitch) / 12.0f));
-    const double baseGain = std::pow(10.0, assignment.gainDb / 20.0) * settings.played.gain;
+    const double gainDb = assignment.gainDb + voice.differ * KeyDifference::levelDb(keyCode);
+    const double baseGain = std::pow(10.0, gainDb / 20.0) * settings.played.gain;
 
     if (!down) {
         if (playsRelease(assignment.release, board)) {
@@ -150,7 +159,13 @@ void KeystrokeDriver::playOneOf(std::span<const Sample> variations, const Voice&
         count(noOutput_);
         return;
     }
-    const auto pick = static_cast<std::size_t>(generator_.next(variations.size()));
+    auto pick = static_cast<std::size_t>(generator_.next(variations.size()));
+    if (voice.differ > 0) {
+        // Drawn only where it is needed: a board of equal keys draws what it always did.
+        const double chance = generator_.uniform(0.0, 1.0);
+        pick =
+            KeyDifference::variation(voice.keyCode, voice.differ, chance, pick, variations.size());
+    }
     if (!playable(voice)) {
         count(notPlayable_);
         return;

@@ -48,6 +48,8 @@ class KeystrokeDriver {
         float pan;
         VoiceStage stage;
         std::uint64_t nanos;
+        std::int64_t keyCode;
+        double differ; // how much the board's keys do, 0 to 1
     };
 
     void play(const PlaySettings& settings, std::int64_t keyCode, bool down, std::uint64_t nanos);

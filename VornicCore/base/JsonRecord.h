@@ -13,7 +13,8 @@ struct JsonMember {
 };
 
 /// A member that was added after the first version: documents from before do not have it, and then
-/// the field keeps its default.
+/// the field keeps its default. At its default it is not written either, so that a document that
+/// makes no use of it is the same for every version.
 template <typename Record, typename Value>
 struct AddedJsonMember {
     std::string_view name;

@@ -214,13 +214,17 @@ struct JsonValue<Record> {
             record.*member.field = JsonValue<Value>::read(*found);
         }
     }
-    template <typename Member>
-    static void writeMember(nlohmann::json& object, const Record& record, const Member& member) {
-        write(object, member.name, record.*member.field);
+    template <typename Value>
+    static void writeMember(nlohmann::json& object, const Record& record,
+                            const JsonMember<Record, Value>& member) {
+        JsonField<Value>::write(object, member.name, record.*member.field);
     }
     template <typename Value>
-    static void write(nlohmann::json& object, std::string_view name, const Value& value) {
-        JsonField<Value>::write(object, name, value);
+    static void writeMember(nlohmann::json& object, const Record& record,
+                            const AddedJsonMember<Record, Value>& member) {
+        if (record.*member.field != Record().*member.field) {
+            JsonField<Value>::write(object, member.name, record.*member.field);
+        }
     }
 };
 

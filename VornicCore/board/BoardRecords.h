@@ -120,7 +120,8 @@ template <>
 struct JsonRecord<TypingFeel> {
     static constexpr auto members =
         std::tuple{JsonMember{"speedSensitivity", &TypingFeel::speedSensitivity},
-                   JsonMember{"variation", &TypingFeel::variation}};
+                   JsonMember{"variation", &TypingFeel::variation},
+                   AddedJsonMember{"keysDiffer", &TypingFeel::keysDiffer}};
 };
 
 template <>

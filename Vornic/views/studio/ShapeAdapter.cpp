@@ -32,6 +32,8 @@ constexpr std::array feelKnobs{
     Knob<TypingFeel>{QT_TRANSLATE_NOOP("Studio", "Follows speed"), "", 0, 1, 0,
                      &TypingFeel::speedSensitivity},
     Knob<TypingFeel>{QT_TRANSLATE_NOOP("Studio", "Variation"), "", 0, 1, 0, &TypingFeel::variation},
+    Knob<TypingFeel>{QT_TRANSLATE_NOOP("Studio", "Keys differ"), "", 0, 1, 0,
+                     &TypingFeel::keysDiffer},
 };
 
 } // namespace

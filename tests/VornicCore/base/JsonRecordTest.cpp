@@ -35,5 +35,10 @@ TEST(JsonRecord, anAddedMemberThatIsThereIsReadAsStrictlyAsAnyAndWritten) {
     EXPECT_EQ(decodeJson<Thing>(encodeJson(Thing{3, 4})), (Thing{3, 4}));
 }
 
+TEST(JsonRecord, anAddedMemberAtItsDefaultIsNotWritten) {
+    EXPECT_EQ(encodeJson(Thing{3, 2.5}).find("added"), std::string::npos);
+    EXPECT_NE(encodeJson(Thing{3, 0}).find("added"), std::string::npos);
+}
+
 } // namespace
 } // namespace vornic

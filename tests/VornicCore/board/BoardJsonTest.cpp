@@ -266,6 +266,15 @@ TEST(BoardJson, valuesAreNotClamped) {
     EXPECT_EQ(board.schema, -3);
 }
 
+TEST(BoardJson, thatKeysDifferIsWrittenOnlyWhereTheyDo) {
+    Board board = completeBoard();
+    EXPECT_EQ(board.feel.keysDiffer, 0);
+    EXPECT_FALSE(json::parse(encodeBoard(board))["feel"].contains("keysDiffer"));
+    board.feel.keysDiffer = 0.25;
+    EXPECT_EQ(json::parse(encodeBoard(board))["feel"]["keysDiffer"], 0.25);
+    EXPECT_EQ(decodeBoard(encodeBoard(board)), board);
+}
+
 class EqualizerJson : public testing::Test {
   protected:
     static constexpr const char* at = "/sounds/0/press/chain/eq/gains";
