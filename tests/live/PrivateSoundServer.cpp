@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -16,6 +17,13 @@
 namespace vornic {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+/// Every question starts a program, and the machine may be busy with others.
+constexpr std::chrono::seconds patience{60};
+
+} // namespace
 
 PrivateSoundServer::PrivateSoundServer() {
     std::string name = (fs::temp_directory_path() / "vornic-sound-XXXXXX").string();
@@ -58,8 +66,8 @@ std::string PrivateSoundServer::run(std::vector<std::string> command) const {
 void PrivateSoundServer::startServer() {
     server_ = std::make_unique<ChildProcess>(std::vector<std::string>{"pipewire"}, environment(),
                                              folder_ / "server.log");
-    if (!waitFor(
-            [this] { return fs::exists(remote()) && !run({"pw-cli", "info", "0"}).empty(); })) {
+    if (!waitFor([this] { return fs::exists(remote()) && !run({"pw-cli", "info", "0"}).empty(); },
+                 patience)) {
         throw std::runtime_error("the private sound server does not start");
     }
 }
@@ -143,10 +151,12 @@ int PrivateSoundServer::ownClients() const {
 }
 
 bool PrivateSoundServer::waitForDefault(const std::string& key, const std::string& name) const {
-    return waitFor([&] {
-        return run({"pw-metadata", "-n", "default", "0", key}).find("\"" + name + "\"") !=
-               std::string::npos;
-    });
+    return waitFor(
+        [&] {
+            return run({"pw-metadata", "-n", "default", "0", key}).find("\"" + name + "\"") !=
+                   std::string::npos;
+        },
+        patience);
 }
 
 } // namespace vornic

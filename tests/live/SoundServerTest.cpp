@@ -5,6 +5,7 @@
 #include "Vornic/linux/microphone/PipeWireMicrophone.h"
 #include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
 #include "Vornic/linux/sound/PipeWireOutput.h"
+#include "tests/live/PlayedMicrophone.h"
 #include "tests/live/PrivateSoundServer.h"
 #include "tests/support/QueueScheduler.h"
 #include "tests/support/WaitFor.h"
@@ -63,6 +64,28 @@ TEST(SoundServer, isOneConnectionForEverybody) {
     ASSERT_TRUE(waitFor([&] { return output.problem().empty() && use.canCheck(); }));
     ASSERT_TRUE(microphone.open()) << microphone.problem();
     EXPECT_EQ(server.ownClients(), 1);
+}
+
+TEST(SoundServer, opensTheMicrophoneWhileTheOutputStarts) {
+    PrivateSoundServer server;
+    server.start();
+    server.addSink("speakers");
+    const PlayedMicrophone keyboard(server.remote());
+    ASSERT_TRUE(server.waitForDefaultSink("speakers"));
+    ASSERT_TRUE(server.waitForDefaultSource("played-microphone"));
+    QueueScheduler scheduler;
+    SilentSource source;
+    SoundServer connection(server.remote());
+    // They meet differently each time.
+    for (int round = 0; round < 25; ++round) {
+        PipeWireMicrophoneUse use(scheduler, connection);
+        PipeWireMicrophone microphone(scheduler, connection);
+        PipeWireOutput output(scheduler, connection);
+        use.start();
+        output.open(source);
+        output.requestStart();
+        ASSERT_TRUE(microphone.open()) << round << ": " << microphone.problem();
+    }
 }
 
 TEST(SoundServer, everybodyIsBackAfterEachReturnOfTheServer) {

@@ -35,7 +35,8 @@ constexpr const char* gone = "The microphone is gone.";
 class DefaultSource {
   public:
     /// `removed` is told the number of every object of the server that goes.
-    DefaultSource(pw_core* core, std::function<void(std::uint32_t)> removed);
+    DefaultSource(pw_core* core, const DefaultNames& defaults,
+                  std::function<void(std::uint32_t)> removed);
 
     struct Source {
         std::uint32_t id;
@@ -49,14 +50,15 @@ class DefaultSource {
     void add(std::uint32_t id, const char* type, const spa_dict* properties);
     void remove(std::uint32_t id);
 
+    const DefaultNames& defaults_;
     std::function<void(std::uint32_t)> removed_;
     std::map<std::uint32_t, std::string> names_; // of the microphones
     RegistryWatch registry_;
-    DefaultName default_{"default.audio.source", [] {}};
 };
 
-DefaultSource::DefaultSource(pw_core* core, std::function<void(std::uint32_t)> removed)
-    : removed_(std::move(removed)),
+DefaultSource::DefaultSource(pw_core* core, const DefaultNames& defaults,
+                             std::function<void(std::uint32_t)> removed)
+    : defaults_(defaults), removed_(std::move(removed)),
       registry_(
           core,
           [this](std::uint32_t id, const char* type, const spa_dict* properties) {
@@ -70,20 +72,17 @@ void DefaultSource::add(std::uint32_t id, const char* type, const spa_dict* prop
         if (media.starts_with("Audio/Source") || media == "Audio/Duplex") {
             names_[id] = lookUp(properties, PW_KEY_NODE_NAME);
         }
-    } else {
-        default_.add(registry_.get(), id, type, properties);
     }
 }
 
 void DefaultSource::remove(std::uint32_t id) {
-    default_.remove(id);
     names_.erase(id);
     removed_(id);
 }
 
 std::optional<DefaultSource::Source> DefaultSource::source() const {
     for (const auto& [id, name] : names_) {
-        if (default_.name().empty() || name == default_.name()) {
+        if (defaults_.source().empty() || name == defaults_.source()) {
             return Source{id, name};
         }
     }
@@ -101,7 +100,8 @@ class PipeWireMicrophone::Capture final : public SoundServer::User {
     /// The server's objects.
     struct Objects {
         Objects(pw_core* core, Capture& capture)
-            : source(core, [&capture](std::uint32_t id) { capture.noteGone(id); }),
+            : source(core, capture.owner_.server_.defaults(),
+                     [&capture](std::uint32_t id) { capture.noteGone(id); }),
               // For the objects, and for which of them is the default one.
               answers(core, 2, [&capture, core] { capture.begin(core); }) {}
 
@@ -118,6 +118,14 @@ class PipeWireMicrophone::Capture final : public SoundServer::User {
     }
     void unreachable() override { owner_.fail(objects_ == nullptr ? noServer : gone); }
     void disconnected() override { objects_.reset(); }
+    void work(bool /*retry*/) override {
+        // Without a session manager nothing is connected to a microphone any more, and the stream
+        // must not be there while the next one is asked for its choices.
+        if (objects_ && objects_->stream && !owner_.server_.defaults().areChosen()) {
+            objects_->stream.reset();
+            owner_.fail(gone);
+        }
+    }
 
     void begin(pw_core* core) {
         const auto found = objects_->source.source();

@@ -22,16 +22,15 @@ std::optional<Number> numberOf(const std::string& text) {
 
 } // namespace
 
-DefaultSink::DefaultSink(pw_core* core, std::function<void()> changed,
+DefaultSink::DefaultSink(pw_core* core, DefaultNames& defaults, std::function<void()> changed,
                          std::function<std::uint32_t()> ownNode)
-    : changed_(std::move(changed)), ownNode_(std::move(ownNode)),
+    : defaults_(defaults), changed_(std::move(changed)), ownNode_(std::move(ownNode)),
       registry_(
           core,
           [this](std::uint32_t id, const char* type, const spa_dict* properties) {
               add(id, type, properties);
           },
-          [this](std::uint32_t id) { remove(id); }),
-      default_("default.audio.sink", changed_) {}
+          [this](std::uint32_t id) { remove(id); }) {}
 
 void DefaultSink::add(std::uint32_t id, const char* type, const spa_dict* properties) {
     const std::string_view kind = type;
@@ -46,25 +45,29 @@ void DefaultSink::add(std::uint32_t id, const char* type, const spa_dict* proper
             cards_[id] = std::make_unique<SoundCard>(registry_.get(), id, properties, changed_);
             changed_();
         }
-    } else if (default_.add(registry_.get(), id, type, properties)) {
-        changed_();
     } else if (kind == PW_TYPE_INTERFACE_Link &&
                numberOf<std::uint32_t>(std::string(lookUp(properties, PW_KEY_LINK_OUTPUT_NODE))) ==
                    ownNode_()) {
-        // The stream is moved when the default sink changes: were the word of that lost, it would
-        // be missed here.
-        askAgain();
+        // The stream is moved when the default sink changes: the word of that was lost if it is
+        // another one that it plays to now.
+        const auto sink =
+            numberOf<std::uint32_t>(std::string(lookUp(properties, PW_KEY_LINK_INPUT_NODE)));
+        const auto found = nodes_.find(sink.value_or(SPA_ID_INVALID));
+        if (found != nodes_.end() &&
+            valueOf(found->second->properties(), PW_KEY_NODE_NAME) != defaults_.sink()) {
+            askAgain();
+        }
     }
 }
 
 void DefaultSink::remove(std::uint32_t id) {
-    if (default_.remove(id) || nodes_.erase(id) + cards_.erase(id) > 0) {
+    if (nodes_.erase(id) + cards_.erase(id) > 0) {
         changed_();
     }
 }
 
 std::optional<OutputProperties> DefaultSink::properties() const {
-    const std::string& chosen = default_.name();
+    const std::string& chosen = defaults_.sink();
     if (chosen.empty() || chosen == nowhere) {
         return std::nullopt;
     }

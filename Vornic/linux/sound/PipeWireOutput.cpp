@@ -32,7 +32,7 @@ constexpr const char* streamRefused =
 struct PipeWireOutput::Connection {
     Connection(pw_core* serverCore, SoundServer& server)
         : core(serverCore), sink(
-                                core, [&server] { server.wake(); },
+                                core, server.defaults(), [&server] { server.wake(); },
                                 [this] { return stream ? stream->node() : SPA_ID_INVALID; }),
           // For the objects, for what they say, for what was asked on that.
           answers(core, 3, [&server] { server.wake(); }) {}
@@ -149,6 +149,10 @@ void PipeWireOutput::work(bool retry) {
 
 void PipeWireOutput::follow() {
     Connection& connection = *connection_;
+    // It leads nowhere then, and must not be there while the next one is asked for its choices.
+    if (connection.stream != nullptr && !connection.sink.hasSessionManager()) {
+        endStream();
+    }
     if (connection.stream == nullptr && connection.sink.properties()) {
         connection.stream = std::make_unique<OutputStream>(connection.core, name_, *source_,
                                                            timing_, [this] { server_.wake(); });

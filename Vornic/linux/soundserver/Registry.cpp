@@ -62,42 +62,45 @@ RegistryWatch::RegistryWatch(pw_core* core, Added added, Removed removed)
     pw_registry_add_listener(registry_.get(), &listener_.hook, &events, this);
 }
 
-DefaultName::DefaultName(std::string key, std::function<void()> changed)
-    : key_(std::move(key)), changed_(std::move(changed)) {}
+DefaultNames::DefaultNames(pw_core* core, std::function<void()> changed)
+    : changed_(std::move(changed)),
+      registry_(
+          core,
+          [this](std::uint32_t id, const char* type, const spa_dict* properties) {
+              add(id, type, properties);
+          },
+          [this](std::uint32_t id) { remove(id); }) {}
 
-bool DefaultName::add(pw_registry* registry, std::uint32_t id, const char* type,
-                      const spa_dict* properties) {
-    if (metadata_ != nullptr || std::string_view(type) != PW_TYPE_INTERFACE_Metadata ||
-        lookUp(properties, PW_KEY_METADATA_NAME) != "default") {
-        return false;
+void DefaultNames::add(std::uint32_t id, const char* type, const spa_dict* properties) {
+    if (metadata_ == nullptr && std::string_view(type) == PW_TYPE_INTERFACE_Metadata &&
+        lookUp(properties, PW_KEY_METADATA_NAME) == "default") {
+        id_ = id;
+        bind();
+        changed_();
     }
-    registry_ = registry;
-    id_ = id;
-    bind();
-    return true;
 }
 
-bool DefaultName::remove(std::uint32_t id) {
-    if (id != id_) {
-        return false;
+void DefaultNames::remove(std::uint32_t id) {
+    if (id == id_) {
+        id_ = SPA_ID_INVALID;
+        listener_.reset();
+        metadata_.reset();
+        sink_.clear();
+        source_.clear();
+        changed_();
     }
-    id_ = SPA_ID_INVALID;
-    listener_.reset();
-    metadata_.reset();
-    name_.clear();
-    return true;
 }
 
-void DefaultName::askAgain() {
+void DefaultNames::askAgain() {
     if (metadata_ != nullptr) {
         bind();
     }
 }
 
-void DefaultName::bind() {
+void DefaultNames::bind() {
     listener_.reset();
-    metadata_.reset(static_cast<pw_metadata*>(
-        pw_registry_bind(registry_, id_, PW_TYPE_INTERFACE_Metadata, PW_VERSION_METADATA, 0)));
+    metadata_.reset(static_cast<pw_metadata*>(pw_registry_bind(
+        registry_.get(), id_, PW_TYPE_INTERFACE_Metadata, PW_VERSION_METADATA, 0)));
     if (metadata_ == nullptr) {
         return;
     }
@@ -108,7 +111,7 @@ void DefaultName::bind() {
         metadata.property = [](void* self, std::uint32_t subject, const char* key, const char*,
                                const char* value) {
             if (subject == PW_ID_CORE) {
-                static_cast<DefaultName*>(self)->set(key, value);
+                static_cast<DefaultNames*>(self)->set(key, value);
             }
             return 0;
         };
@@ -117,12 +120,16 @@ void DefaultName::bind() {
     pw_metadata_add_listener(metadata_.get(), &listener_->hook, &events, this);
 }
 
-void DefaultName::set(const char* key, const char* value) {
-    // A null key clears every property of the subject.
-    if (key == nullptr || key_ == key) {
-        name_ = key == nullptr || value == nullptr ? std::string() : nameIn(value);
-        changed_();
-    }
+void DefaultNames::set(const char* key, const char* value) {
+    const auto take = [&](std::string_view wanted, std::string& name) {
+        // A null key clears every property of the subject.
+        if (key == nullptr || key == wanted) {
+            name = key == nullptr || value == nullptr ? std::string() : nameIn(value);
+        }
+    };
+    take("default.audio.sink", sink_);
+    take("default.audio.source", source_);
+    changed_();
 }
 
 RoundTrips::RoundTrips(pw_core* core, int count, std::function<void()> done)

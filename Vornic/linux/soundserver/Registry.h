@@ -36,41 +36,43 @@ class RegistryWatch {
     Listener listener_;
 };
 
-/// Follows one of the choices that a session manager makes, such as "default.audio.sink": the name
-/// of a node. Thread: any that holds the server's loop.
-class DefaultName {
+/// Follows what a session manager has chosen: the names of the default sink and source. One for all
+/// of a connection, bound before anything else is made from it: until the session manager has
+/// answered that, the server listens to no more from this connection; and while that waits for a
+/// stream of this connection to answer it, both would wait for ever. Thread: any that holds the
+/// server's loop.
+class DefaultNames {
   public:
-    /// `changed` is called when the name may have become another.
-    DefaultName(std::string key, std::function<void()> changed);
-    DefaultName(const DefaultName&) = delete;
-    DefaultName& operator=(const DefaultName&) = delete;
-    ~DefaultName() = default;
-
-    /// To be told of every object of the registry; true for the one that holds the choices.
-    bool add(pw_registry* registry, std::uint32_t id, const char* type, const spa_dict* properties);
-    /// True when that object goes.
-    bool remove(std::uint32_t id);
+    /// `changed` is called when an answer below may have become another.
+    DefaultNames(pw_core* core, std::function<void()> changed);
+    DefaultNames(const DefaultNames&) = delete;
+    DefaultNames& operator=(const DefaultNames&) = delete;
+    ~DefaultNames() = default;
 
     /// Whether somebody chooses at all: a session manager is running.
-    bool isChosenBySomebody() const { return metadata_ != nullptr; }
+    bool areChosen() const { return metadata_ != nullptr; }
 
-    /// Empty while nothing is chosen.
-    const std::string& name() const { return name_; }
+    /// The nodes' names; empty while nothing is chosen.
+    const std::string& sink() const { return sink_; }
+    const std::string& source() const { return source_; }
 
-    /// Asks once more: the word of a change can get lost.
+    /// Asks once more: a server sends no changes to anybody while it answers somebody who asks for
+    /// all of them, so the word of one can get lost. Not while a stream is made.
     void askAgain();
 
   private:
+    void add(std::uint32_t id, const char* type, const spa_dict* properties);
+    void remove(std::uint32_t id);
     void bind();
     void set(const char* key, const char* value);
 
-    std::string key_;
     std::function<void()> changed_;
-    pw_registry* registry_ = nullptr;
+    RegistryWatch registry_; // its object below goes before it
     std::uint32_t id_ = SPA_ID_INVALID;
     MetadataHandle metadata_;
     std::unique_ptr<Listener> listener_;
-    std::string name_;
+    std::string sink_;
+    std::string source_;
 };
 
 /// Waits until the server has answered so many questions, one after the other: then it has told

@@ -1,6 +1,7 @@
 #include "Vornic/linux/soundserver/SoundServer.h"
 
 #include "Vornic/linux/soundserver/RealTimeLimit.h"
+#include "Vornic/linux/soundserver/Registry.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -165,6 +166,7 @@ void SoundServer::connect() {
     }();
     coreListener_ = std::make_unique<Listener>();
     pw_core_add_listener(core_.get(), &coreListener_->hook, &events, this);
+    defaults_ = std::make_unique<DefaultNames>(core_.get(), [this] { wake(); });
     for (User* const user : users_) {
         user->connected(core_.get());
     }
@@ -179,6 +181,7 @@ void SoundServer::disconnect() {
         user->unreachable();
         user->disconnected();
     }
+    defaults_.reset();
     coreListener_.reset();
     core_.reset();
 }

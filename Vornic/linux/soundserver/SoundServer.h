@@ -11,6 +11,8 @@
 
 namespace vornic {
 
+class DefaultNames;
+
 /// The program's one connection to the PipeWire server, on a thread of its own, made again by
 /// itself whenever the server has ended and is back. What is heard is made and what is captured is
 /// taken on one more thread of the library's, in real time where the system grants it.
@@ -67,6 +69,9 @@ class SoundServer {
     /// Called by users, from inside the functions above.
     void retryLater();
 
+    /// What the session manager has chosen. For users, while connected.
+    DefaultNames& defaults() { return *defaults_; }
+
   private:
     void follow();
     void connect();
@@ -84,6 +89,7 @@ class SoundServer {
     std::vector<User*> newUsers_; // not told of the connection yet
     CoreHandle core_;
     std::unique_ptr<Listener> coreListener_;
+    std::unique_ptr<DefaultNames> defaults_;
     std::chrono::milliseconds retryDelay_;
     bool retryPending_ = false;
     bool isLost_ = false;
