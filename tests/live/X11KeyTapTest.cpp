@@ -14,6 +14,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace vornic {
@@ -310,6 +311,33 @@ TEST_F(X11KeyTapTest, onTheKeyThreadTheDeathOfItsServerCostsNothing) {
         look();
     }
     EXPECT_EQ(counted.dispatches, dispatches);
+}
+
+TEST_F(X11KeyTapTest, hearsEachKeyOnceWhileItForgets) {
+    ASSERT_TRUE(tap.start());
+    constexpr int presses = 2000;
+    std::atomic<bool> typed{false};
+    std::jthread hands([&] {
+        KeyTyper other;
+        for (int press = 0; press < presses; ++press) {
+            other.type(KeyTyper::letter(press % 26));
+            other.settle();
+            // Nobody types a key twice in a millisecond, the unit of the server's times.
+            const std::uint64_t millis = clock.nanos() / 1'000'000;
+            while (press % 26 == 25 && clock.nanos() / 1'000'000 == millis) {
+                std::this_thread::yield();
+            }
+        }
+        typed = true;
+    });
+    while (!typed) {
+        tap.forget();
+        tap.dispatch();
+    }
+    hands.join();
+    listenToEverything();
+    EXPECT_EQ(codes(true).size(), std::size_t{presses});
+    EXPECT_EQ(codes(false).size(), std::size_t{presses});
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vornic {
 
@@ -59,6 +60,12 @@ KeyboardForm formOfServer(const X11Connection& connection) {
         rest.remove_prefix(std::min(rest.size(), rest.find('\0') + std::size_t{1}));
     }
     return formOfLayout(rest.substr(0, rest.find('\0')));
+}
+
+/// Returns once everything that the server has told this connection so far is here.
+void askForTheLast(const X11Connection& connection) {
+    const X11Owned<xcb_get_input_focus_reply_t> answered(xcb_get_input_focus_reply(
+        connection.get(), xcb_get_input_focus(connection.get()), nullptr));
 }
 
 } // namespace
@@ -124,7 +131,11 @@ void X11KeyTap::dispatch() {
     if (!connection_) {
         return;
     }
-    connection_->forEachEvent([this](const xcb_generic_event_t& event) { handle(event); });
+    connection_->forEachEvent([this](const xcb_generic_event_t& event) {
+        if (const auto raw = rawKey(event)) {
+            hear(*raw);
+        }
+    });
     if (!connection_->alive()) {
         stop();
     }
@@ -136,39 +147,64 @@ bool X11KeyTap::forget() {
     }
     // What the server sends is read into a buffer inside the connection, where keys stay until
     // others take their place. It goes with the connection, so another one takes over, which hears
-    // already while this one is asked for the last time. What both hear, the filter drops.
+    // already while this one is asked for the last time. What both were told of counts once.
     std::unique_ptr<X11Connection> next = connect();
     if (!next) {
         return true;
     }
-    const X11Owned<xcb_get_input_focus_reply_t> answered(xcb_get_input_focus_reply(
-        connection_->get(), xcb_get_input_focus(connection_->get()), nullptr));
-    const std::uint64_t before = heard_;
-    dispatch();
+    std::vector<RawKey> both;
+    bool heard = false;
+    askForTheLast(*connection_);
+    connection_->forEachEvent([&](const xcb_generic_event_t& event) {
+        if (const auto raw = rawKey(event)) {
+            both.push_back(*raw);
+            heard = true;
+            hear(*raw);
+        }
+    });
     connection_ = std::move(next);
-    dispatch();
-    return heard_ == before;
+    askForTheLast(*connection_);
+    connection_->forEachEvent([&](const xcb_generic_event_t& event) {
+        const auto raw = rawKey(event);
+        if (!raw) {
+            return;
+        }
+        heard = true;
+        if (const auto known = std::ranges::find(both, *raw); known != both.end()) {
+            both.erase(known);
+        } else {
+            hear(*raw);
+        }
+    });
+    if (!connection_->alive()) {
+        stop();
+    }
+    return !heard;
 }
 
-void X11KeyTap::handle(const xcb_generic_event_t& event) {
-    ++heard_;
+std::optional<X11KeyTap::RawKey> X11KeyTap::rawKey(const xcb_generic_event_t& event) const {
     if (event.response_type != XCB_GE_GENERIC) {
-        return;
+        return std::nullopt;
     }
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
     const bool down = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
     if (generic.extension != inputOpcode_ ||
         (!down && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)) {
-        return;
+        return std::nullopt;
     }
     const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
     if (raw.detail < keycodeOffset) {
-        return;
+        return std::nullopt;
     }
-    const NativeKey key{.keyboard = raw.sourceid, .code = raw.detail - keycodeOffset};
-    const std::int64_t keyCode = forms_.keyCode(key.keyboard, key.code);
-    if (filter_.accepts(key, keyCode, down)) {
-        onKey(keyCode, down, serverTime_.nanos(raw.time));
+    return RawKey{.millis = raw.time,
+                  .key = {.keyboard = raw.sourceid, .code = raw.detail - keycodeOffset},
+                  .down = down};
+}
+
+void X11KeyTap::hear(const RawKey& raw) {
+    const std::int64_t keyCode = forms_.keyCode(raw.key.keyboard, raw.key.code);
+    if (filter_.accepts(raw.key, keyCode, raw.down)) {
+        onKey(keyCode, raw.down, serverTime_.nanos(raw.millis));
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vornic {
@@ -35,10 +36,20 @@ class X11KeyTap final : public KeyTap {
     std::string description() const override;
 
   private:
+    /// A press or a release as the server tells of it.
+    struct RawKey {
+        std::uint32_t millis = 0; // the server's time
+        NativeKey key;
+        bool down = false;
+        bool operator==(const RawKey&) const = default;
+    };
+
     /// A connection that is told of every key; none where that is not to be had.
     std::unique_ptr<X11Connection> connect();
     void noteHeldKeys();
-    void handle(const xcb_generic_event_t& event);
+    /// The key that an event is about, if any.
+    std::optional<RawKey> rawKey(const xcb_generic_event_t& event) const;
+    void hear(const RawKey& raw);
 
     ServerTime serverTime_;
     KeyFilter filter_;
@@ -46,7 +57,6 @@ class X11KeyTap final : public KeyTap {
     std::string display_;
     std::unique_ptr<X11Connection> connection_;
     std::uint8_t inputOpcode_ = 0;
-    std::uint64_t heard_ = 0; // events
 };
 
 } // namespace vornic
