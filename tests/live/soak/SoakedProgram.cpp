@@ -1,34 +1,12 @@
 #include "tests/live/soak/SoakedProgram.h"
 
 #include <csignal>
-#include <fstream>
 #include <numeric>
 #include <stdexcept>
 
 namespace vornic {
 
 namespace fs = std::filesystem;
-
-namespace {
-
-std::size_t entries(const fs::path& folder) {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
-double proportionalMB(const fs::path& process) {
-    std::ifstream file(process / "smaps_rollup");
-    for (std::string word; file >> word;) {
-        if (word == "Pss:") {
-            double kilobytes = 0;
-            file >> kilobytes;
-            return kilobytes / 1024.0;
-        }
-    }
-    throw std::runtime_error("the kernel does not say what memory the program has");
-}
-
-} // namespace
 
 std::int64_t KeyCounts::withoutReason() const {
     return std::accumulate(
@@ -73,10 +51,7 @@ KeyCounts SoakedProgram::counts() const {
 }
 
 ProcessFacts SoakedProgram::facts() const {
-    const fs::path process = fs::path("/proc") / std::to_string(process_->id());
-    return {.memoryMB = proportionalMB(process),
-            .descriptors = entries(process / "fd"),
-            .threads = entries(process / "task")};
+    return factsOf(process_->id());
 }
 
 fs::path SoakedProgram::exported(const std::string& board) const {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "tests/live/ChildProcess.h"
+#include "tests/live/ProcessFacts.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -14,13 +14,6 @@
 #include <vector>
 
 namespace vornic {
-
-/// What the kernel says that a process has.
-struct ProcessFacts {
-    double memoryMB = 0; // its share of what it maps (PSS)
-    std::size_t descriptors = 0;
-    std::size_t threads = 0;
-};
 
 /// What the program says became of the keys.
 struct KeyCounts {

@@ -51,6 +51,8 @@ class Soak {
                                       {"PIPEWIRE_REMOTE", remote.filename()}});
         expect(loop_.waitFor([&] { return says("Vornic is listening"); }, patience), "it listens");
         file_ = program_->exported("deep");
+        // Not earlier: what nobody listens for cannot be lost.
+        hands_.emplace(seed_);
         openStudio();
     }
 
@@ -63,8 +65,8 @@ class Soak {
         for (const auto& act : acts) {
             act(*this);
             constexpr std::int64_t keysBetween = 40;
-            const std::int64_t enough = hands_.pressed() + keysBetween;
-            expect(loop_.waitFor([&] { return hands_.pressed() >= enough; }, patience),
+            const std::int64_t enough = hands_->pressed() + keysBetween;
+            expect(loop_.waitFor([&] { return hands_->pressed() >= enough; }, patience),
                    "keys are typed");
             expect(program_->lives(), "the program lives:\n" + program_->log());
         }
@@ -74,14 +76,16 @@ class Soak {
     }
 
     void rest() {
-        hands_.rest();
-        sent_ = hands_.pressed();
+        hands_->rest();
+        sent_ = hands_->pressed();
         // The last keys may still be on their way to the program, and from there to the sound.
         KeyCounts last = program_->counts();
-        loop_.waitFor([&] {
-            last = program_->counts();
-            return last.pressed >= sent_ && last.withoutReason() == 0;
-        });
+        loop_.waitFor(
+            [&] {
+                last = program_->counts();
+                return last.pressed >= sent_ && last.withoutReason() == 0;
+            },
+            patience);
         counts_ = last;
     }
 
@@ -199,7 +203,8 @@ class Soak {
         const auto bus = session->servicePid("org.a11y.Bus");
         expect(bus.isValid() && bus.value() > 1, "an accessibility bus");
         ::kill(static_cast<pid_t>(bus.value()), SIGKILL);
-        expect(loop_.waitFor([&] { return !session->isServiceRegistered("org.a11y.Bus").value(); }),
+        expect(loop_.waitFor([&] { return !session->isServiceRegistered("org.a11y.Bus").value(); },
+                             patience),
                "it goes");
         playing();
     }
@@ -213,7 +218,7 @@ class Soak {
     std::optional<AccessibleTree> tree_;
     std::map<QString, QPoint> places_;
     Pointer pointer_;
-    SteadyHands hands_{seed_};
+    std::optional<SteadyHands> hands_;
     std::int64_t sent_ = 0;
     KeyCounts counts_;
 };
