@@ -9,6 +9,7 @@
 #include "Vornic/library/PackFolders.h"
 #include "Vornic/linux/desktop/AutostartEntry.h"
 #include "Vornic/linux/desktop/DBusRunningCopy.h"
+#include "Vornic/linux/desktop/DesktopServices.h"
 #include "Vornic/linux/desktop/JournalLog.h"
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "Vornic/linux/desktop/ThisProgram.h"
@@ -160,8 +161,9 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     if (const std::string problem = output.problem(); !problem.empty() && !request.snapshot) {
         return {playDemo(request, problem, log)};
     }
-    InputMonitoringRequest permission(InputMonitoringRequest::helperOf(programPath()),
-                                      startProgram);
+    InputMonitoringRequest permission(InputMonitoringRequest::helperOf(programPath()), startProgram,
+                                      {});
+    permission.hasPasswordAgent = [] { return hasPasswordAgent(); };
     StatusNotifierTray statusNotifier;
     XEmbedTray olderTray;
     const bool mayDock =
@@ -277,6 +279,7 @@ void writeNoCore() {
 int main(int argc, char** argv) {
     vornic::endInOrder("vornic");
     vornic::writeNoCore();
+    vornic::keepOutForeignPlugins(vornic::programPath());
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto request = vornic::readCommandLine(
         arguments, vornic::findPackFolder(vornic::programPath()).value_or(""));

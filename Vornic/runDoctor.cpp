@@ -2,6 +2,7 @@
 #include "Vornic/linux/desktop/DesktopServices.h"
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "Vornic/linux/desktop/ThisProgram.h"
+#include "Vornic/linux/keys/ReaderKeyboards.h"
 #include "Vornic/linux/permission/InputMonitoringRequest.h"
 #include "Vornic/linux/permission/KeyGrant.h"
 #include "Vornic/linux/quiet/PipeWireMicrophoneUse.h"
@@ -52,7 +53,8 @@ void lookAtKeys(DoctorFacts& facts) {
     const SessionKeys keys = makeSessionKeys(source.kind, clock);
     facts.tapState = keys.tap->refresh();
     facts.tap = keys.tap->description();
-    facts.hotKeyRegistered = keys.hotKey->registered();
+    // A running copy that has the key reader's keys notices the hot key too.
+    facts.hotKeyRegistered = keys.hotKey->registered() || (keys.reader && keys.reader->taken());
     keys.tap->stop();
 }
 
@@ -86,9 +88,12 @@ int runDoctor(const DoctorRequest& request) {
     lookAtSound(facts);
     facts.packs = SoundPack::all(request.packs).size();
     facts.packFolder = request.packs.string();
-    facts.ruleInstalled = std::ranges::any_of(InputMonitoringFiles::rules,
-                                              [](const char* rule) { return exists(rule); });
-    facts.agreed = exists(InputMonitoringFiles::agreement);
+    const bool reader = exists(InputMonitoringFiles::readerSocket);
+    facts.ruleInstalled =
+        reader || std::ranges::any_of(InputMonitoringFiles::rules,
+                                      [](const char* rule) { return exists(rule); });
+    facts.agreed =
+        exists(reader ? InputMonitoringFiles::readerAgreement : InputMonitoringFiles::agreement);
     const DesktopServices services = DesktopServices::look();
     facts.sessionBus = services.sessionBus;
     facts.tray = services.tray || (facts.keySource == KeySourceKind::x11 && XEmbedTray::offered());

@@ -4,10 +4,13 @@
 #include "Vornic/linux/hotkey/ReadHotKey.h"
 #include "Vornic/linux/hotkey/X11HotKey.h"
 #include "Vornic/linux/keys/EvdevKeyTap.h"
+#include "Vornic/linux/keys/ReaderKeyboards.h"
 #include "Vornic/linux/keys/UdevInputDevices.h"
 #include "Vornic/linux/keys/X11KeyTap.h"
 #include "Vornic/linux/permission/KeyGrant.h"
 
+#include <cstdlib>
+#include <string>
 #include <utility>
 
 namespace vornic {
@@ -24,6 +27,12 @@ class NoKeys final : public KeyTap {
     void dispatch() override {}
     std::string description() const override { return "nowhere"; }
 };
+
+/// Whoever names another one gains nothing: it can only be made to sound by keys of his own.
+std::string readerSocket() {
+    const char* const named = std::getenv("VORNIC_KEY_READER");
+    return named == nullptr ? ReaderKeyboards::installedSocket : named;
+}
 
 class NoHotKey final : public HotKey {
   public:
@@ -54,8 +63,11 @@ SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
     }
     auto hotKey = std::make_unique<ReadHotKey>();
     keys.devices = std::make_unique<UdevInputDevices>();
+    auto reader = std::make_unique<ReaderKeyboards>(readerSocket(), *keys.devices);
     keys.tap = std::make_unique<EvdevKeyTap>(
-        clock, *keys.devices, [] { return KeyGrant().given(); }, hotKey.get(), configuredForm());
+        clock, *reader, [&reader = *reader] { return reader.granted() || KeyGrant().given(); },
+        hotKey.get(), configuredForm());
+    keys.reader = std::move(reader);
     keys.shortcut = std::make_unique<GlobalShortcut>();
     keys.shortcut->onPress = [&read = *hotKey] { read.pressedElsewhere(); };
     keys.shortcut->onBound = [&read = *hotKey](bool bound) { read.leaveToOthers(bound); };

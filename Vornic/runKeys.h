@@ -11,12 +11,14 @@ namespace vornic {
 
 class GlobalShortcut;
 class InputDevices;
+class ReaderKeyboards;
 
 /// What hears keys in this session. Tap and hot key belong to the key thread once the model has
 /// them.
 struct SessionKeys {
-    /// What the tap reads; empty in an X session.
+    /// What the tap reads, directly or through the key reader; empty in an X session.
     std::unique_ptr<InputDevices> devices;
+    std::unique_ptr<ReaderKeyboards> reader;
     std::unique_ptr<HotKey> hotKey;
     std::unique_ptr<KeyTap> tap;
     /// The desktop's own matching of the hot key; empty in an X session. Not asked yet: the desktop

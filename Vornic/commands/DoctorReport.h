@@ -27,7 +27,8 @@ struct DoctorFacts {
     std::string packFolder;
     /// Whether there is a microphone whose use can be told.
     bool microphone = false;
-    /// Whether the rule for the keyboards is installed, and whether it is switched on.
+    /// Whether the key reader or the rule for the keyboards is installed, and whether hearing keys
+    /// is agreed to.
     bool ruleInstalled = false;
     bool agreed = false;
     /// The command that switches it on without a question.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <iterator>
 #include <system_error>
 
@@ -29,6 +30,18 @@ std::string quoted(const std::string& word) {
 std::filesystem::path programPath() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+void keepOutForeignPlugins(const std::filesystem::path& program) {
+    if (!program.string().starts_with("/usr/")) {
+        return;
+    }
+    for (const char* const variable :
+         {"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH", "QML_IMPORT_PATH", "QML2_IMPORT_PATH",
+          // For the processes that are started: here their time is over.
+          "LD_PRELOAD", "LD_AUDIT", "LD_LIBRARY_PATH"}) {
+        ::unsetenv(variable);
+    }
 }
 
 std::vector<std::string> relaunchCommand(const std::filesystem::path& program,

@@ -9,6 +9,11 @@ namespace vornic {
 /// The file of the running program; empty when the system does not say. Thread: any.
 std::filesystem::path programPath();
 
+/// Where `program` is installed for the whole system, has the toolkit load no plug-in and no view
+/// from folders that the environment names: whoever sets it is not always the user. To be called
+/// first in `main`. Thread: main.
+void keepOutForeignPlugins(const std::filesystem::path& program);
+
 /// The command that starts `program` again with its `arguments`. With a `group`, through sg, which
 /// gives the new process a group that the user was put into after logging in.
 /// Thread: main.

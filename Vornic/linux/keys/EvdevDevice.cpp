@@ -54,6 +54,12 @@ std::vector<std::uint32_t> EvdevDevice::keysDown() const {
     return down;
 }
 
+std::array<std::uint8_t, KEY_CNT / 8> EvdevDevice::keysItHas() const {
+    std::array<std::uint8_t, KEY_CNT / 8> bits{};
+    ::ioctl(descriptor_, EVIOCGBIT(EV_KEY, sizeof bits), bits.data());
+    return bits;
+}
+
 bool EvdevDevice::askKeys(Keys& down) const {
     std::array<unsigned char, KEY_CNT / 8> bits{};
     if (::ioctl(descriptor_, EVIOCGKEY(sizeof bits), bits.data()) < 0) {

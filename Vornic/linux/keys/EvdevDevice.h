@@ -4,6 +4,7 @@
 
 #include <linux/input-event-codes.h>
 
+#include <array>
 #include <bitset>
 #include <cstdint>
 #include <memory>
@@ -28,6 +29,8 @@ class EvdevDevice final : public InputDevice {
 
     int fileDescriptor() const override { return descriptor_; }
     std::vector<std::uint32_t> keysDown() const override;
+    /// A bit for each key code that it can say, the lowest first.
+    std::array<std::uint8_t, KEY_CNT / 8> keysItHas() const;
     bool read(std::vector<KernelKey>& keys) override;
 
   private:

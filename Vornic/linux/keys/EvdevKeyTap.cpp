@@ -32,6 +32,7 @@ bool EvdevKeyTap::start() {
 
 bool EvdevKeyTap::begin() {
     if (waiting_ >= 0) {
+        devices_.watch();
         return true;
     }
     waiting_ = ::epoll_create1(EPOLL_CLOEXEC);
@@ -146,6 +147,15 @@ void EvdevKeyTap::dispatch() {
     if (waiting_ < 0) {
         return;
     }
+    const bool gone = hear();
+    if (devices_.changed() || gone) {
+        list();
+        // What is heard from now on may have said something already.
+        hear();
+    }
+}
+
+bool EvdevKeyTap::hear() {
     std::vector<HeardKey> heard;
     bool gone = false;
     for (Keyboard& keyboard : keyboards_) {
@@ -158,9 +168,7 @@ void EvdevKeyTap::dispatch() {
     for (const HeardKey& key : heard) {
         deliver(key);
     }
-    if (devices_.changed() || gone) {
-        list();
-    }
+    return gone;
 }
 
 bool EvdevKeyTap::forget() {
@@ -207,7 +215,7 @@ std::string EvdevKeyTap::description() const {
     const auto open = std::ranges::count_if(
         keyboards_, [](const Keyboard& keyboard) { return keyboard.device != nullptr; });
     return std::to_string(open) + " of " + std::to_string(keyboards_.size()) +
-           (keyboards_.size() == 1 ? " keyboard" : " keyboards");
+           (keyboards_.size() == 1 ? " keyboard" : " keyboards") + devices_.way();
 }
 
 } // namespace vornic

@@ -41,7 +41,7 @@ class EvdevKeyTap final : public KeyTap {
     void dispatch() override;
     bool forget() override;
 
-    /// "2 of 3 keyboards".
+    /// "2 of 3 keyboards", and how they are read.
     std::string description() const override;
 
   private:
@@ -64,6 +64,8 @@ class EvdevKeyTap final : public KeyTap {
     void open(Keyboard& keyboard);
     void close(Keyboard& keyboard);
     void wait(int descriptor) const;
+    /// Delivers what waits; true when a keyboard has gone.
+    bool hear();
     bool read(Keyboard& keyboard, std::vector<HeardKey>& heard);
     void deliver(const HeardKey& key);
 

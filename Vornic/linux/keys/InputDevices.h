@@ -15,6 +15,14 @@ struct KeyboardDescription {
     std::string name;
     /// True for one that a program made, which may repeat the keys of a real one.
     bool isVirtual = false;
+    /// The seat that it belongs to; the first one where nothing says.
+    std::string seat = "seat0";
+    /// Where it is plugged in, as a path below /sys.
+    std::string port;
+    /// Numbers of the kernel's input layer; 0 where unknown.
+    std::uint16_t bus = 0;
+    std::uint16_t vendor = 0;
+    std::uint16_t product = 0;
 
     bool operator==(const KeyboardDescription&) const = default;
 };
@@ -74,7 +82,8 @@ class InputDevices {
     InputDevices& operator=(const InputDevices&) = delete;
     virtual ~InputDevices() = default;
 
-    /// Begins to notice keyboards that come and go; harmless when it does so already.
+    /// Begins to notice keyboards that come and go. Called again and again: what could not be had
+    /// may be there now.
     virtual void watch() = 0;
 
     /// Ends that.
@@ -95,6 +104,9 @@ class InputDevices {
 
     /// Opens one; empty where that is refused or it is gone.
     virtual std::unique_ptr<InputDevice> open(const std::string& path) = 0;
+
+    /// What to say of how they are read, behind their number; empty where nothing is special.
+    virtual std::string way() const { return {}; }
 };
 
 } // namespace vornic

@@ -6,8 +6,10 @@
 #include <libudev.h>
 #include <unistd.h>
 
+#include <cstdint>
+#include <cstdlib>
 #include <optional>
-#include <string_view>
+#include <utility>
 
 namespace vornic {
 
@@ -27,6 +29,11 @@ std::string text(const char* value) {
     return value == nullptr ? std::string() : std::string(value);
 }
 
+std::uint16_t hexNumber(const char* value) {
+    return value == nullptr ? std::uint16_t{0}
+                            : static_cast<std::uint16_t>(std::strtoul(value, nullptr, 16));
+}
+
 /// Only event nodes tell keys; the same keyboard has other nodes and no node at all above them.
 std::optional<KeyboardDescription> describe(udev_device& device) {
     const std::string path = text(udev_device_get_devnode(&device));
@@ -34,13 +41,22 @@ std::optional<KeyboardDescription> describe(udev_device& device) {
         path.find("/event") == std::string::npos) {
         return std::nullopt;
     }
+    KeyboardDescription keyboard;
+    keyboard.path = path;
+    keyboard.isVirtual = isMadeByAProgram(text(udev_device_get_syspath(&device)));
+    if (const std::string seat = text(udev_device_get_property_value(&device, "ID_SEAT"));
+        !seat.empty()) {
+        keyboard.seat = seat;
+    }
     // The parent belongs to its child.
-    udev_device* const parent = udev_device_get_parent(&device);
-    return KeyboardDescription{
-        .path = path,
-        .name =
-            parent == nullptr ? std::string() : text(udev_device_get_sysattr_value(parent, "name")),
-        .isVirtual = isMadeByAProgram(text(udev_device_get_syspath(&device)))};
+    if (udev_device* const parent = udev_device_get_parent(&device)) {
+        keyboard.name = text(udev_device_get_sysattr_value(parent, "name"));
+        keyboard.port = text(udev_device_get_devpath(parent));
+        keyboard.bus = hexNumber(udev_device_get_sysattr_value(parent, "id/bustype"));
+        keyboard.vendor = hexNumber(udev_device_get_sysattr_value(parent, "id/vendor"));
+        keyboard.product = hexNumber(udev_device_get_sysattr_value(parent, "id/product"));
+    }
+    return keyboard;
 }
 
 } // namespace

@@ -22,26 +22,58 @@ bool isOnlyOf(unsigned owner, const std::filesystem::path& path) {
 } // namespace
 
 InputMonitoringRequest::InputMonitoringRequest(std::filesystem::path helper, Runner run,
-                                               std::filesystem::path agreement, unsigned owner)
-    : helper_(std::move(helper)), run_(std::move(run)), agreement_(std::move(agreement)),
-      owner_(owner) {}
+                                               Places places, unsigned owner)
+    : helper_(std::move(helper)), run_(std::move(run)), places_(std::move(places)), owner_(owner) {}
 
 std::filesystem::path InputMonitoringRequest::helperOf(const std::filesystem::path& executable) {
     return executable.parent_path().parent_path() / "lib/vornic/vornic-input-monitoring";
 }
 
+bool InputMonitoringRequest::hasReader() const {
+    std::error_code ignored;
+    return std::filesystem::exists(places_.readerSocket, ignored);
+}
+
 std::vector<PermissionRequest::Point> InputMonitoringRequest::explanation() const {
-    return {
+    std::vector<Point> points{
         {"", "Vornic plays a sound for every key, so it has to know when a key goes down or up, in "
              "whatever window."},
         {"What it reads", "Which key it is, and when, from the keyboards of this computer."},
         {"What never happens",
-         "No key is stored and none is sent anywhere; Vornic has no network code."},
+         "No key is stored and none is sent anywhere; Vornic has no network code."}};
+    for (Point& point : hasReader() ? explanationOfReader() : explanationOfRule()) {
+        points.push_back(std::move(point));
+    }
+    return points;
+}
+
+std::vector<PermissionRequest::Point> InputMonitoringRequest::explanationOfReader() const {
+    std::string changed = "Two files: ";
+    changed.append(InputMonitoringFiles::readerRule)
+        .append(" lets Vornic hear keys, and ")
+        .append(places_.readerAgreement.string())
+        .append(" notes that. An administrator's password is needed for that.");
+    std::string back = "Turn it off here again, or run \"pkexec ";
+    back.append(helper_.string())
+        .append(" disable\". Without Vornic, remove those files. It holds at once.");
+    return {
+        {"Who else gains access",
+         "No other program. A service of the system, vornic-keys, reads the keyboards and hands "
+         "the keys to Vornic alone, to whoever sits at this computer, while the screen is not "
+         "locked. It cannot protect Vornic itself: a program that you run and that goes to the "
+         "trouble of breaking into Vornic hears what Vornic hears."},
+        {"What is changed", changed},
+        {"How to take it back", back},
+    };
+}
+
+std::vector<PermissionRequest::Point> InputMonitoringRequest::explanationOfRule() const {
+    return {
         {"Who else gains access",
          "Every program that the user at this computer runs can then read every key, including "
-         "passwords typed into other programs. This holds for every user who sits at this "
-         "computer, while they do."},
-        {"What is changed", "One file, " + agreement_.string() +
+         "passwords typed into other programs, and can type keys of its own into them. This holds "
+         "for every user who sits at this computer, while they do."},
+        {"What is changed", "One file, " + places_.agreement.string() +
                                 ". It switches on a rule of the device manager, 70-vornic.rules. "
                                 "An administrator's password is needed for that."},
         {"How to take it back",
@@ -58,7 +90,8 @@ bool InputMonitoringRequest::possible() const {
 
 bool InputMonitoringRequest::granted() const {
     std::error_code ignored;
-    return std::filesystem::exists(agreement_, ignored);
+    return std::filesystem::exists(hasReader() ? places_.readerAgreement : places_.agreement,
+                                   ignored);
 }
 
 void InputMonitoringRequest::ask(const std::string& word, Done done) {
@@ -86,7 +119,8 @@ void InputMonitoringRequest::answer(int status, const std::string& complaint) {
         answer = PermissionAnswer::declined;
         message = "Nothing was changed. You can try again at any time.";
     } else if (status == notAuthorised &&
-               complaint.find("No authentication agent") != std::string::npos) {
+               (complaint.find("No authentication agent") != std::string::npos ||
+                hasPasswordAgent() == false)) {
         answer = PermissionAnswer::failed;
         message = "Nothing in this session asks for an administrator's password. Run \"sudo " +
                   helper_.string() + " " + open_ + "\" in a terminal.";

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,11 +22,21 @@ class InputMonitoringRequest final : public PermissionRequest {
     /// Starts a program, returns at once, and calls back on the main thread when it has ended.
     using Runner = std::function<void(const std::vector<std::string>& command, Ended ended)>;
 
+    /// What is looked for; others in tests.
+    struct Places {
+        std::filesystem::path readerSocket = InputMonitoringFiles::readerSocket;
+        std::filesystem::path readerAgreement = InputMonitoringFiles::readerAgreement;
+        std::filesystem::path agreement = InputMonitoringFiles::agreement;
+    };
+
     /// `helper` is the privileged step's program; nothing can be asked where it is not installed,
     /// or where anybody but `owner` could put another one in its place.
-    InputMonitoringRequest(std::filesystem::path helper, Runner run,
-                           std::filesystem::path agreement = InputMonitoringFiles::agreement,
+    InputMonitoringRequest(std::filesystem::path helper, Runner run, Places places,
                            unsigned owner = 0);
+
+    /// Whether something in this session asks for passwords, absent where that cannot be known;
+    /// asked where polkit has said no.
+    std::function<std::optional<bool>()> hasPasswordAgent = [] { return std::nullopt; };
 
     /// Where the helper of the program at `executable` is installed; whether it is there is another
     /// question.
@@ -40,10 +51,13 @@ class InputMonitoringRequest final : public PermissionRequest {
   private:
     void ask(const std::string& word, Done done);
     void answer(int status, const std::string& complaint);
+    bool hasReader() const;
+    std::vector<Point> explanationOfReader() const;
+    std::vector<Point> explanationOfRule() const;
 
     std::filesystem::path helper_;
     Runner run_;
-    std::filesystem::path agreement_;
+    Places places_;
     unsigned owner_;
     /// "enable" or "disable" while a request is open, and those who wait for its answer.
     std::string open_;

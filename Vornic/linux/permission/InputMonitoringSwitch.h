@@ -27,7 +27,8 @@ class SystemChanges {
     virtual void dropUsers(const std::string& node) = 0;
 };
 
-/// The privileged step of "Turn on Input Monitoring…": makes or removes the one file that the rule
+/// The privileged step of "Turn on Input Monitoring…": tells polkit that Vornic may hear keys
+/// through the key reader, or, where there is none, makes the file that the device manager's rule
 /// looks for, and has the rule looked at again. Does nothing else with its rights.
 /// Thread: main, as everything here.
 class InputMonitoringSwitch {
@@ -37,10 +38,14 @@ class InputMonitoringSwitch {
     /// Turns it on. Empty on success, else what is wrong, in one sentence.
     std::string enable();
 
-    /// Turns it off, also for keyboards that are open to the user already. Empty on success.
+    /// Turns it off in whatever way it was on, also for keyboards that are open to the user
+    /// already. Empty on success.
     std::string disable();
 
   private:
+    std::string enableReader();
+    std::string enableRule();
+    std::string disableRule();
     bool applyRule();
 
     SystemChanges& changes_;

@@ -5,9 +5,17 @@
 
 namespace vornic {
 
-/// Where the parts of "Turn on Input Monitoring…" lie. The rule is installed with the program and
-/// does nothing until the agreement exists. Thread: any.
+/// Where the parts of "Turn on Input Monitoring…" lie. What is installed with the program does
+/// nothing until the user has agreed. Thread: any.
 struct InputMonitoringFiles {
+    /// Where the key reader listens, if this system has started it.
+    static constexpr const char* readerSocket = "/run/vornic/keys";
+    /// What lets Vornic hear through it, read by polkit, and what tells everybody that it does:
+    /// polkit's folder is closed to users.
+    static constexpr const char* readerRule = "/etc/polkit-1/rules.d/50-vornic.rules";
+    static constexpr const char* readerAgreement = "/etc/vornic/key-reader";
+
+    /// Without the reader: the rule of the device manager, and what switches it on.
     static constexpr std::array rules{"/usr/lib/udev/rules.d/70-vornic.rules",
                                       "/usr/local/lib/udev/rules.d/70-vornic.rules",
                                       "/etc/udev/rules.d/70-vornic.rules"};

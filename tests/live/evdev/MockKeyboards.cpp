@@ -108,10 +108,19 @@ void MockKeyboards::unplug(int number) {
     umockdev_testbed_remove_device(testbed_.get(), child.c_str());
 }
 
-void MockKeyboards::setReadable(int number, bool readable) {
+std::filesystem::path MockKeyboards::folder() const {
     gchar* const root = umockdev_testbed_get_root_dir(testbed_.get());
-    const std::filesystem::path folder = root;
+    std::filesystem::path folder = root;
     g_free(root);
+    return folder;
+}
+
+std::filesystem::path MockKeyboards::place(int number) const {
+    return std::filesystem::canonical(folder() / ("dev/input/event" + std::to_string(number)));
+}
+
+void MockKeyboards::setReadable(int number, bool readable) {
+    const std::filesystem::path folder = this->folder();
     namespace fs = std::filesystem;
     // What stands for the kernel is the testbed's alone at first, and the node may be a link.
     fs::permissions(folder, fs::perms(0755));
@@ -119,8 +128,7 @@ void MockKeyboards::setReadable(int number, bool readable) {
         fs::permissions(entry.path(), fs::perms::all);
     }
     fs::permissions(folder / "ioctl", fs::perms(0755));
-    fs::permissions(fs::canonical(folder / ("dev/input/event" + std::to_string(number))),
-                    fs::perms(readable ? 0666 : 0600));
+    fs::permissions(place(number), fs::perms(readable ? 0666 : 0600));
 }
 
 namespace {

@@ -6,6 +6,7 @@
 #include <umockdev.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <span>
 #include <string>
@@ -28,6 +29,9 @@ class MockKeyboards {
     /// Whether others than root may read it.
     void setReadable(int number, bool readable);
 
+    /// Where its node really lies, as those who have it open see it.
+    std::filesystem::path place(int number) const;
+
     /// One key event as the kernel would tell it, stamped `nanos`, cut to microseconds.
     void send(int number, std::uint16_t code, std::int32_t value, std::uint64_t nanos);
 
@@ -42,6 +46,7 @@ class MockKeyboards {
         void operator()(UMockdevTestbed* testbed) const { g_object_unref(testbed); }
     };
 
+    std::filesystem::path folder() const;
     std::string systemPath(int number) const;
     static std::string node(int number);
 

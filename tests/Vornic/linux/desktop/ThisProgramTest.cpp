@@ -1,11 +1,14 @@
 #include "Vornic/linux/desktop/ThisProgram.h"
 
+#include "tests/support/Environment.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 
 namespace vornic {
 namespace {
@@ -60,6 +63,19 @@ TEST(Relaunch, comesBackWhereThereIsNoSuchProgram) {
     const int status = statusAfter(relaunchCommand("/no/such/program", {}));
     ASSERT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 42);
+}
+
+TEST(ThisProgram, theInstalledProgramLoadsNothingFromTheEnvironmentsFolders) {
+    for (const char* const name :
+         {"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH", "QML_IMPORT_PATH", "QML2_IMPORT_PATH",
+          "LD_PRELOAD", "LD_AUDIT", "LD_LIBRARY_PATH"}) {
+        const Environment variable(name);
+        variable.set("/home/somebody/plugins");
+        keepOutForeignPlugins("/home/somebody/vornic/build/vornic");
+        EXPECT_NE(std::getenv(name), nullptr) << "who builds it may want to " << name;
+        keepOutForeignPlugins("/usr/bin/vornic");
+        EXPECT_EQ(std::getenv(name), nullptr) << name;
+    }
 }
 
 } // namespace

@@ -51,7 +51,9 @@ class FakeKeyboards final : public InputDevices {
 
     Keyboard& plug(const std::string& path, bool isVirtual = false) {
         Keyboard& keyboard = all_[++plugged_];
-        keyboard.description = {.path = path, .name = "Keyboard " + path, .isVirtual = isVirtual};
+        keyboard.description.path = path;
+        keyboard.description.name = "Keyboard " + path;
+        keyboard.description.isVirtual = isVirtual;
         present_.insert(plugged_);
         change_.raise();
         return keyboard;

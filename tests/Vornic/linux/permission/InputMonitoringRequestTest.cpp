@@ -56,7 +56,10 @@ struct InputMonitoringRequestTest : ::testing::Test {
             commands.push_back(command);
             ended = std::move(whenEnded);
         },
-        agreement(), ::getuid()};
+        {.readerSocket = scratch / "keys",
+         .readerAgreement = scratch / "key-reader",
+         .agreement = agreement()},
+        ::getuid()};
 };
 
 TEST_F(InputMonitoringRequestTest, asksPolkitToRunTheHelper) {
@@ -94,6 +97,19 @@ TEST_F(InputMonitoringRequestTest, whereNobodyAsksForThePasswordTheCommandIsName
         127, "Error executing command as another user: No authentication agent found.");
     EXPECT_EQ(nobody.answer, PermissionAnswer::failed);
     EXPECT_THAT(nobody.message, HasSubstr("sudo " + helper().string() + " enable"));
+}
+
+TEST_F(InputMonitoringRequestTest, aRefusalOfWhomNobodyCouldAskIsNone) {
+    std::optional<bool> agent = false;
+    request.hasPasswordAgent = [&agent] { return agent; };
+    const std::string refused = "Error executing command as another user: Not authorized";
+    const Answer nobody = requestEndingWith(127, refused);
+    EXPECT_EQ(nobody.answer, PermissionAnswer::failed);
+    EXPECT_THAT(nobody.message, HasSubstr("sudo " + helper().string() + " enable"));
+    agent = true;
+    EXPECT_EQ(requestEndingWith(127, refused).answer, PermissionAnswer::declined);
+    agent = std::nullopt;
+    EXPECT_EQ(requestEndingWith(127, refused).answer, PermissionAnswer::declined);
 }
 
 TEST_F(InputMonitoringRequestTest, aSecondRequestWaitsForTheFirstOnesAnswer) {
@@ -143,7 +159,7 @@ TEST_F(InputMonitoringRequestTest, aHelperThatOthersCouldReplaceIsNotAskedFor) {
     fs::permissions(helper().parent_path(), fs::perms::group_write, fs::perm_options::add);
     EXPECT_FALSE(request.possible());
     fs::permissions(helper().parent_path(), fs::perms::group_write, fs::perm_options::remove);
-    const InputMonitoringRequest someoneElses(helper(), {}, agreement(), ::getuid() + 1);
+    const InputMonitoringRequest someoneElses(helper(), {}, {}, ::getuid() + 1);
     EXPECT_FALSE(someoneElses.possible());
 }
 
@@ -157,9 +173,28 @@ TEST_F(InputMonitoringRequestTest, saysWhatIsReadWhoElseGainsAndHowToTakeItBack)
     EXPECT_THAT(text, HasSubstr("What never happens\n"));
     EXPECT_THAT(text, HasSubstr("Every program"));
     EXPECT_THAT(text, HasSubstr("passwords"));
+    EXPECT_THAT(text, HasSubstr("type keys of its own"));
     EXPECT_THAT(text, HasSubstr("How to take it back\n"));
     EXPECT_THAT(text, HasSubstr("keeps it until that program ends"));
     EXPECT_THAT(text, HasSubstr("pkexec " + helper().string() + " disable"));
+}
+
+TEST_F(InputMonitoringRequestTest, withTheKeyReaderItSaysThatNobodyElseGains) {
+    std::ofstream(scratch / "keys") << "a socket";
+    std::string text;
+    for (const PermissionRequest::Point& point : request.explanation()) {
+        text.append(point.heading).append("\n").append(point.text).append("\n");
+    }
+    EXPECT_THAT(text, HasSubstr("No other program"));
+    EXPECT_THAT(text, HasSubstr("breaking into Vornic"));
+    EXPECT_THAT(text, HasSubstr("/etc/polkit-1/rules.d/50-vornic.rules"));
+    EXPECT_THAT(text, HasSubstr((scratch / "key-reader").string()));
+    EXPECT_THAT(text, ::testing::Not(HasSubstr("Every program")));
+    EXPECT_FALSE(request.granted());
+    std::ofstream(agreement()) << "agreed to something else";
+    EXPECT_FALSE(request.granted());
+    std::ofstream(scratch / "key-reader") << "agreed";
+    EXPECT_TRUE(request.granted());
 }
 
 TEST_F(InputMonitoringRequestTest, isGrantedWhileTheAgreementIsThere) {

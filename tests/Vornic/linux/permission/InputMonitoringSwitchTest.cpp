@@ -64,6 +64,38 @@ TEST_F(InputMonitoringSwitchTest, onMakesOneFileAndAppliesTheRule) {
     EXPECT_THAT(system.files[InputMonitoringFiles::agreement], HasSubstr("remove this file"));
 }
 
+TEST_F(InputMonitoringSwitchTest, withTheKeyReaderOnlyPolkitIsTold) {
+    system.files[InputMonitoringFiles::readerSocket] = "";
+    EXPECT_EQ(monitoring.enable(), "");
+    EXPECT_THAT(system.done, ElementsAre("write /etc/polkit-1/rules.d/50-vornic.rules",
+                                         "write /etc/vornic/key-reader"));
+    EXPECT_THAT(system.files[InputMonitoringFiles::readerRule],
+                HasSubstr("action.id == \"org.vornic.Vornic.hear-keys\""));
+    system.done.clear();
+    EXPECT_EQ(monitoring.disable(), "");
+    EXPECT_THAT(system.done, ::testing::IsSupersetOf(
+                                 {std::string("remove /etc/polkit-1/rules.d/50-vornic.rules"),
+                                  std::string("remove /etc/vornic/key-reader")}));
+    EXPECT_FALSE(system.exists(InputMonitoringFiles::readerRule));
+    EXPECT_FALSE(system.exists(InputMonitoringFiles::readerAgreement));
+}
+
+TEST_F(InputMonitoringSwitchTest, theKeyReaderReplacesTheRule) {
+    ASSERT_EQ(monitoring.enable(), "");
+    system.files[InputMonitoringFiles::readerSocket] = "";
+    EXPECT_EQ(monitoring.enable(), "");
+    EXPECT_FALSE(system.exists(InputMonitoringFiles::agreement));
+    EXPECT_THAT(system.done, ::testing::Contains("drop /dev/input/event3"));
+}
+
+TEST_F(InputMonitoringSwitchTest, offWorksWithoutTheReaderThatItWasOnWith) {
+    system.files[InputMonitoringFiles::readerSocket] = "";
+    ASSERT_EQ(monitoring.enable(), "");
+    system.files.erase(InputMonitoringFiles::readerSocket);
+    EXPECT_EQ(monitoring.disable(), "");
+    EXPECT_FALSE(system.exists(InputMonitoringFiles::readerRule));
+}
+
 TEST_F(InputMonitoringSwitchTest, onIsRefusedWithoutTheRule) {
     system.files.clear();
     EXPECT_THAT(monitoring.enable(), HasSubstr("not installed"));
