@@ -138,11 +138,7 @@ void Control::run(const Words& words, const RunningCopy::Reply& reply) {
     }
     if (waiting_.empty()) {
         // Behind what has arrived already, so that one turn answers all of it.
-        scheduler_.post([this, alive = std::weak_ptr(alive_)] {
-            if (!alive.expired()) {
-                answerWhenWritten();
-            }
-        });
+        scheduler_.post(lifetime_.guard([this] { answerWhenWritten(); }));
     }
     waiting_.push_back({said, reply});
 }
@@ -240,13 +236,10 @@ ControlAnswer Control::setVolume(const Words& words) {
 }
 
 void Control::open(const std::string& file, const RunningCopy::Reply& reply) {
-    model_.previewBoard(
-        file, [this, reply, alive = std::weak_ptr(alive_)](const std::string& problem) {
-            if (!alive.expired()) {
-                activate_();
-                reply(problem.empty() ? ControlAnswer{} : ControlAnswer{1, problem});
-            }
-        });
+    model_.previewBoard(file, lifetime_.guard([this, reply](const std::string& problem) {
+        activate_();
+        reply(problem.empty() ? ControlAnswer{} : ControlAnswer{1, problem});
+    }));
 }
 
 } // namespace vornic

@@ -3,9 +3,9 @@
 #include "Vornic/app/AppModel.h"
 #include "Vornic/ports/RunningCopy.h"
 #include "Vornic/ports/Scheduler.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -49,8 +49,7 @@ class Control {
         RunningCopy::Reply reply;
     };
     std::vector<Waiting> waiting_;
-    // What is posted holds it weakly, and does nothing after the end.
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
+    Lifetime lifetime_;
 };
 
 /// The state of the program as a JSON object. Thread: main.

@@ -8,29 +8,29 @@ namespace vornic {
 
 void BackgroundWork::start(Work work) {
     cancel();
-    current_ = std::make_shared<int>();
+    running_ = true;
     const auto place = threads_.emplace(threads_.end());
-    *place = std::jthread([this, place, work = std::move(work), current = std::weak_ptr(current_),
-                           alive = std::weak_ptr(alive_)](const std::stop_token& stop) {
-        // `this` is not touched here: only on the main thread, while it is known to live.
-        ThisThread::setName("vornic.work");
-        Finish finish = work(stop);
-        scheduler_.post([this, place, finish = std::move(finish), current, alive] {
-            if (alive.expired()) {
-                return;
-            }
-            threads_.erase(place);
-            if (!current.expired()) {
-                // What is called may start the next work.
-                current_.reset();
-                finish();
-            }
-        });
+    // Both belong to the main thread, on which this object lives and ends.
+    auto ended = lifetime_.guard([this, place] { threads_.erase(place); });
+    auto done = current_.guard([this](const Finish& finish) {
+        // What is called may start the next work.
+        running_ = false;
+        finish();
     });
+    *place =
+        std::jthread([&scheduler = scheduler_, work = std::move(work), ended = std::move(ended),
+                      done = std::move(done)](const std::stop_token& stop) {
+            ThisThread::setName("vornic.work");
+            scheduler.post([finish = work(stop), ended, done] {
+                ended();
+                done(finish);
+            });
+        });
 }
 
 void BackgroundWork::cancel() {
-    current_.reset();
+    running_ = false;
+    current_.renew();
     for (std::jthread& thread : threads_) {
         thread.request_stop();
     }

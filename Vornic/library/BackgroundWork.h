@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Vornic/ports/Scheduler.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <functional>
 #include <list>
-#include <memory>
 #include <stop_token>
 #include <thread>
 
@@ -31,18 +31,19 @@ class BackgroundWork {
     void start(Work work);
 
     /// From `start` until what the work has returned is called, or the work is cancelled.
-    bool running() const { return current_ != nullptr; }
+    bool running() const { return running_; }
 
     /// Asks the work to stop; nothing it returns is called any more. Waits for nothing.
     void cancel();
 
   private:
     Scheduler& scheduler_;
-    // What was posted holds it weakly: it is passed over when the work was cancelled.
-    std::shared_ptr<int> current_;
+    bool running_ = false;
     // Those that were cancelled end by themselves, some time later, and then leave the list.
     std::list<std::jthread> threads_;
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
+    Lifetime lifetime_;
+    // Of the work that is running: another one, or none, is wanted once it is cancelled.
+    Lifetime current_;
 };
 
 } // namespace vornic

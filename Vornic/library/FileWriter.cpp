@@ -40,9 +40,7 @@ std::error_code apply(const FileChange& change) {
 }
 
 FileWriter::FileWriter(Scheduler& scheduler, std::function<void(const std::string&)> failed)
-    : scheduler_(scheduler),
-      failed_(std::make_shared<std::function<void(const std::string&)>>(std::move(failed))),
-      thread_([this] { run(); }) {}
+    : scheduler_(scheduler), failed_(std::move(failed)), thread_([this] { run(); }) {}
 
 FileWriter::~FileWriter() {
     {
@@ -60,13 +58,9 @@ void FileWriter::write(std::vector<FileChange> changes) {
 }
 
 void FileWriter::whenWritten(std::function<void(const std::string& problem)> done) {
-    enqueue([this, done = std::move(done)] {
+    enqueue([this, done = lifetime_.guard(std::move(done))] {
         writeNow({});
-        scheduler_.post([done, problem = problem_, alive = std::weak_ptr(failed_)] {
-            if (!alive.expired()) {
-                done(problem);
-            }
-        });
+        scheduler_.post([done, problem = problem_] { done(problem); });
     });
 }
 
@@ -117,11 +111,7 @@ void FileWriter::writeNow(std::vector<FileChange> changes) {
     for (FileChange& change : all) {
         if (const std::error_code error = apply(change)) {
             problem_ = change.failure + ": " + error.message();
-            scheduler_.post([problem = problem_, failed = std::weak_ptr(failed_)] {
-                if (const auto tell = failed.lock()) {
-                    (*tell)(problem);
-                }
-            });
+            scheduler_.post(lifetime_.guard([this, problem = problem_] { failed_(problem); }));
             unwritten_.push_back(std::move(change));
         }
     }

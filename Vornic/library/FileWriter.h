@@ -1,12 +1,12 @@
 #pragma once
 
 #include "Vornic/ports/Scheduler.h"
+#include "VornicCore/base/Lifetime.h"
 
 #include <condition_variable>
 #include <deque>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <system_error>
@@ -61,8 +61,8 @@ class FileWriter {
     void writeNow(std::vector<FileChange> changes);
 
     Scheduler& scheduler_;
-    // What was posted holds it weakly: after the writer's end nobody is told.
-    std::shared_ptr<std::function<void(const std::string&)>> failed_;
+    std::function<void(const std::string&)> failed_;
+    Lifetime lifetime_;
 
     std::mutex mutex_;
     std::condition_variable wake_;
