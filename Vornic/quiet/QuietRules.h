@@ -3,10 +3,10 @@
 #include "Vornic/ports/QuietWatch.h"
 #include "VornicCore/board/StageSpec.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <set>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -50,7 +50,25 @@ struct WatchedReason {
 /// Every reason, from what the user can do most about to the least: the program's own recording,
 /// then the switch, then a call, then a password. A new one is an entry here; what it watches is
 /// handed to the model as a `WatchedReason`. Thread: any.
-std::span<const QuietRule> quietRules();
+inline constexpr std::array quietRules{
+    QuietRule{.reason = Silence::recording,
+              .word = "recording",
+              .text = "Quiet while recording your keyboard",
+              .symbol = "waveform"},
+    QuietRule{.reason = Silence::off,
+              .word = "off",
+              .text = "Off · keys are silent",
+              .symbol = "keyboard-off"},
+    QuietRule{.reason = Silence::microphone,
+              .word = "microphone",
+              .text = "Silent while your microphone is on",
+              .symbol = "mic",
+              .optional = true},
+    QuietRule{.reason = Silence::password,
+              .word = "password",
+              .text = "Paused while you type a password",
+              .symbol = "lock"},
+};
 
 /// The first rule that silences keys; null when they sound. Thread: any.
 const QuietRule* quietRule(const QuietFacts& facts);

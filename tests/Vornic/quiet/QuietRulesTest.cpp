@@ -14,7 +14,7 @@ std::optional<Silence> silence(const QuietFacts& facts) {
 }
 
 const QuietRule& ruleOf(Silence reason) {
-    return *std::ranges::find(quietRules(), reason, &QuietRule::reason);
+    return *std::ranges::find(quietRules, reason, &QuietRule::reason);
 }
 
 TEST(QuietRules, thereIsNoSilenceWhileNothingSpeaksAgainstTheSounds) {
@@ -40,7 +40,7 @@ TEST(QuietRules, aRunningMicrophoneDoesNotMatterUnlessTheUserAsksForIt) {
 }
 
 TEST(QuietRules, onlyTheMicrophoneCanBeIgnored) {
-    for (const QuietRule& rule : quietRules()) {
+    for (const QuietRule& rule : quietRules) {
         const bool ignored = silence({.holding = {rule.reason}, .ignored = {rule.reason}}) !=
                              std::optional(rule.reason);
         EXPECT_EQ(ignored, rule.reason == Silence::microphone) << rule.text;
@@ -50,7 +50,7 @@ TEST(QuietRules, onlyTheMicrophoneCanBeIgnored) {
 TEST(QuietRules, everyReasonHasItsWordsAndAPictureOfItsOwn) {
     std::vector<std::vector<std::string_view>> said;
     std::set<std::string_view> symbols;
-    for (const QuietRule& rule : quietRules()) {
+    for (const QuietRule& rule : quietRules) {
         said.push_back({rule.word, rule.text, rule.symbol});
         EXPECT_TRUE(symbols.insert(rule.symbol).second) << rule.symbol;
     }
