@@ -146,6 +146,11 @@ class AppModel {
 
     // Settings. Each counts at once; the file has it within some tenths of a second.
 
+    /// What the user has chosen, and for this run what the command line says.
+    const Settings& settings() const { return settings_; }
+    /// Changes one or several: both what counts and what is kept. What follows from them follows
+    /// at once.
+    void change(const std::function<void(Settings&)>& what);
     bool soundsOn() const { return settings_.hearMyself; }
     void setSoundsOn(bool on);
     bool quietDuringCalls() const { return settings_.quietDuringCalls; }
@@ -203,9 +208,6 @@ class AppModel {
     bool firstStart() const { return firstStart_; }
     /// The user was welcomed, which is enough to do once.
     void setWelcomed();
-    /// Whether the user knows that there is no tray here, which is enough to say once.
-    bool toldOfNoTray() const { return settings_.toldOfNoTray; }
-    void setToldOfNoTray();
 
     // Services.
 
@@ -223,7 +225,7 @@ class AppModel {
     void loadFiles();
     void chooseFirstBoard();
     void connect();
-    void change(const std::function<void(Settings&)>& what);
+    void applySettings(const Settings& before);
     std::error_code follow(FileChange change);
     void followSoon();
     void writeFiles();

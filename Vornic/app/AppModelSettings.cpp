@@ -13,12 +13,37 @@ namespace vornic {
 using namespace std::chrono_literals;
 
 void AppModel::change(const std::function<void(Settings&)>& what) {
+    const Settings before = settings_;
     what(settings_);
     Settings kept = settingsFile_->settings();
     what(kept);
+    if (settings_ == before && kept == settingsFile_->settings()) {
+        return;
+    }
     settingsFile_->set(kept);
+    applySettings(before);
     followSoon();
     onChange();
+}
+
+/// What a setting does besides being kept and shown.
+void AppModel::applySettings(const Settings& before) {
+    const auto changed = [&](auto setting) { return !(settings_.*setting == before.*setting); };
+    if (changed(&Settings::hearMyself) || changed(&Settings::quietDuringCalls)) {
+        refreshQuiet();
+    }
+    if (changed(&Settings::noticePasswordsEverywhere)) {
+        platform_.secureInput.noticeEverywhere(settings_.noticePasswordsEverywhere);
+    }
+    if (changed(&Settings::volume)) {
+        sound_->setVolume(settings_.volume);
+    }
+    if (changed(&Settings::stage)) {
+        applyStage();
+    }
+    if (changed(&Settings::outputKind)) {
+        publish();
+    }
 }
 
 std::error_code AppModel::follow(FileChange change) {
@@ -55,29 +80,31 @@ void AppModel::whenWritten(std::function<void(const std::string& problem)> done)
 }
 
 void AppModel::setSoundsOn(bool on) {
-    if (soundsOn() != on) {
-        change([on](Settings& settings) { settings.hearMyself = on; });
-        refreshQuiet();
-    }
+    change([on](Settings& settings) { settings.hearMyself = on; });
 }
 
 void AppModel::setQuietDuringCalls(bool on) {
-    if (quietDuringCalls() != on) {
-        change([on](Settings& settings) { settings.quietDuringCalls = on; });
-        refreshQuiet();
-    }
+    change([on](Settings& settings) { settings.quietDuringCalls = on; });
 }
 
 void AppModel::setNoticePasswordsEverywhere(bool on) {
-    if (noticePasswordsEverywhere() != on) {
-        platform_.secureInput.noticeEverywhere(on);
-        change([on](Settings& settings) { settings.noticePasswordsEverywhere = on; });
-    }
+    change([on](Settings& settings) { settings.noticePasswordsEverywhere = on; });
 }
 
 void AppModel::setAdvanced(bool on) {
-    if (advanced() != on) {
-        change([on](Settings& settings) { settings.advanced = on; });
+    change([on](Settings& settings) { settings.advanced = on; });
+}
+
+// What the command line says for this run is not kept because somebody chooses it once more.
+void AppModel::setOutputKind(OutputKind kind) {
+    if (outputKind() != kind) {
+        change([kind](Settings& settings) { settings.outputKind = kind; });
+    }
+}
+
+void AppModel::setStage(const StageSpec& stage) {
+    if (!(settings_.stage == stage)) {
+        change([&stage](Settings& settings) { settings.stage = stage; });
     }
 }
 
@@ -86,29 +113,10 @@ void AppModel::setWelcomed() {
     change([](Settings& settings) { settings.welcomed = true; });
 }
 
-void AppModel::setToldOfNoTray() {
-    change([](Settings& settings) { settings.toldOfNoTray = true; });
-}
-
 void AppModel::setVolume(double volume) {
     if (!std::isnan(volume)) {
         const double limited = std::clamp(volume, 0.0, 1.0);
-        sound_->setVolume(limited);
         change([limited](Settings& settings) { settings.volume = limited; });
-    }
-}
-
-void AppModel::setOutputKind(OutputKind kind) {
-    if (outputKind() != kind) {
-        change([kind](Settings& settings) { settings.outputKind = kind; });
-        publish();
-    }
-}
-
-void AppModel::setStage(const StageSpec& stage) {
-    if (!(settings_.stage == stage)) {
-        change([&](Settings& settings) { settings.stage = stage; });
-        applyStage();
     }
 }
 

@@ -33,4 +33,20 @@ struct Settings {
     bool operator==(const Settings&) const = default;
 };
 
+/// Calls `visit` with every setting: its name in the file, and its field. Thread: any.
+template <typename Visit>
+void forEachSetting(Visit&& visit) {
+    visit("hearMyself", &Settings::hearMyself);
+    visit("quietDuringCalls", &Settings::quietDuringCalls);
+    visit("noticePasswordsEverywhere", &Settings::noticePasswordsEverywhere);
+    visit("advanced", &Settings::advanced);
+    visit("volume", &Settings::volume);
+    visit("outputKind", &Settings::outputKind);
+    visit("board", &Settings::board);
+    visit("stage", &Settings::stage);
+    visit("tweaks", &Settings::tweaks);
+    visit("welcomed", &Settings::welcomed);
+    visit("toldOfNoTray", &Settings::toldOfNoTray);
+}
+
 } // namespace vornic

@@ -20,22 +20,6 @@ namespace {
 
 constexpr std::uintmax_t largestSettings = 16u << 20u;
 
-/// Calls `visit` with the name and the field of every setting.
-template <typename Visit>
-void forEachSetting(Visit&& visit) {
-    visit("hearMyself", &Settings::hearMyself);
-    visit("quietDuringCalls", &Settings::quietDuringCalls);
-    visit("noticePasswordsEverywhere", &Settings::noticePasswordsEverywhere);
-    visit("advanced", &Settings::advanced);
-    visit("volume", &Settings::volume);
-    visit("outputKind", &Settings::outputKind);
-    visit("board", &Settings::board);
-    visit("stage", &Settings::stage);
-    visit("tweaks", &Settings::tweaks);
-    visit("welcomed", &Settings::welcomed);
-    visit("toldOfNoTray", &Settings::toldOfNoTray);
-}
-
 bool isTaken(const fs::path& path) {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(path, ignored));

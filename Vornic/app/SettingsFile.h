@@ -13,10 +13,9 @@
 
 namespace vornic {
 
-/// The settings as a file of keys and values, a JSON object: "hearMyself", "quietDuringCalls",
-/// "noticePasswordsEverywhere", "advanced", "volume", "outputKind", "board", "stage", "tweaks",
-/// "welcomed" and "toldOfNoTray". A setting that was never changed has no entry, and an entry that
-/// is no setting of this version is kept. The file is written whole or not at all. Thread: main.
+/// The settings as a file of keys and values, a JSON object. A setting that was never changed has
+/// no entry, and an entry that is no setting of this version is kept. The file is written whole or
+/// not at all. Thread: main.
 class SettingsFile {
   public:
     /// Reads `path`; without such a file everything has its default. A file that is no such object

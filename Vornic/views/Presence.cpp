@@ -61,8 +61,8 @@ void Presence::showWithoutTray() {
     if (tray_.visible()) {
         return;
     }
-    if (!model_.toldOfNoTray()) {
-        model_.setToldOfNoTray();
+    if (!model_.settings().toldOfNoTray) {
+        model_.change([](Settings& settings) { settings.toldOfNoTray = true; });
         views_.adapters().status()->setNote(QCoreApplication::translate(
             "Presence", "There is no tray on this desktop, so Vornic opens as a window. Closed, it "
                         "plays on; start Vornic again to come back."));

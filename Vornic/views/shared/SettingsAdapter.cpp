@@ -9,16 +9,6 @@ SettingsAdapter::SettingsAdapter(AppModel& model, QObject* parent)
     refresh();
 }
 
-void SettingsAdapter::refresh() {
-    soundsOn_ = model_.soundsOn();
-    volume_ = model_.volume();
-    close_ = model_.stage().placement == Placement::close;
-    outputKind_ = static_cast<int>(model_.outputKind());
-    advanced_ = model_.advanced();
-    quietDuringCalls_ = model_.quietDuringCalls();
-    noticePasswordsEverywhere_ = model_.noticePasswordsEverywhere();
-}
-
 void SettingsAdapter::setAutostart(Autostart* autostart) {
     autostart_ = autostart;
     canStartWithSession_ = autostart != nullptr;

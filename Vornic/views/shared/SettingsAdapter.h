@@ -37,7 +37,15 @@ class SettingsAdapter : public QObject {
     /// `model` outlives it; call `refresh` whenever it says that it has changed.
     explicit SettingsAdapter(AppModel& model, QObject* parent = nullptr);
 
-    void refresh();
+    void refresh() {
+        soundsOn_ = model_.soundsOn();
+        volume_ = model_.volume();
+        close_ = model_.stage().placement == Placement::close;
+        outputKind_ = static_cast<int>(model_.outputKind());
+        advanced_ = model_.advanced();
+        quietDuringCalls_ = model_.quietDuringCalls();
+        noticePasswordsEverywhere_ = model_.noticePasswordsEverywhere();
+    }
 
     /// What starts the program with the session; it outlives this. Without it the choice is absent.
     void setAutostart(Autostart* autostart);
