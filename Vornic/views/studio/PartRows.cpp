@@ -1,8 +1,14 @@
-#include "Vornic/views/studio/PartNotes.h"
+#include "Vornic/views/studio/PartRows.h"
 
-#include <QtGlobal>
+#include "Vornic/views/shared/QmlText.h"
+
+#include <QCoreApplication>
+#include <QVariantMap>
+#include <array>
 
 namespace vornic {
+
+namespace {
 
 const char* noteOf(SwitchType part) {
     switch (part) {
@@ -161,6 +167,90 @@ const char* noteOf(StabTuning part) {
 const char* noteOfFilms(bool films) {
     return films ? QT_TRANSLATE_NOOP("Studio", "Tighter, drier")
                  : QT_TRANSLATE_NOOP("Studio", "As it is built");
+}
+
+QString noted(const char* note) {
+    return QCoreApplication::translate("Studio", note);
+}
+
+/// The entries of a choice of parts; made once, since they never change.
+template <NamedEnum Enum>
+const QVariantList& optionsOf() {
+    static const QVariantList all = [] {
+        QVariantList options;
+        for (const Enum part : allCases<Enum>()) {
+            QVariantMap option = qmlOption(static_cast<int>(part), qmlText(label(part)));
+            option["note"] = noted(noteOf(part));
+            options.append(option);
+        }
+        return options;
+    }();
+    return all;
+}
+
+template <auto member, typename Record, NamedEnum Enum>
+constexpr PartRow<Record> partOf(const char* name, Enum Record::* /*type*/) {
+    return {name, &optionsOf<Enum>,
+            [](const Record& record) { return static_cast<int>(record.*member); },
+            [](Record& record, int value) {
+                record.*member = qmlCase<Enum>(value).value_or(record.*member);
+            }};
+}
+
+const QVariantList& filmOptions() {
+    static const QVariantList all{
+        QVariantMap{{"value", 0},
+                    {"text", QCoreApplication::translate("PartsAdapter", "Without")},
+                    {"note", noted(noteOfFilms(false))}},
+        QVariantMap{{"value", 1},
+                    {"text", QCoreApplication::translate("PartsAdapter", "With")},
+                    {"note", noted(noteOfFilms(true))}}};
+    return all;
+}
+
+constexpr std::array allSwitchRows{
+    partOf<&SwitchParts::type>(QT_TRANSLATE_NOOP("PartsAdapter", "Switch"), &SwitchParts::type),
+    partOf<&SwitchParts::housing>(QT_TRANSLATE_NOOP("PartsAdapter", "Housing"),
+                                  &SwitchParts::housing),
+    partOf<&SwitchParts::lube>(QT_TRANSLATE_NOOP("PartsAdapter", "Lube"), &SwitchParts::lube),
+    partOf<&SwitchParts::spring>(QT_TRANSLATE_NOOP("PartsAdapter", "Spring"), &SwitchParts::spring),
+    PartRow<SwitchParts>{QT_TRANSLATE_NOOP("PartsAdapter", "Films"), &filmOptions,
+                         [](const SwitchParts& parts) { return parts.films ? 1 : 0; },
+                         [](SwitchParts& parts, int value) { parts.films = value == 1; }},
+};
+
+constexpr std::array allBuildRows{
+    partOf<&BuildParts::caseMaterial>(QT_TRANSLATE_NOOP("PartsAdapter", "Case"),
+                                      &BuildParts::caseMaterial),
+    partOf<&BuildParts::plate>(QT_TRANSLATE_NOOP("PartsAdapter", "Plate"), &BuildParts::plate),
+    partOf<&BuildParts::mount>(QT_TRANSLATE_NOOP("PartsAdapter", "Mount"), &BuildParts::mount),
+    partOf<&BuildParts::keycapMaterial>(QT_TRANSLATE_NOOP("PartsAdapter", "Keycaps"),
+                                        &BuildParts::keycapMaterial),
+    partOf<&BuildParts::keycapProfile>(QT_TRANSLATE_NOOP("PartsAdapter", "Profile"),
+                                       &BuildParts::keycapProfile),
+};
+
+constexpr std::array allStabRows{
+    partOf<&StabParts::tuning>(QT_TRANSLATE_NOOP("PartsAdapter", "Stabilisers"),
+                               &StabParts::tuning),
+};
+
+} // namespace
+
+std::span<const PartRow<SwitchParts>> switchRows() {
+    return allSwitchRows;
+}
+
+std::span<const PartRow<BuildParts>> buildRows() {
+    return allBuildRows;
+}
+
+std::span<const PartRow<StabParts>> stabRows() {
+    return allStabRows;
+}
+
+const QVariantList& foamOptions() {
+    return optionsOf<Foam>();
 }
 
 } // namespace vornic
