@@ -20,8 +20,8 @@ void Pointer::move(QPoint place) {
     settle();
 }
 
-void Pointer::button(bool down) {
-    xcb_test_fake_input(connection_.get(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 1,
+void Pointer::button(bool down, std::uint8_t which) {
+    xcb_test_fake_input(connection_.get(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, which,
                         XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     settle();
 }
@@ -47,6 +47,14 @@ void Pointer::drag(QPoint from, QPoint to) {
         move(from + (to - from) * step / steps);
     }
     release();
+}
+
+void Pointer::scrollOn(int steps) {
+    constexpr std::uint8_t wheelDown = 5;
+    for (int step = 0; step < steps; ++step) {
+        button(true, wheelDown);
+        button(false, wheelDown);
+    }
 }
 
 void Pointer::settle() {

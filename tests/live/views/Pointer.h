@@ -3,6 +3,7 @@
 #include "Vornic/linux/x11/X11Connection.h"
 
 #include <QPoint>
+#include <cstdint>
 
 namespace vornic {
 
@@ -17,9 +18,11 @@ class Pointer {
     void click(QPoint place);
     /// Presses at `from` and lets go at `to`, on the way there in several steps.
     void drag(QPoint from, QPoint to);
+    /// Turns the wheel where the mouse is, towards the end of what it scrolls.
+    void scrollOn(int steps);
 
   private:
-    void button(bool down);
+    void button(bool down, std::uint8_t which = 1);
     void settle();
 
     X11Connection connection_;

@@ -1,0 +1,311 @@
+// What a dragged slider costs: the real program's Studio on the private desktop, every slider that
+// its sections show dragged by the X server's mouse, beside an empty window of the same size in
+// which one rectangle follows the mouse (floor/EmptyWindow.cpp).
+//
+//   bench_edit [MOVES [CHANGES]]     120 moves a slider, 20 changes of sound unless told otherwise
+//
+// Frame times are the toolkit's own log of its frames; the program has no part in it. The time of
+// the main thread is the kernel's. A change of sound is a click at the other end of "High cut": it
+// is over with the first key that has as many high tones as keys have there.
+
+#include "Vornic/linux/desktop/MonotonicClock.h"
+#include "bench/FrameLog.h"
+#include "tests/live/ChildProcess.h"
+#include "tests/live/KeyTyper.h"
+#include "tests/live/QtLoop.h"
+#include "tests/live/SinkCapture.h"
+#include "tests/live/views/AccessibleTree.h"
+#include "tests/live/views/Pointer.h"
+#include "tests/support/ClickPack.h"
+#include "tests/support/ScratchFolder.h"
+#include "tests/support/WaitFor.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vornic {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr float onsetLevel = 0.01F;
+constexpr int letterF = 5;
+constexpr quint32 sliderRole = 51; // of AT-SPI
+/// Faster than any screen shows.
+constexpr auto moveInterval = 8ms;
+
+/// Seconds of processor time that the main thread has had.
+double mainThreadSeconds(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/schedstat");
+    double nanos = 0;
+    file >> nanos;
+    return nanos / 1e9;
+}
+
+struct Drag {
+    std::vector<double> frames;
+    double mainMillis = 0; // a frame
+};
+
+class EditBench {
+  public:
+    explicit EditBench(int moves) : moves_(moves) {
+        writeClickPack(scratch_ / "packs");
+        scratch_.write("config/Vornic/settings.json", R"({"advanced": true, "welcomed": true})");
+    }
+
+    bool run(int changes) {
+        std::vector<double> floor = dragFloor();
+        dragStudio();
+        const std::vector<double> again = dragFloor();
+        floor.insert(floor.end(), again.begin(), again.end());
+        const double floorP95 = percentile(floor, 0.95);
+        const double wanted = std::max(16.0, 1.3 * floorP95);
+        std::printf("%-34s %6s %8s %8s %14s\n", "", "frames", "p50 ms", "p95 ms", "main ms/frame");
+        std::printf("%-34s %6zu %8.1f %8.1f\n", "empty window", floor.size(),
+                    percentile(floor, 0.5), floorP95);
+        bool met = !drags_.empty();
+        for (const auto& [name, drag] : drags_) {
+            const double p95 = percentile(drag.frames, 0.95);
+            const bool good = p95 <= wanted && drag.mainMillis <= 10.0 && !drag.frames.empty();
+            met = met && good;
+            std::printf("%-34s %6zu %8.1f %8.1f %14.2f%s\n", name.c_str(), drag.frames.size(),
+                        percentile(drag.frames, 0.5), p95, drag.mainMillis, good ? "" : "  <-");
+        }
+        std::printf("wanted: p95 at most %.1f ms, main thread at most 10 ms\n", wanted);
+        return changeSounds(changes) && met;
+    }
+
+  private:
+    ChildProcess::Environment environment() const {
+        ChildProcess::Environment all = FrameLog::environment();
+        all.emplace_back("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+        all.emplace_back("XDG_CONFIG_HOME", (scratch_ / "config").string());
+        all.emplace_back("XDG_DATA_HOME", (scratch_ / "data").string());
+        return all;
+    }
+    static void awaitLine(const std::filesystem::path& log, const std::string& line) {
+        if (!waitFor([&] { return readBytes(log).find(line) != std::string::npos; })) {
+            throw std::runtime_error("a program did not start:\n" + readBytes(log));
+        }
+    }
+
+    /// Presses in the middle of `place` and moves to and fro along its longer side.
+    void drag(const QRect& place) {
+        const bool upright = place.height() > place.width();
+        const int reach = (upright ? place.height() : place.width()) * 2 / 5;
+        pointer_.press(place.center());
+        for (int move = 0; move < moves_; ++move) {
+            const int by = static_cast<int>(reach * std::sin(move * 0.1));
+            pointer_.move(place.center() + (upright ? QPoint(0, by) : QPoint(by, 0)));
+            std::this_thread::sleep_for(moveInterval);
+        }
+        pointer_.release();
+    }
+
+    std::vector<double> dragFloor() {
+        const auto log = scratch_ / "floor.log";
+        std::filesystem::remove(log);
+        const ChildProcess window({VORNIC_EMPTY_WINDOW}, environment(), log.string());
+        awaitLine(log, "Frame rendered");
+        FrameLog frames(log);
+        frames.begin();
+        drag({100, 300, 600, 18});
+        return frames.deltas();
+    }
+
+    AccessibleTree::Node shown(const QString& name) {
+        std::optional<AccessibleTree::Node> node;
+        waitFor([&] { return (node = tree_.showing("Vornic", name)).has_value(); });
+        if (!node) {
+            throw std::runtime_error(name.toStdString() + " is nowhere to be seen");
+        }
+        return *node;
+    }
+    void click(const QString& name) { pointer_.click(shown(name).place.center()); }
+
+    /// Starts the program and opens its Studio.
+    std::unique_ptr<ChildProcess> openStudio() {
+        std::filesystem::remove(log());
+        auto program = std::make_unique<ChildProcess>(
+            std::vector<std::string>{VORNIC_PROGRAM, "--packs", (scratch_ / "packs").string()},
+            environment(), log().string());
+        awaitLine(log(), "Vornic is listening");
+        click("Open Vornic…");
+        shown("A / B");
+        return program;
+    }
+    std::filesystem::path log() const { return scratch_ / "vornic.log"; }
+
+    void dragStudio() {
+        const auto program = openStudio();
+        click("Keys");
+        dragAll(*program, "Keys");
+        click("Sounds");
+        for (const char* const section : {"Tone", "Layers", "Switch", "Board"}) {
+            click(section);
+            dragAll(*program, section);
+        }
+        program->end(SIGTERM);
+    }
+
+    /// Where the window is: the largest of what has its name.
+    QRect studio() {
+        QRect largest;
+        for (const AccessibleTree::Node& node :
+             tree_.all("Vornic", [](const auto& each) { return each.name == "Studio"; })) {
+            if (node.place.width() > largest.width()) {
+                largest = node.place;
+            }
+        }
+        return largest;
+    }
+
+    /// Every slider of what is shown, from its top to its end.
+    void dragAll(const ChildProcess& program, const std::string& section) {
+        constexpr int pages = 4; // more than the longest section has
+        std::set<QString> dragged;
+        const QRect window = studio();
+        for (int page = 0; page < pages; ++page) {
+            std::vector<AccessibleTree::Node> sliders;
+            waitFor(
+                [&] {
+                    sliders = tree_.all("Vornic", [&](const AccessibleTree::Node& node) {
+                        return node.role == sliderRole && node.showing &&
+                               window.contains(node.place) && !dragged.contains(node.name);
+                    });
+                    return !sliders.empty();
+                },
+                1s);
+            for (const AccessibleTree::Node& slider : sliders) {
+                if (dragged.insert(slider.name).second) {
+                    drags_.emplace_back(section + ": " + slider.name.toStdString(),
+                                        dragOf(program, slider.place));
+                }
+            }
+            pointer_.move({window.center().x(), window.bottom() - 60});
+            pointer_.scrollOn(10);
+        }
+    }
+
+    Drag dragOf(const ChildProcess& program, const QRect& slider) {
+        FrameLog frames(log());
+        frames.begin();
+        const double before = mainThreadSeconds(program.id());
+        drag(slider);
+        const double spent = mainThreadSeconds(program.id()) - before;
+        Drag result{.frames = frames.deltas()};
+        result.mainMillis =
+            spent * 1e3 / static_cast<double>(std::max<std::size_t>(result.frames.size(), 1));
+        return result;
+    }
+
+    /// How much of the next key is high: the way from sample to sample beside the samples.
+    std::optional<double> highness() {
+        const std::size_t from = capture_.frames();
+        typer_.type(KeyTyper::letter(letterF));
+        const auto onset = capture_.waitFor(from, onsetLevel, 500ms);
+        constexpr std::size_t length = 480;
+        if (!onset || !waitFor([&] { return capture_.frames() > *onset + length; })) {
+            return std::nullopt;
+        }
+        double way = 0.0;
+        double sum = 1e-9;
+        for (std::size_t frame = *onset; frame < *onset + length; ++frame) {
+            way += std::abs(static_cast<double>(capture_.left(frame + 1) - capture_.left(frame)));
+            sum += std::abs(static_cast<double>(capture_.left(frame)));
+        }
+        return way / sum;
+    }
+
+    bool changeSounds(int changes) {
+        const auto program = openStudio();
+        if (!capture_.waitUntilRunning()) {
+            std::fputs("nothing can be captured\n", stderr);
+            return false;
+        }
+        click("Sounds");
+        const QRect slider = shown("High cut").place;
+        const auto end = [&](bool high) {
+            return QPoint(high ? slider.right() - 10 : slider.left() + 10, slider.center().y());
+        };
+        double usual[2] = {};
+        for (const bool high : {false, true}) {
+            pointer_.click(end(high));
+            std::this_thread::sleep_for(2s);
+            usual[high] = highness().value_or(0.0);
+        }
+        std::vector<double> millis;
+        bool high = true;
+        for (int change = 0; change < changes; ++change) {
+            high = !high;
+            pointer_.move(end(high));
+            const std::uint64_t started = clock_.nanos();
+            pointer_.click(end(high));
+            const auto isNew = [&](double now) {
+                return std::abs(now - usual[high]) < std::abs(now - usual[!high]);
+            };
+            for (bool heard = false; !heard && clock_.nanos() < started + 10'000'000'000;) {
+                const std::uint64_t pressed = clock_.nanos();
+                const auto now = highness();
+                heard = now && isNew(*now);
+                if (heard) {
+                    millis.push_back(static_cast<double>(pressed - started) / 1e6);
+                }
+            }
+            std::this_thread::sleep_for(300ms);
+        }
+        const double render = lastRenderMillis();
+        std::printf("slider to the first key with the new sound: median %.0f ms, p95 %.0f ms of "
+                    "%zu; one render %.0f ms; wanted: median at most %.0f ms\n",
+                    percentile(millis, 0.5), percentile(millis, 0.95), millis.size(), render,
+                    150 + 2 * render);
+        return !millis.empty() && percentile(millis, 0.5) <= 150 + 2 * render;
+    }
+
+    double lastRenderMillis() {
+        const auto answer = scratch_ / "status.json";
+        ChildProcess({VORNIC_PROGRAM, "status", "--json"}, environment(), answer.string()).wait();
+        return nlohmann::json::parse(readBytes(answer))["lastRenderMillis"];
+    }
+
+    int moves_;
+    ScratchFolder scratch_;
+    MonotonicClock clock_;
+    Pointer pointer_;
+    AccessibleTree tree_;
+    KeyTyper typer_;
+    SinkCapture capture_{
+        {.sink = "vornic-test-sink", .remote = {}, .quantum = 128, .seconds = 600.0}};
+    std::vector<std::pair<std::string, Drag>> drags_;
+};
+
+} // namespace
+} // namespace vornic
+
+int main(int argc, char** argv) {
+    try {
+        const int moves = argc > 1 ? std::stoi(argv[1]) : 120;
+        const int changes = argc > 2 ? std::stoi(argv[2]) : 20;
+        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+        const vornic::QtLoop qt;
+        return vornic::EditBench(moves).run(changes) ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "bench_edit: %s\n", problem.what());
+        return EXIT_FAILURE;
+    }
+}
