@@ -41,13 +41,12 @@ void AppModel::start() {
     sound_ = std::make_unique<SoundEngine>(
         platform_.output, platform_.clock,
         [this](std::function<void()> work) { keys_->post(std::move(work)); });
-    sound_->setVolume(settings_.volume);
     player_ = std::make_unique<BoardPlayer>(platform_.clock, platform_.scheduler, library_,
                                             options_.builder);
     makeRecorder();
     connect();
     refreshState();
-    applyStage();
+    applySettings(nullptr);
     boardChanged(BoardEditor::Change::selected);
 }
 
@@ -131,7 +130,6 @@ void AppModel::connect() {
         watched.watch->onChange = [this] { refreshQuiet(); };
         watched.watch->start();
     }
-    platform_.secureInput.noticeEverywhere(noticePasswordsEverywhere());
     timers_.push_back(platform_.scheduler.every(1000ms, [this] {
         sound_->tick();
         refreshState();

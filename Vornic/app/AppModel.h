@@ -225,7 +225,7 @@ class AppModel {
     void loadFiles();
     void chooseFirstBoard();
     void connect();
-    void applySettings(const Settings& before);
+    void applySettings(const Settings* before);
     std::error_code follow(FileChange change);
     void followSoon();
     void writeFiles();

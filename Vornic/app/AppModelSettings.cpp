@@ -21,14 +21,17 @@ void AppModel::change(const std::function<void(Settings&)>& what) {
         return;
     }
     settingsFile_->set(kept);
-    applySettings(before);
+    applySettings(&before);
     followSoon();
     onChange();
 }
 
-/// What a setting does besides being kept and shown.
-void AppModel::applySettings(const Settings& before) {
-    const auto changed = [&](auto setting) { return !(settings_.*setting == before.*setting); };
+/// What a setting does besides being kept and shown: of all at the start, then of those that are
+/// not as `before`.
+void AppModel::applySettings(const Settings* before) {
+    const auto changed = [&](auto setting) {
+        return before == nullptr || !(settings_.*setting == before->*setting);
+    };
     if (changed(&Settings::hearMyself) || changed(&Settings::quietDuringCalls)) {
         refreshQuiet();
     }

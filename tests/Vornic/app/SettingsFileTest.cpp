@@ -7,10 +7,12 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <fstream>
 #include <limits>
 #include <map>
 #include <string>
+#include <utility>
 
 namespace vornic {
 namespace {
@@ -97,26 +99,59 @@ std::map<std::string, std::string> describedSettings() {
     return described;
 }
 
+/// Changes a setting into something other than its default.
+void alter(bool& value) {
+    value = !value;
+}
+void alter(double& value) {
+    value = 0.1;
+}
+void alter(std::string& value) {
+    value = "other";
+}
+void alter(OutputKind& value) {
+    value = OutputKind::speakers;
+}
+void alter(StageSpec& value) {
+    value.width = 0.5;
+}
+void alter(TweaksByBoard& value) {
+    value["deep"].deeper = 1;
+}
+
+struct Anything {
+    template <typename T>
+    operator T() const;
+};
+
+/// How many fields there are, by how many values initialise them.
+template <std::size_t count = 0>
+consteval std::size_t fieldsOfSettings() {
+    constexpr bool more = []<std::size_t... place>(std::index_sequence<place...>) {
+        return requires { Settings{(static_cast<void>(place), Anything())...}; };
+    }(std::make_index_sequence<count + 1>());
+    if constexpr (more) {
+        return fieldsOfSettings<count + 1>();
+    } else {
+        return count;
+    }
+}
+
 TEST_F(SettingsFileTest, isDescribedWithEveryKeyAndItsDefault) {
     Settings settings;
-    // A setting that is new has to be changed here as well.
-    auto& [hearMyself, quietDuringCalls, noticePasswords, advanced, volume, outputKind, board,
-           stage, tweaks, welcomed, toldOfNoTray] = settings;
-    for (bool* const flag :
-         {&hearMyself, &quietDuringCalls, &noticePasswords, &advanced, &welcomed, &toldOfNoTray}) {
-        *flag = !*flag;
-    }
-    volume = 0.1;
-    outputKind = OutputKind::speakers;
-    board = "other";
-    stage.width = 0.5;
-    tweaks["deep"].deeper = 1;
+    std::size_t count = 0;
+    forEachSetting([&](const char*, auto setting) {
+        alter(settings.*setting);
+        ++count;
+    });
+    EXPECT_EQ(count, fieldsOfSettings()) << "a setting that is not kept";
     SettingsFile file = open();
     file.set(settings);
     ASSERT_FALSE(change(file, Settings()));
     const nlohmann::json defaults = written();
     const std::map<std::string, std::string> described = describedSettings();
-    EXPECT_EQ(described.size(), defaults.size());
+    EXPECT_EQ(described.size(), count);
+    EXPECT_EQ(defaults.size(), count);
     for (const auto& [key, value] : defaults.items()) {
         ASSERT_TRUE(described.contains(key)) << key << " is not described";
         const std::string& text = described.at(key);
