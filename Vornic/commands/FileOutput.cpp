@@ -1,5 +1,7 @@
 #include "Vornic/commands/FileOutput.h"
 
+#include "VornicCore/base/SampleRate.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -39,7 +41,8 @@ std::string FileOutput::problem() const {
 }
 
 std::uint64_t FileOutput::nanos() const {
-    return startNanos + static_cast<std::uint64_t>(frames_) * 1'000'000'000 / 48000;
+    return startNanos + static_cast<std::uint64_t>(frames_) * 1'000'000'000 /
+                            static_cast<std::uint64_t>(DSP::sampleRate);
 }
 
 bool FileOutput::renderBlock() {

@@ -1,5 +1,7 @@
 #include "Vornic/commands/WavFile.h"
 
+#include "VornicCore/base/SampleRate.h"
+
 #include <fcntl.h>
 #include <sndfile.h>
 #include <sys/stat.h>
@@ -45,7 +47,7 @@ bool WavFile::create(const std::filesystem::path& file) {
     fchmod(descriptor_, 0666 & ~mask);
 
     SF_INFO format{};
-    format.samplerate = 48000;
+    format.samplerate = static_cast<int>(DSP::sampleRate);
     format.channels = static_cast<int>(channels);
     format.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
     sound_ = sf_open_fd(descriptor_, SFM_WRITE, &format, SF_FALSE);

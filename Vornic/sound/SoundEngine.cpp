@@ -1,6 +1,7 @@
 #include "Vornic/sound/SoundEngine.h"
 
 #include "Vornic/sound/StaleKeys.h"
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/realtime/ScopedFlushDenormals.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace vornic {
 
 namespace {
 
-constexpr double sampleRate = 48000.0;
 constexpr std::uint32_t queueCapacity = 512;
 constexpr std::string_view auditionKey = "audition";
 
@@ -24,7 +24,7 @@ constexpr std::string_view auditionKey = "audition";
 SoundEngine::SoundEngine(AudioOutput& output, const Clock& clock, Executor runOnKeyThread,
                          Options options)
     : output_(output), clock_(clock), runOnKeyThread_(std::move(runOnKeyThread)), options_(options),
-      core_(sampleRate, queueCapacity), lastUse_(-std::numeric_limits<double>::infinity()),
+      core_(DSP::sampleRate, queueCapacity), lastUse_(-std::numeric_limits<double>::infinity()),
       volume_(static_cast<float>(userVolume_)) {
     output_.onConfigurationChange = [this] { configurationChanged(); };
     output_.open(*this);

@@ -1,5 +1,6 @@
 #include "Vornic/typing/KeystrokeDriver.h"
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/keys/KeyDifference.h"
 #include "VornicCore/keys/KeyLayout.h"
 #include "VornicCore/keys/KeySet.h"
@@ -14,7 +15,6 @@ namespace vornic {
 
 namespace {
 
-constexpr double sampleRate = 48000.0;
 constexpr double releaseGain = 0.8;
 /// How much of the shape's deviation from a plain stroke reaches the voice.
 constexpr double shapeGainShare = 0.3;
@@ -103,7 +103,7 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
                     ? static_cast<float>(*assignment.pan)
                     : KeyLayout::pan(keyCode, settings.stage.width, layout(board.layout));
     voice.stage =
-        settings.binaural ? VoiceStage::binaural(voice.pan, sampleRate) : VoiceStage::none;
+        settings.binaural ? VoiceStage::binaural(voice.pan, DSP::sampleRate) : VoiceStage::none;
     const double baseRate = static_cast<double>(
         KeyLayout::rate(keyCode) * std::exp2(static_cast<float>(assignment.pitch) / 12.0f));
     const double gainDb = assignment.gainDb + voice.differ * KeyDifference::levelDb(keyCode);

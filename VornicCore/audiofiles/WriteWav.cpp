@@ -1,5 +1,6 @@
 #include "VornicCore/audiofiles/WriteWav.h"
 
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/realtime/Fatal.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ namespace vornic {
 
 namespace {
 
-constexpr std::uint32_t sampleRate = 48000;
+constexpr auto sampleRate = static_cast<std::uint32_t>(DSP::sampleRate);
 constexpr std::uint16_t pcmBytes = 2; // of a frame
 constexpr std::uint32_t headerSize = 44;
 constexpr std::uint32_t floatHeaderSize = 58;

@@ -1,5 +1,7 @@
 #include "VornicCore/effects/Limiter.h"
 
+#include "VornicCore/base/SampleRate.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -34,7 +36,7 @@ float cut(float sample) VORNIC_REALTIME {
 } // namespace
 
 Limiter::Limiter()
-    : release_(static_cast<float>(1.0 - std::exp(-1000.0 / (releaseMs * 48000.0)))) {}
+    : release_(static_cast<float>(1.0 - std::exp(-1000.0 / (releaseMs * DSP::sampleRate)))) {}
 
 void Limiter::process(std::size_t frames, float* left, float* right) VORNIC_REALTIME {
     if (gain_ == 1.0F && isBelowCeiling(frames, left) && isBelowCeiling(frames, right)) {

@@ -1,5 +1,7 @@
 #include "VornicCore/effects/ReverbNetwork.h"
 
+#include "VornicCore/base/SampleRate.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -8,7 +10,6 @@ namespace vornic {
 
 namespace {
 
-constexpr double sampleRate = 48000.0;
 // Long enough for the latest early reflection (21.75 ms) and one chunk.
 constexpr std::size_t earlyCapacity = 1200;
 constexpr std::size_t diffuserCapacity = 384;
@@ -25,19 +26,19 @@ std::size_t indexOf(Room room) VORNIC_REALTIME {
 }
 
 float onePole(double hz) {
-    return static_cast<float>(1.0 - std::exp(-2.0 * std::numbers::pi * hz / sampleRate));
+    return static_cast<float>(1.0 - std::exp(-2.0 * std::numbers::pi * hz / DSP::sampleRate));
 }
 
 // The gain by which a sound must fall in `frames` to fall by 60 dB in `seconds`.
 double loopGain(std::size_t frames, double seconds) {
-    return std::pow(10.0, -3.0 * static_cast<double>(frames) / (seconds * sampleRate));
+    return std::pow(10.0, -3.0 * static_cast<double>(frames) / (seconds * DSP::sampleRate));
 }
 
 // The pole p of (1 - p) / (1 - p/z) whose gain at `hz` is `gain`: with r = gain squared and
 // c = cos w, (1 - p)^2 = r (1 - 2pc + p^2).
 double poleFor(double gain, double hz) {
     const double r = gain * gain;
-    const double c = std::cos(2.0 * std::numbers::pi * hz / sampleRate);
+    const double c = std::cos(2.0 * std::numbers::pi * hz / DSP::sampleRate);
     const double b = 1.0 - r * c;
     const double a = 1.0 - r;
     return a > 0.0 ? (b - std::sqrt(b * b - a * a)) / a : 0.0;
@@ -108,7 +109,7 @@ ReverbNetwork::Coefficients ReverbNetwork::coefficients(const RoomPreset& preset
     const double earlyGain = std::sqrt(preset.earlyShare / preset.earlyEnergy);
     const auto tap = [earlyGain](const WallReflection& reflection) {
         return Tap{.delay = static_cast<std::size_t>(
-                       std::lround(reflection.delayMs * sampleRate / 1000.0)),
+                       std::lround(reflection.delayMs * DSP::sampleRate / 1000.0)),
                    .gain = static_cast<float>(earlyGain * reflection.gain),
                    .crossed = reflection.crossed};
     };

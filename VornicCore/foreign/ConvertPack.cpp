@@ -1,6 +1,7 @@
 #include "VornicCore/foreign/ConvertPack.h"
 
 #include "VornicCore/base/ReadableText.h"
+#include "VornicCore/base/SampleRate.h"
 #include "VornicCore/board/BoardJson.h"
 #include "VornicCore/dsp/DSP.h"
 #include "VornicCore/foreign/BoardOfKeys.h"
@@ -155,7 +156,7 @@ ConvertedPack convertPack(const ForeignPack& pack, const PackAudioFiles& audio) 
                              recordings.all().size() <= mostFileRecordings;
     std::vector<PackRecordings::Recording> all = recordings.takeAll();
     for (std::size_t index = 0; index < all.size(); ++index) {
-        result.report.seconds += static_cast<double>(all[index].samples.size()) / 48000;
+        result.report.seconds += static_cast<double>(all[index].samples.size()) / DSP::sampleRate;
         result.contents.samples[recordingId(index)] = std::move(all[index].samples);
     }
     result.contents.board = std::move(board);

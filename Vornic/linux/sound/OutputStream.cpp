@@ -1,5 +1,7 @@
 #include "Vornic/linux/sound/OutputStream.h"
 
+#include "VornicCore/base/SampleRate.h"
+
 #include <spa/param/audio/format-utils.h>
 #include <spa/param/param.h>
 
@@ -13,7 +15,7 @@ namespace vornic {
 
 namespace {
 
-constexpr std::uint32_t sampleRate = 48000;
+constexpr auto sampleRate = static_cast<std::uint32_t>(DSP::sampleRate);
 
 /// The time of a render call, in monotonic nanoseconds: that of the graph's cycle. A driver that
 /// catches up after a stall goes through the cycles it has missed as if they were on time; a cycle
