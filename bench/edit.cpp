@@ -30,11 +30,13 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace vornic {
@@ -175,22 +177,30 @@ class EditBench {
         return largest;
     }
 
+    /// What `wanted` accepts, once it has stopped moving: what was scrolled rolls on for a while.
+    std::vector<AccessibleTree::Node>
+    settled(const std::function<bool(const AccessibleTree::Node&)>& wanted) {
+        std::vector<AccessibleTree::Node> nodes = tree_.all("Vornic", wanted);
+        waitFor([&] {
+            const std::vector<AccessibleTree::Node> before = std::exchange(nodes, {});
+            std::this_thread::sleep_for(100ms);
+            nodes = tree_.all("Vornic", wanted);
+            return std::ranges::equal(nodes, before, {}, &AccessibleTree::Node::place,
+                                      &AccessibleTree::Node::place);
+        });
+        return nodes;
+    }
+
     /// Every slider of what is shown, from its top to its end.
     void dragAll(const ChildProcess& program, const std::string& section) {
         constexpr int pages = 4; // more than the longest section has
         std::set<QString> dragged;
         const QRect window = studio();
         for (int page = 0; page < pages; ++page) {
-            std::vector<AccessibleTree::Node> sliders;
-            waitFor(
-                [&] {
-                    sliders = tree_.all("Vornic", [&](const AccessibleTree::Node& node) {
-                        return node.role == sliderRole && node.showing &&
-                               window.contains(node.place) && !dragged.contains(node.name);
-                    });
-                    return !sliders.empty();
-                },
-                1s);
+            const auto sliders = settled([&](const AccessibleTree::Node& node) {
+                return node.role == sliderRole && node.showing && window.contains(node.place) &&
+                       !dragged.contains(node.name);
+            });
             for (const AccessibleTree::Node& slider : sliders) {
                 if (dragged.insert(slider.name).second) {
                     drags_.emplace_back(section + ": " + slider.name.toStdString(),
