@@ -19,7 +19,9 @@ double limitedGain(double db) noexcept {
 
 } // namespace
 
-Biquad::Biquad(Kind kind, double frequency, double q, double gainDb, double rate) noexcept {
+// A kind that is none gives silence.
+Biquad::Biquad(Kind kind, double frequency, double q, double gainDb, double rate) noexcept
+    : b0(0.0), b1(0.0), b2(0.0), a1(0.0), a2(0.0) {
     const double fs = rate > 0.0 && std::isfinite(rate) ? rate : sampleRate;
     const double f = std::min(atLeast(frequency, 10.0), 0.49 * fs);
     const double w0 = 2.0 * std::numbers::pi * f / fs;

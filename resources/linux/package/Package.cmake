@@ -26,9 +26,10 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
     qml6-module-qtquick-templates qml6-module-qtquick-window qml6-module-qt-labs-folderlistmodel
     qt6-qpa-plugins)
 string(JOIN ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    at-spi2-core fonts-inter pipewire-audio pkexec qt6-wayland)
+    at-spi2-core fonts-inter pipewire-audio pkexec polkitd qt6-wayland systemd)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
-    "${CMAKE_CURRENT_LIST_DIR}/prerm" "${CMAKE_CURRENT_LIST_DIR}/postrm")
+    "${CMAKE_CURRENT_LIST_DIR}/postinst" "${CMAKE_CURRENT_LIST_DIR}/prerm"
+    "${CMAKE_CURRENT_LIST_DIR}/postrm")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 include(CPack)
