@@ -1,6 +1,7 @@
 #include "Vornic/library/SampleLibrary.h"
 
 #include "VornicCore/audiofiles/LoadAudio.h"
+#include "VornicCore/audiofiles/SoundFile.h"
 #include "VornicCore/base/Uuid.h"
 #include "VornicCore/render/PartSamples.h"
 
@@ -22,9 +23,9 @@ SampleLibrary::SampleLibrary(std::span<const SoundPack> packs, std::filesystem::
     : userFolder_(std::move(userFolder)), report_(std::move(report)) {
     for (const SoundPack& pack : packs) {
         for (const auto& [keyClass, files] : pack.files) {
-            load(pack, files);
+            take(pack, files);
         }
-        load(pack, pack.releaseFiles);
+        take(pack, pack.releaseFiles);
     }
     derive("clicky/regular-01", PartSamples::clickKey, "Click (from Clicky)", LayerPart::click,
            PartSamples::click);
@@ -36,12 +37,10 @@ SampleLibrary::SampleLibrary(std::span<const SoundPack> packs, std::filesystem::
     loadUserSamples();
 }
 
-void SampleLibrary::load(const SoundPack& pack, const std::vector<std::filesystem::path>& files) {
+void SampleLibrary::take(const SoundPack& pack, const std::vector<std::filesystem::path>& files) {
+    const std::lock_guard guard(lock_);
     for (const std::filesystem::path& file : files) {
-        if (std::optional<std::vector<float>> samples = loadAudio(file)) {
-            const std::lock_guard guard(lock_);
-            store_[pack.sampleID(file)] = *std::move(samples);
-        }
+        store_[pack.sampleID(file)] = {.file = file, .samples = {}};
     }
 }
 
@@ -49,27 +48,28 @@ void SampleLibrary::derive(const std::string& from, std::string_view id, const s
                            LayerPart part, std::vector<float> (*make)(std::span<const float>)) {
     const std::lock_guard guard(lock_);
     const auto found = store_.find(from);
-    if (found == store_.end()) {
+    const auto recorded = found == store_.end() ? std::nullopt : loadAudio(found->second.file);
+    if (!recorded) {
         return;
     }
-    std::vector<float> samples = make(found->second);
+    std::vector<float> samples = make(*recorded);
     if (samples.empty()) {
         return;
     }
-    store_[std::string(id)] = std::move(samples);
+    store_[std::string(id)] = {.file = {}, .samples = std::move(samples)};
     infos_.push_back({std::string(id), name, part, derivedSource, true});
 }
 
 void SampleLibrary::loadUserSamples() {
     for (const SampleInfo& info : userFolder_.listed()) {
         // An index is a file like any other: it may not replace what comes from elsewhere.
-        if (info.builtIn || samples(info.id)) {
+        const std::lock_guard guard(lock_);
+        if (info.builtIn || store_.contains(info.id)) {
             continue;
         }
-        std::optional<std::vector<float>> samples = loadAudio(userFolder_.fileOf(info.id));
-        const std::lock_guard guard(lock_);
-        if (samples) {
-            store_[info.id] = *std::move(samples);
+        const std::filesystem::path file = userFolder_.fileOf(info.id);
+        if (openSoundFile(file)) {
+            store_[info.id] = {.file = file, .samples = {}};
             infos_.push_back(info);
             unread_.erase(info.id);
         } else {
@@ -79,15 +79,47 @@ void SampleLibrary::loadUserSamples() {
 }
 
 std::optional<std::vector<float>> SampleLibrary::samples(const std::string& id) const {
+    std::filesystem::path file;
+    {
+        const std::lock_guard guard(lock_);
+        const auto found = store_.find(id);
+        if (found == store_.end()) {
+            return std::nullopt;
+        }
+        Recording& recording = found->second;
+        recording.asked = true;
+        if (recording.file.empty() || !recording.samples.empty()) {
+            return recording.samples;
+        }
+        file = recording.file;
+    }
+    // Others may have what is in memory meanwhile.
+    std::optional<std::vector<float>> samples = loadAudio(file);
     const std::lock_guard guard(lock_);
-    const auto found = store_.find(id);
-    return found == store_.end() ? std::nullopt : std::optional(found->second);
+    if (const auto found = store_.find(id); samples && found != store_.end()) {
+        found->second.samples = *samples;
+    }
+    return samples;
 }
 
 std::size_t SampleLibrary::frames(const std::string& id) const {
+    {
+        const std::lock_guard guard(lock_);
+        const auto found = store_.find(id);
+        if (found != store_.end() && !found->second.samples.empty()) {
+            return found->second.samples.size();
+        }
+    }
+    return SampleSource::frames(id);
+}
+
+void SampleLibrary::forgetUnused() const {
     const std::lock_guard guard(lock_);
-    const auto found = store_.find(id);
-    return found == store_.end() ? 0 : found->second.size();
+    for (auto& [id, recording] : store_) {
+        if (!std::exchange(recording.asked, false) && !recording.file.empty()) {
+            recording.samples = std::vector<float>();
+        }
+    }
 }
 
 std::vector<SampleInfo> SampleLibrary::userSamples() const {
@@ -174,7 +206,7 @@ SampleInfo SampleLibrary::store(const std::string& name, LayerPart part,
                                 const std::optional<std::string>& id, std::vector<float> samples) {
     const std::lock_guard guard(lock_);
     SampleInfo info{id ? *id : freshID(), name, part, userSource, false};
-    store_[info.id] = std::move(samples);
+    store_[info.id] = {.file = {}, .samples = std::move(samples)};
     std::erase_if(infos_, [&](const SampleInfo& other) { return other.id == info.id; });
     infos_.push_back(info);
     return info;
@@ -199,7 +231,20 @@ bool SampleLibrary::write(const std::vector<SampleInfo>& added) {
         kept.push_back({info, frames.back()});
     }
     const Listed now = listed();
-    return userFolder_.add(kept, now.known, now.gone);
+    if (!userFolder_.add(kept, now.known, now.gone)) {
+        return false;
+    }
+    haveFiles(added);
+    return true;
+}
+
+void SampleLibrary::haveFiles(const std::vector<SampleInfo>& kept) {
+    const std::lock_guard guard(lock_);
+    for (const SampleInfo& info : kept) {
+        if (const auto found = store_.find(info.id); found != store_.end()) {
+            found->second.file = userFolder_.fileOf(info.id);
+        }
+    }
 }
 
 SampleLibrary::Listed SampleLibrary::listed() const {
@@ -238,7 +283,11 @@ void SampleLibrary::report(const std::string& problem) const {
 
 std::size_t SampleLibrary::count() const {
     const std::lock_guard guard(lock_);
-    return store_.size();
+    return static_cast<std::size_t>(std::ranges::count_if(store_, [](const auto& each) {
+        const Recording& recording = each.second;
+        return recording.file.empty() || !recording.samples.empty() ||
+               openSoundFile(recording.file) != nullptr;
+    }));
 }
 
 } // namespace vornic

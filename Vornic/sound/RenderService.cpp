@@ -68,7 +68,8 @@ class RenderService::Queue : public std::enable_shared_from_this<RenderService::
                     done(std::move(board), seconds);
                 }
             });
-            // What rendering took besides the bank.
+            // What rendering took besides the bank, and the recordings of the board before.
+            request->library->forgetUnused();
             returnFreeMemory();
         }
     }

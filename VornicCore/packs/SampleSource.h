@@ -25,6 +25,10 @@ class SampleSource {
         const auto found = samples(id);
         return found ? found->size() : 0;
     }
+
+    /// Gives back the memory of what can be had again and that nobody has asked for since this was
+    /// last called.
+    virtual void forgetUnused() const {}
 };
 
 } // namespace vornic

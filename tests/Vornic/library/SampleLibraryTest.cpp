@@ -54,6 +54,37 @@ TEST_F(SampleLibraryTest, leavesOutFilesThatCannotBeRead) {
     EXPECT_TRUE(library.samples("deep/regular-01"));
 }
 
+TEST_F(SampleLibraryTest, readsARecordingOnceWhenItIsFirstAskedFor) {
+    const std::vector packs{pack("deep", {"regular-01.wav"}, 0.5F)};
+    const SampleLibrary library(packs);
+    writeWAV(std::vector<float>{0.25F, 0}, packs.front().files.at(KeyClass::regular).front());
+    EXPECT_EQ(library.frames("deep/regular-01"), 2U);
+    EXPECT_EQ(library.samples("deep/regular-01"), (std::vector<float>{0.25F, 0}));
+    std::filesystem::remove(packs.front().files.at(KeyClass::regular).front());
+    EXPECT_EQ(library.samples("deep/regular-01"), (std::vector<float>{0.25F, 0}));
+    EXPECT_EQ(library.frames("deep/regular-01"), 2U);
+}
+
+TEST_F(SampleLibraryTest, forgetsWhatNobodyAskedForSinceItLastForgot) {
+    const std::vector packs{pack("deep", {"regular-01.wav"}, 0.5F)};
+    const std::filesystem::path file = packs.front().files.at(KeyClass::regular).front();
+    const SampleLibrary library(packs);
+    EXPECT_TRUE(library.samples("deep/regular-01"));
+    writeWAV(std::vector<float>{0.25F, 0, 0}, file);
+    library.forgetUnused();
+    EXPECT_EQ(library.frames("deep/regular-01"), 2U) << "asked for, so it stays";
+    library.forgetUnused();
+    EXPECT_EQ(library.frames("deep/regular-01"), 3U) << "read anew";
+}
+
+TEST_F(SampleLibraryTest, forgetsNothingThatNoFileHas) {
+    SampleLibrary library({});
+    const std::string id = library.addForThisRun({.name = "One", .samples = {0.5F}}).id;
+    library.forgetUnused();
+    library.forgetUnused();
+    EXPECT_EQ(library.samples(id), std::vector<float>{0.5F});
+}
+
 TEST_F(SampleLibraryTest, isEmptyWithoutPacks) {
     EXPECT_EQ(SampleLibrary({}).count(), 0U);
 }

@@ -1,9 +1,12 @@
+#include "VornicCore/sampler/FrameStore.h"
 #include "VornicCore/sampler/SampleBank.h"
 #include "VornicCore/sampler/VoiceBank.h"
 #include "tests/support/RealTimeGuard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace vornic {
 namespace {
@@ -42,6 +45,40 @@ TEST(VoiceBank, aSecondAddReplacesThePoolAndKeepsTheEarlierFrames) {
     ASSERT_EQ(bank.pool("a").size(), 1U);
     EXPECT_THAT(framesOf(bank.pool("a")[0]), ElementsAre(5.0F, 6.0F, 7.0F));
     EXPECT_THAT(framesOf(earlier), ElementsAre(3.0F, 4.0F));
+}
+
+TEST(FrameStore, keepsManySamplesInFewBlocks) {
+    FrameStore store;
+    std::vector<Sample> samples;
+    samples.reserve(200);
+    std::vector<float> frames(12000);
+    std::int64_t allocations = 0;
+    {
+        const RealTimeGuard guard;
+        for (int i = 0; i < 200; ++i) {
+            std::ranges::fill(frames, static_cast<float>(i));
+            samples.push_back(store.add(frames));
+        }
+        allocations = guard.allocations();
+    }
+    // Ten blocks, and the list of them, which grows.
+    EXPECT_LE(allocations, 16);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        ASSERT_EQ(samples[i].length, 12000);
+        EXPECT_EQ(samples[i].data[0], static_cast<float>(i));
+        EXPECT_EQ(samples[i].data[11999], static_cast<float>(i));
+    }
+}
+
+TEST(FrameStore, takesWhatIsLargerThanABlock) {
+    FrameStore store;
+    const Sample before = store.add(std::vector<float>{1.0F});
+    const Sample large = store.add(std::vector<float>(1'000'000, 2.0F));
+    const Sample after = store.add(std::vector<float>{3.0F});
+    EXPECT_THAT(framesOf(before), ElementsAre(1.0F));
+    EXPECT_EQ(large.length, 1'000'000);
+    EXPECT_EQ(large.data[999'999], 2.0F);
+    EXPECT_THAT(framesOf(after), ElementsAre(3.0F));
 }
 
 TEST(VoiceBank, freesReplacedFramesToo) {
