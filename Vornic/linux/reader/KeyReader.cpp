@@ -56,8 +56,10 @@ void KeyReader::wait() {
     for (const Keyboard& keyboard : keyboards_) {
         watch(keyboard.device->fileDescriptor());
     }
-    const bool calm = !clients_.empty() && std::ranges::all_of(clients_, &Client::admitted);
-    ::poll(waiting.data(), waiting.size(), calm ? -1 : 1000);
+    const bool calm =
+        !askAgain_ && !clients_.empty() && std::ranges::all_of(clients_, &Client::admitted);
+    const int ready = ::poll(waiting.data(), waiting.size(), calm ? -1 : 1000);
+    undecided_ = undecided_ || (ready == 0 && std::exchange(askAgain_, false));
     const auto firstClient = waiting.begin() + 3;
     const auto firstKeyboard = firstClient + std::ssize(clients_);
     // From behind: one that is unplugged leaves its place.
@@ -171,6 +173,7 @@ void KeyReader::decide() {
         facts.push_back(
             {seat, !seat.empty() && bus_.allows(client.process.pid, client.process.uid)});
     }
+    askAgain_ = bus_.missedAnswer();
     const std::vector<ReaderStanding> standings = standingsOf(facts);
     const auto place = static_cast<std::size_t>(
         std::ranges::find(standings, ReaderStanding::hearing) - standings.begin());

@@ -71,6 +71,7 @@ class KeyReader {
     std::uint32_t numbers_ = 0;
     Time::time_point latest_ = Time::now(); // when anybody was here
     bool undecided_ = true;                 // who hears
+    bool askAgain_ = false;                 // in a second, since somebody gave no answer
 };
 
 } // namespace vornic

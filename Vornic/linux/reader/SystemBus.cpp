@@ -2,6 +2,7 @@
 
 #include <systemd/sd-bus.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <stdexcept>
 #include <utility>
@@ -67,21 +68,26 @@ bool SystemBus::process() {
     return std::exchange(changed_, false);
 }
 
-bool SystemBus::answers(const char* session, const char* property, bool wanted) const {
+bool SystemBus::good(int result) {
+    missed_ = missed_ || result == -ETIMEDOUT;
+    return result >= 0;
+}
+
+bool SystemBus::answers(const char* session, const char* property, bool wanted) {
     int value = 0;
-    return sd_bus_get_property_trivial(bus_.get(), loginManager, session,
-                                       "org.freedesktop.login1.Session", property, nullptr, 'b',
-                                       &value) >= 0 &&
+    return good(sd_bus_get_property_trivial(bus_.get(), loginManager, session,
+                                            "org.freedesktop.login1.Session", property, nullptr,
+                                            'b', &value)) &&
            (value != 0) == wanted;
 }
 
-std::string SystemBus::seatOf(uid_t user) const {
+std::string SystemBus::seatOf(uid_t user) {
     sd_bus_message* answer = nullptr;
     const int got = sd_bus_call_method(bus_.get(), loginManager, "/org/freedesktop/login1",
                                        "org.freedesktop.login1.Manager", "ListSessions", nullptr,
                                        &answer, nullptr);
     const Message sessions(answer);
-    if (got < 0 || sd_bus_message_enter_container(answer, 'a', "(susso)") < 0) {
+    if (!good(got) || sd_bus_message_enter_container(answer, 'a', "(susso)") < 0) {
         return {};
     }
     const char* id = nullptr;
@@ -98,7 +104,7 @@ std::string SystemBus::seatOf(uid_t user) const {
     return {};
 }
 
-bool SystemBus::allows(pid_t process, uid_t user) const {
+bool SystemBus::allows(pid_t process, uid_t user) {
     sd_bus_message* answer = nullptr;
     // Polkit itself looks when the process began. Nobody is asked for a password: no flags.
     const int got = sd_bus_call_method(
@@ -110,7 +116,7 @@ bool SystemBus::allows(pid_t process, uid_t user) const {
     const Message result(answer);
     int authorised = 0;
     int challenge = 0;
-    return got >= 0 && sd_bus_message_enter_container(answer, 'r', "bba{ss}") >= 0 &&
+    return good(got) && sd_bus_message_enter_container(answer, 'r', "bba{ss}") >= 0 &&
            sd_bus_message_read(answer, "bb", &authorised, &challenge) >= 0 && authorised != 0;
 }
 

@@ -22,6 +22,8 @@ class FakeLogin final : public QThread {
     std::atomic<bool> active{true};
     std::atomic<bool> locked{false};
     std::atomic<bool> allowed{true};
+    /// How many of the next questions to polkit get no answer.
+    std::atomic<int> mute{0};
     /// How often polkit was asked about the process with this number.
     std::atomic<unsigned> asked{0};
     std::atomic<unsigned> askedAbout{0};

@@ -228,6 +228,14 @@ TEST_F(KeyReaderTest, closesEverythingTheMomentThePermissionIsWithdrawn) {
     EXPECT_EQ(client.tap.refresh(), TapState::needsPermission);
 }
 
+TEST_F(KeyReaderTest, whoGivesNoAnswerHasSaidNoAndIsAskedAgain) {
+    login.mute = 1;
+    serve(self());
+    Client client(socket());
+    EXPECT_TRUE(client.describes("1 of 1 keyboard, read by vornic-keys"));
+    EXPECT_EQ(login.asked, 2U);
+}
+
 TEST_F(KeyReaderTest, anotherUsersSessionIsNoneOfTheClients) {
     login.user = ::getuid() + 1;
     serve(self());
