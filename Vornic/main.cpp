@@ -34,8 +34,6 @@
 #include "Vornic/views/Presence.h"
 #include "VornicCore/base/EndInOrder.h"
 
-#include <sys/resource.h>
-
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QTimer>
@@ -262,15 +260,6 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, const 
     QGuiApplication::setDesktopFileName("org.vornic.Vornic");
     QGuiApplication::setQuitOnLastWindowClosed(false);
     return application;
-}
-
-/// No file with the program's memory, in which the last keys may be, when it crashes. The program
-/// stays one that may be looked at: the desktop's portals refuse to serve any other.
-void writeNoCore() {
-    // Not 0, which the kernel passes over where it hands a core to another program instead.
-    constexpr rlim_t none = 1;
-    const rlimit limits{none, none};
-    setrlimit(RLIMIT_CORE, &limits);
 }
 
 } // namespace

@@ -10,33 +10,26 @@
 
 #include "Vornic/linux/desktop/MonotonicClock.h"
 #include "bench/FrameLog.h"
+#include "bench/StudioWindow.h"
 #include "tests/live/ChildProcess.h"
 #include "tests/live/KeyTyper.h"
 #include "tests/live/QtLoop.h"
 #include "tests/live/SinkCapture.h"
-#include "tests/live/views/AccessibleTree.h"
 #include "tests/live/views/Pointer.h"
-#include "tests/support/ClickPack.h"
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/WaitFor.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
-#include <functional>
 #include <optional>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 namespace vornic {
@@ -65,10 +58,7 @@ struct Drag {
 
 class EditBench {
   public:
-    explicit EditBench(int moves) : moves_(moves) {
-        writeClickPack(scratch_ / "packs");
-        scratch_.write("config/Vornic/settings.json", R"({"advanced": true, "welcomed": true})");
-    }
+    explicit EditBench(int moves) : moves_(moves) {}
 
     bool run(int changes) {
         std::vector<double> floor = dragFloor();
@@ -93,19 +83,6 @@ class EditBench {
     }
 
   private:
-    ChildProcess::Environment environment() const {
-        ChildProcess::Environment all = FrameLog::environment();
-        all.emplace_back("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-        all.emplace_back("XDG_CONFIG_HOME", (scratch_ / "config").string());
-        all.emplace_back("XDG_DATA_HOME", (scratch_ / "data").string());
-        return all;
-    }
-    static void awaitLine(const std::filesystem::path& log, const std::string& line) {
-        if (!waitFor([&] { return readBytes(log).find(line) != std::string::npos; })) {
-            throw std::runtime_error("a program did not start:\n" + readBytes(log));
-        }
-    }
-
     /// Presses in the middle of `place` and moves to and fro along its longer side.
     void drag(const QRect& place) {
         const bool upright = place.height() > place.width();
@@ -122,89 +99,39 @@ class EditBench {
     std::vector<double> dragFloor() {
         const auto log = scratch_ / "floor.log";
         std::filesystem::remove(log);
-        const ChildProcess window({VORNIC_EMPTY_WINDOW}, environment(), log.string());
-        awaitLine(log, "Frame rendered");
+        const ChildProcess window({VORNIC_EMPTY_WINDOW}, StudioWindow::environment(), log.string());
+        StudioWindow::await(log, "Frame rendered");
         FrameLog frames(log);
         frames.begin();
         drag({100, 300, 600, 18});
         return frames.deltas();
     }
 
-    AccessibleTree::Node shown(const QString& name) {
-        std::optional<AccessibleTree::Node> node;
-        waitFor([&] { return (node = tree_.showing("Vornic", name)).has_value(); });
-        if (!node) {
-            throw std::runtime_error(name.toStdString() + " is nowhere to be seen");
-        }
-        return *node;
-    }
-    void click(const QString& name) { pointer_.click(shown(name).place.center()); }
-
-    /// Starts the program and opens its Studio.
-    std::unique_ptr<ChildProcess> openStudio() {
-        std::filesystem::remove(log());
-        auto program = std::make_unique<ChildProcess>(
-            std::vector<std::string>{VORNIC_PROGRAM, "--packs", (scratch_ / "packs").string()},
-            environment(), log().string());
-        awaitLine(log(), "Vornic is listening");
-        click("Open Vornic…");
-        shown("A / B");
-        return program;
-    }
-    std::filesystem::path log() const { return scratch_ / "vornic.log"; }
-
     void dragStudio() {
-        const auto program = openStudio();
-        click("Keys");
-        dragAll(*program, "Keys");
-        click("Sounds");
+        StudioWindow studio;
+        studio.click("Keys");
+        dragAll(studio, "Keys");
+        studio.click("Sounds");
         for (const char* const section : {"Tone", "Layers", "Switch", "Board"}) {
-            click(section);
-            dragAll(*program, section);
+            studio.click(section);
+            dragAll(studio, section);
         }
-        program->end(SIGTERM);
-    }
-
-    /// Where the window is: the largest of what has its name.
-    QRect studio() {
-        QRect largest;
-        for (const AccessibleTree::Node& node :
-             tree_.all("Vornic", [](const auto& each) { return each.name == "Studio"; })) {
-            if (node.place.width() > largest.width()) {
-                largest = node.place;
-            }
-        }
-        return largest;
-    }
-
-    /// What `wanted` accepts, once it has stopped moving: what was scrolled rolls on for a while.
-    std::vector<AccessibleTree::Node>
-    settled(const std::function<bool(const AccessibleTree::Node&)>& wanted) {
-        std::vector<AccessibleTree::Node> nodes = tree_.all("Vornic", wanted);
-        waitFor([&] {
-            const std::vector<AccessibleTree::Node> before = std::exchange(nodes, {});
-            std::this_thread::sleep_for(100ms);
-            nodes = tree_.all("Vornic", wanted);
-            return std::ranges::equal(nodes, before, {}, &AccessibleTree::Node::place,
-                                      &AccessibleTree::Node::place);
-        });
-        return nodes;
     }
 
     /// Every slider of what is shown, from its top to its end.
-    void dragAll(const ChildProcess& program, const std::string& section) {
+    void dragAll(StudioWindow& studio, const std::string& section) {
         constexpr int pages = 4; // more than the longest section has
         std::set<QString> dragged;
-        const QRect window = studio();
+        const QRect window = studio.place();
         for (int page = 0; page < pages; ++page) {
-            const auto sliders = settled([&](const AccessibleTree::Node& node) {
+            const auto sliders = studio.settled([&](const AccessibleTree::Node& node) {
                 return node.role == sliderRole && node.showing && window.contains(node.place) &&
                        !dragged.contains(node.name);
             });
             for (const AccessibleTree::Node& slider : sliders) {
                 if (dragged.insert(slider.name).second) {
                     drags_.emplace_back(section + ": " + slider.name.toStdString(),
-                                        dragOf(program, slider.place));
+                                        dragOf(studio, slider.place));
                 }
             }
             pointer_.move({window.center().x(), window.bottom() - 60});
@@ -212,12 +139,12 @@ class EditBench {
         }
     }
 
-    Drag dragOf(const ChildProcess& program, const QRect& slider) {
-        FrameLog frames(log());
+    Drag dragOf(const StudioWindow& studio, const QRect& slider) {
+        FrameLog frames(studio.log());
         frames.begin();
-        const double before = mainThreadSeconds(program.id());
+        const double before = mainThreadSeconds(studio.program().id());
         drag(slider);
-        const double spent = mainThreadSeconds(program.id()) - before;
+        const double spent = mainThreadSeconds(studio.program().id()) - before;
         Drag result{.frames = frames.deltas()};
         result.mainMillis =
             spent * 1e3 / static_cast<double>(std::max<std::size_t>(result.frames.size(), 1));
@@ -243,13 +170,13 @@ class EditBench {
     }
 
     bool changeSounds(int changes) {
-        const auto program = openStudio();
+        StudioWindow studio;
         if (!capture_.waitUntilRunning()) {
             std::fputs("nothing can be captured\n", stderr);
             return false;
         }
-        click("Sounds");
-        const QRect slider = shown("High cut").place;
+        studio.click("Sounds");
+        const QRect slider = studio.shown("High cut").place;
         const auto end = [&](bool high) {
             return QPoint(high ? slider.right() - 10 : slider.left() + 10, slider.center().y());
         };
@@ -279,7 +206,7 @@ class EditBench {
             }
             std::this_thread::sleep_for(300ms);
         }
-        const double render = lastRenderMillis();
+        const double render = studio.lastRenderMillis();
         std::printf("slider to the first key with the new sound: median %.0f ms, p95 %.0f ms of "
                     "%zu; one render %.0f ms; wanted: median at most %.0f ms\n",
                     percentile(millis, 0.5), percentile(millis, 0.95), millis.size(), render,
@@ -287,17 +214,10 @@ class EditBench {
         return !millis.empty() && percentile(millis, 0.5) <= 150 + 2 * render;
     }
 
-    double lastRenderMillis() {
-        const auto answer = scratch_ / "status.json";
-        ChildProcess({VORNIC_PROGRAM, "status", "--json"}, environment(), answer.string()).wait();
-        return nlohmann::json::parse(readBytes(answer))["lastRenderMillis"];
-    }
-
     int moves_;
     ScratchFolder scratch_;
     MonotonicClock clock_;
     Pointer pointer_;
-    AccessibleTree tree_;
     KeyTyper typer_;
     SinkCapture capture_{
         {.sink = "vornic-test-sink", .remote = {}, .quantum = 128, .seconds = 600.0}};

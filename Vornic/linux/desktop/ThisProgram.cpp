@@ -1,5 +1,6 @@
 #include "Vornic/linux/desktop/ThisProgram.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -84,6 +85,13 @@ void replaceProcess(const std::vector<std::string>& command) {
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
     ::execv(arguments.front(), arguments.data());
+}
+
+void writeNoCore() {
+    // Not 0, which the kernel passes over where it hands a core to another program instead.
+    constexpr rlim_t none = 1;
+    const rlimit limits{none, none};
+    setrlimit(RLIMIT_CORE, &limits);
 }
 
 } // namespace vornic

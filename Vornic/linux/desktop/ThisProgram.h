@@ -31,4 +31,9 @@ std::vector<std::string> without(std::vector<std::string> arguments,
 /// Thread: main.
 void replaceProcess(const std::vector<std::string>& command);
 
+/// No file with the program's memory, in which the last keys may be, when it crashes. The program
+/// stays one that may be looked at: the desktop's portals refuse to serve any other.
+/// Thread: main.
+void writeNoCore();
+
 } // namespace vornic
