@@ -174,10 +174,8 @@ class EditBench {
     /// Keys differ a little from each other.
     double usualSteepness() {
         constexpr int keys = 7;
-        std::vector<double> all;
-        for (int key = 0; key < keys; ++key) {
-            all.push_back(steepness().value_or(0.0));
-        }
+        std::vector<double> all(keys);
+        std::ranges::generate(all, [&] { return steepness().value_or(0.0); });
         return percentile(all, 0.5);
     }
 
