@@ -210,6 +210,7 @@ TEST(Limiter, holdsThenRisesSmoothly) {
     left[0] = 2.0F * Limiter::ceiling;
     run(limiter, left, right);
     EXPECT_EQ(left[1], 0.25F);
+    EXPECT_EQ(Limiter::holdFrames, 576U) << "12 ms";
     EXPECT_EQ(left[Limiter::holdFrames], 0.25F);
     EXPECT_GT(left[Limiter::holdFrames + 1], 0.25F);
     // One time constant later the missing half of the gain has shrunk to its e-th part.
