@@ -91,12 +91,12 @@ bool startsHidden(const RunRequest& request, RunningCopy::Claim claim, Log& log)
 }
 
 /// Pictures the views once they have settled, and ends the program.
-void takePictures(Views& views, const std::filesystem::path& folder, Log& log,
+void takePictures(Views& views, const RunRequest& request, Log& log,
                   QCoreApplication& application) {
     constexpr int settleMillis = 1500;
-    QTimer::singleShot(settleMillis, &views, [&views, folder, &log, &application] {
-        views.snapshot(folder);
-        log.info("Vornic snapshot: saved to " + folder.string());
+    QTimer::singleShot(settleMillis, &views, [&views, &request, &log, &application] {
+        views.snapshot(*request.snapshot, request.snapshotAll);
+        log.info("Vornic snapshot: saved to " + request.snapshot->string());
         application.quit();
     });
 }
@@ -212,7 +212,7 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
         selfTest.emplace(model, platform, server, quietKeys, request.selfTestMicrophone);
     }
     if (request.snapshot) {
-        takePictures(presence.views(), *request.snapshot, log, application);
+        takePictures(presence.views(), request, log, application);
     }
     const int status = QCoreApplication::exec();
     copy.answer([](const RunningCopy::Words&, const RunningCopy::Reply& reply) {

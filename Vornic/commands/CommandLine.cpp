@@ -99,6 +99,8 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     app.add_flag("--gallery", run.gallery, "Show every control of the views in every state");
     app.add_option("--snapshot", snapshot, "Write pictures of the windows into a folder and end")
         ->expected(0, 1);
+    app.add_flag("--snapshot-all", run.snapshotAll,
+                 "With --snapshot: of the settings and of the permission too");
 
     CLI::App& type = *app.add_subcommand("type", "Plays typing into a WAV file");
     SoundOptions offline;

@@ -39,6 +39,8 @@ struct RunRequest {
     bool selfTestMicrophone = false;
     /// Write pictures of the views into this folder and end.
     std::optional<std::filesystem::path> snapshot;
+    /// With them those of the settings and of the permission.
+    bool snapshotAll = false;
     /// No window opens by itself.
     bool hidden = false;
     /// Show every control in every state.

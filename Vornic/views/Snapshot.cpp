@@ -26,7 +26,7 @@ void letRun(int millis) {
 
 } // namespace
 
-void Views::snapshot(const std::filesystem::path& folder) {
+void Views::snapshot(const std::filesystem::path& folder, bool all) {
     const QDir place(QString::fromStdString(folder.string()));
     place.mkpath(".");
     struct Picture {
@@ -34,19 +34,25 @@ void Views::snapshot(const std::filesystem::path& folder) {
         const char* file;
         int width; // 0: as wide as it wants to be
         StudioAdapter::Tab tab = StudioAdapter::Tab::Keys;
+        bool always = true;
     };
+    constexpr auto anyTab = StudioAdapter::Tab::Keys;
     constexpr std::array pictures{
         Picture{"menu-", "panel/Panel.qml", 0},
         Picture{"simple-", "simple/SimpleView.qml", simpleWidth},
-        Picture{"settings-", "settings/SettingsView.qml", 0},
-        Picture{"permission-", "permission/PermissionPage.qml", 0},
+        Picture{"settings-", "settings/SettingsView.qml", 0, anyTab, false},
+        Picture{"permission-", "permission/PermissionPage.qml", 0, anyTab, false},
         Picture{"studio-keys-", "studio/StudioView.qml", studioWidth},
         Picture{"studio-sounds-", "studio/StudioView.qml", studioWidth, StudioAdapter::Tab::Sounds},
     };
+    engine();
     const bool before = theme_->property("dark").toBool();
     for (const bool dark : {false, true}) {
         setTheme(dark);
         for (const Picture& picture : pictures) {
+            if (!all && !picture.always) {
+                continue;
+            }
             adapters_.studio()->setTab(picture.tab);
             const auto view = make(picture.file, {});
             QQuickItem* const root = view->rootObject();

@@ -39,13 +39,6 @@ Views::Views(AppModel& model) : model_(model), adapters_(model) {
     if (words_.load(":/i18n/vornic_en.qm")) {
         QCoreApplication::installTranslator(&words_);
     }
-    // Made for screens, with digits of one width; the desktop's own where it is not installed.
-    if (QFontDatabase::families().contains("Inter")) {
-        QGuiApplication::setFont(QFont("Inter"));
-    }
-    engine_.setNetworkAccessManagerFactory(&network_);
-    theme_ = themeOf(engine_);
-    setTheme(desktopIsDark());
     boardDrop_.onDrop = [this](const std::filesystem::path& file) {
         model_.previewBoard(file, [this](const std::string& problem) {
             if (problem.empty()) {
@@ -69,6 +62,20 @@ Views::Views(AppModel& model) : model_(model), adapters_(model) {
     };
     model_.onChange = [=, this] { oncePerTurn(refreshing_, &Views::refresh); };
     model_.onActivity = [=, this] { oncePerTurn(refreshingActivity_, &Views::refreshActivity); };
+}
+
+QQmlEngine& Views::engine() {
+    if (!engine_) {
+        // Made for screens, with digits of one width; the desktop's own where it is not installed.
+        if (QFontDatabase::families().contains("Inter")) {
+            QGuiApplication::setFont(QFont("Inter"));
+        }
+        engine_ = std::make_unique<QQmlEngine>();
+        engine_->setNetworkAccessManagerFactory(&network_);
+        theme_ = themeOf(*engine_);
+        setTheme(desktopIsDark());
+    }
+    return *engine_;
 }
 
 Views::~Views() {
@@ -95,7 +102,9 @@ void Views::connectRequests() {
 
 void Views::refresh() {
     adapters_.refresh();
-    theme_->setProperty("accent", adapters_.board()->accent());
+    if (theme_ != nullptr) {
+        theme_->setProperty("accent", adapters_.board()->accent());
+    }
     Q_EMIT refreshed();
 }
 
@@ -111,7 +120,7 @@ void Views::setTheme(bool dark) {
 std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& title) {
     adapters_.settings()->refreshAutostart();
     refresh();
-    auto view = std::make_unique<QQuickView>(&engine_, nullptr);
+    auto view = std::make_unique<QQuickView>(&engine(), nullptr);
     // The gallery is of controls only.
     if (!file.startsWith("gallery/")) {
         view->setInitialProperties({{"app", QVariant::fromValue(&adapters_)}});

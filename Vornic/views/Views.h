@@ -28,7 +28,8 @@ class Views : public QObject {
     ~Views() override;
 
     Adapters& adapters() { return adapters_; }
-    QQmlEngine& engine() { return engine_; }
+    /// Made with the first window: in the tray alone it would be half of the program's memory.
+    QQmlEngine& engine();
 
     /// Offers "Turn on Input Monitoring…"; `request` outlives this object. `needed`: keys cannot be
     /// heard without it in this session.
@@ -74,9 +75,10 @@ class Views : public QObject {
   public:
     std::function<void()> onQuit = [] {};
 
-    /// Pictures of all views, light and dark, as PNG files in `folder`, which is made. Blocks.
-    /// Images that cannot be written are left out.
-    void snapshot(const std::filesystem::path& folder);
+    /// Pictures of panel, simple window and Studio, light and dark, as PNG files in `folder`, which
+    /// is made; with `all` of settings and permission too. Blocks. Images that cannot be written
+    /// are left out.
+    void snapshot(const std::filesystem::path& folder, bool all = false);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -97,9 +99,9 @@ class Views : public QObject {
     AppModel& model_;
     Adapters adapters_;
     QTranslator words_;
-    NoNetwork network_; // before the engine, which uses it to its end
-    QQmlEngine engine_;
-    QObject* theme_ = nullptr; // the engine's
+    NoNetwork network_;                  // before the engine, which uses it to its end
+    std::unique_ptr<QQmlEngine> engine_; // none before the first window
+    QObject* theme_ = nullptr;           // the engine's
     BoardDrop boardDrop_;
     std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_, previewView_, welcome_,
         gallery_, permission_;

@@ -28,7 +28,7 @@ void DiagnosticsAdapter::refresh() {
     const auto millis = [heard = now.keys > 0](double value) {
         return DiagnosticsText::millis(heard ? std::optional(value) : std::nullopt);
     };
-    rows_ = QVariantList{
+    QVariantList rows{
         row(tr("Key to app"), millis(now.keyToAppMillis)),
         row(tr("Key to app, slowest"), millis(now.keyToAppMaxMillis)),
         row(tr("Keys measured"), std::to_string(now.keys)),
@@ -37,6 +37,10 @@ void DiagnosticsAdapter::refresh() {
         row(tr("Sound engine"), DiagnosticsText::engine(now.engineRunning)),
         row(tr("Last full render"), DiagnosticsText::millis(now.lastRenderMillis)),
     };
+    if (now.realTimeLost) {
+        rows.append(row(tr("Sound in real time"), tr("given up: it did not rest").toStdString()));
+    }
+    rows_ = rows;
     keys_ = static_cast<int>(now.keys);
     lastLatency_ = qmlText(DiagnosticsText::millis(now.keyToAppMillis));
 

@@ -6,6 +6,7 @@
 #include <QQmlComponent>
 #include <QStandardPaths>
 #include <QWindow>
+#include <algorithm>
 #include <string>
 
 namespace vornic {
@@ -32,6 +33,25 @@ TEST_F(ViewsTest, picturesEveryViewLightAndDark) {
     EXPECT_EQ(width("simple-light.png"), 640);
     EXPECT_EQ(width("studio-keys-light.png"), 820);
     EXPECT_EQ(width("studio-sounds-light.png"), 820);
+    const auto count = [&] {
+        return std::distance(std::filesystem::directory_iterator(folder), {});
+    };
+    EXPECT_EQ(count(), 8);
+    views->snapshot(folder, true);
+    EXPECT_EQ(count(), 12);
+}
+
+TEST_F(ViewsTest, theDiagnosticsTellOfRealTimeThatWasLost) {
+    const auto tells = [&] {
+        const QVariantList rows = views->adapters().diagnostics()->rows();
+        return std::ranges::any_of(
+            rows, [](const QVariant& row) { return row.toMap()["name"] == "Sound in real time"; });
+    };
+    EXPECT_FALSE(tells());
+    output.lostRealTime = true;
+    model->refreshState();
+    settle();
+    EXPECT_TRUE(tells());
 }
 
 TEST_F(ViewsTest, theSwitchOfThePanelTurnsTheSoundsOff) {
