@@ -3,8 +3,7 @@
 //
 //   bench_packs [TARGETS] [--all]     --all prints every feature, not only those beyond one
 
-#include "VornicCore/audiofiles/LoadAudio.h"
-#include "VornicCore/packs/SoundPack.h"
+#include "bench/PackStrokes.h"
 
 #include "packs/analysis/Distances.h"
 #include "packs/analysis/Targets.h"
@@ -23,28 +22,10 @@ namespace {
 
 using namespace vornic;
 using namespace vornic::packs;
+using vornic::bench::strokesOf;
 
 constexpr std::size_t enough = 5; // strokes of which a target is a statistic
 const std::string usualTargets = "../shared/sound/targets.json";
-
-std::vector<std::vector<float>> strokesOf(const SoundPack& pack, const std::string& keyClass) {
-    std::vector<std::filesystem::path> files;
-    if (keyClass == "release") {
-        files = pack.releaseFiles;
-    }
-    for (const auto& [here, presses] : pack.files) {
-        if (packFileWord(here) == keyClass) {
-            files = presses;
-        }
-    }
-    std::vector<std::vector<float>> strokes;
-    for (const auto& file : files) {
-        if (auto samples = loadAudio(file)) {
-            strokes.push_back(*std::move(samples));
-        }
-    }
-    return strokes;
-}
 
 void print(const std::vector<Distance>& rows, bool all) {
     for (const Distance& row : rows) {

@@ -127,6 +127,23 @@ std::optional<MeasuredKeyboard> readTargets(const std::filesystem::path& file,
     }
 }
 
+std::vector<std::pair<std::string, std::string>>
+measuredKeyboards(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    const json all = json::parse(stream, nullptr, false);
+    std::vector<std::pair<std::string, std::string>> result;
+    try {
+        for (const auto& [pack, character] : all.at("characters").items()) {
+            for (const auto& [keyboard, figures] : character.at("keyboards").items()) {
+                result.emplace_back(pack, keyboard);
+            }
+        }
+    } catch (const json::exception&) {
+        return {};
+    }
+    return result;
+}
+
 void lendSpread(ClassFeatures& target, const ClassFeatures& lender) {
     constexpr std::size_t enough = 5;
     if (target.count >= enough) {

@@ -6,6 +6,8 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vornic::packs {
 
@@ -19,6 +21,11 @@ struct MeasuredKeyboard {
 /// if the file cannot be read or does not hold them.
 std::optional<MeasuredKeyboard> readTargets(const std::filesystem::path& file,
                                             const std::string& pack, const std::string& keyboard);
+
+/// Which keyboards a file of measured keystrokes holds: pack and keyboard, as `readTargets` takes
+/// them; none if it cannot be read. Thread: any.
+std::vector<std::pair<std::string, std::string>>
+measuredKeyboards(const std::filesystem::path& file);
 
 /// Gives a class of fewer than five strokes, whose figures have no spread of their own, that of
 /// another.
