@@ -88,10 +88,21 @@ std::optional<double> decayOf(const std::vector<double>& power, std::size_t onse
 
 } // namespace
 
+std::size_t broadOf(double hz) {
+    std::size_t band = 0;
+    while (band + 1 < broadCount && hz >= broadEdges[band + 1]) {
+        ++band;
+    }
+    return band;
+}
+
 BroadBands broadBandsOf(std::span<const float> samples, std::size_t onset) {
     BroadBands result{};
     const auto spectrum = transformOf(samples);
     std::array<std::array<double, envelopeSteps>, broadCount> frames{};
+    // The loudest lies between the steps as a rule.
+    constexpr std::size_t finer = framesPerMs / 2;
+    std::vector<double> all(4 * envelopeSteps * framesPerMs / finer);
     for (std::size_t band = 0; band < broadCount; ++band) {
         const auto power = bandEnvelope(spectrum, broadEdges[band], broadEdges[band + 1]);
         result.decayMs[band] = decayOf(power, onset);
@@ -100,15 +111,13 @@ BroadBands broadBandsOf(std::span<const float> samples, std::size_t onset) {
                               static_cast<std::ptrdiff_t>(3 * framesPerMs);
             frames[band][step] = meanOver(power, from, 2 * framesPerMs);
         }
-    }
-    double loudest = 0;
-    for (std::size_t step = 0; step < envelopeSteps; ++step) {
-        double sum = 0;
-        for (const auto& band : frames) {
-            sum += band[step];
+        for (std::size_t at = 0; at < all.size(); ++at) {
+            const auto from = static_cast<std::ptrdiff_t>(onset + at * finer) -
+                              static_cast<std::ptrdiff_t>(3 * framesPerMs);
+            all[at] += meanOver(power, from, 2 * framesPerMs);
         }
-        loudest = std::max(loudest, sum);
     }
+    const double loudest = *std::ranges::max_element(all);
     for (std::size_t band = 0; band < broadCount; ++band) {
         std::ranges::transform(frames[band], result.envelopeDb[band].begin(), [&](double power) {
             return std::max(10 * std::log10(std::max(power, 1e-20) / std::max(loudest, 1e-20)),

@@ -91,8 +91,11 @@ std::vector<double> levelSteps(std::span<const float> samples, double windowMs, 
 
 std::size_t featureOnset(std::span<const float> samples) {
     constexpr double finest = 1 / framesPerMs;
-    const std::vector<double> level = levelSteps(samples, 1, finest);
-    if (level.empty()) {
+    constexpr std::size_t half = 24; // of the millisecond about each sample
+    std::vector<float> padded(samples.size() + 2 * half);
+    std::ranges::copy(samples, padded.begin() + half);
+    const std::vector<double> level = levelSteps(padded, 1, finest);
+    if (samples.empty()) {
         return 0;
     }
     const double least = *std::ranges::max_element(level) / 100;

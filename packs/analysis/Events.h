@@ -16,7 +16,7 @@ struct Event {
 /// Mean squares over windows of `windowMs`, one every `stepMs`; the first begins at sample 0.
 std::vector<double> levelSteps(std::span<const float> samples, double windowMs, double stepMs);
 
-/// First sample whose 1 ms level is within 20 dB of the loudest 1 ms.
+/// First sample about which the 1 ms level is within 20 dB of the loudest 1 ms.
 std::size_t featureOnset(std::span<const float> samples);
 
 /// Peaks of the 1 ms level with at least 6 dB of prominence, 2.5 ms or more apart, within 26 dB of

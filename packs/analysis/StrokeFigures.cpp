@@ -137,28 +137,6 @@ double normal(SplitMix64& random) {
     return sum;
 }
 
-// The lender's figures, each with mean 0 and deviation 1; unknown ones are 0.
-std::vector<Figures> standardised(const std::vector<Figures>& lender) {
-    std::vector<Figures> result = lender;
-    for (std::size_t figure = 0; figure < figureNames().size(); ++figure) {
-        std::vector<double> known;
-        for (const Figures& stroke : lender) {
-            if (std::isfinite(stroke[figure])) {
-                known.push_back(stroke[figure]);
-            }
-        }
-        const double count = std::max<double>(static_cast<double>(known.size()), 1);
-        const double mean = std::accumulate(known.begin(), known.end(), 0.0) / count;
-        const double deviation = statisticOf(known).deviation;
-        for (Figures& stroke : result) {
-            stroke[figure] = std::isfinite(stroke[figure]) && deviation > 0
-                                 ? (stroke[figure] - mean) / deviation
-                                 : 0;
-        }
-    }
-    return result;
-}
-
 // A sum of the lender's strokes with random weights has its correlations, whatever they are.
 Figures mixture(const std::vector<Figures>& lender, std::size_t count, SplitMix64& random) {
     constexpr double chance = 0.3; // of the variance
@@ -213,6 +191,27 @@ Figures figuresOf(const StrokeFeatures& stroke) {
     figures.push_back(hasSecond ? stroke.events[1].db : unknown);
     figures.push_back(logarithm(stroke.gapToStrongestMs));
     return figures;
+}
+
+std::vector<Figures> standardised(const std::vector<Figures>& strokes) {
+    std::vector<Figures> result = strokes;
+    for (std::size_t figure = 0; figure < figureNames().size(); ++figure) {
+        std::vector<double> known;
+        for (const Figures& stroke : strokes) {
+            if (std::isfinite(stroke[figure])) {
+                known.push_back(stroke[figure]);
+            }
+        }
+        const double count = std::max<double>(static_cast<double>(known.size()), 1);
+        const double mean = std::accumulate(known.begin(), known.end(), 0.0) / count;
+        const double deviation = statisticOf(known).deviation;
+        for (Figures& stroke : result) {
+            stroke[figure] = std::isfinite(stroke[figure]) && deviation > 0
+                                 ? (stroke[figure] - mean) / deviation
+                                 : 0;
+        }
+    }
+    return result;
 }
 
 std::vector<Figures> drawnFigures(const ClassFeatures& keyboard, const std::vector<Figures>& lender,

@@ -18,6 +18,9 @@ const std::vector<std::string>& figureNames();
 /// Of a measured stroke. Thread: any.
 Figures figuresOf(const StrokeFeatures& stroke);
 
+/// Each figure with mean 0 and deviation 1 over the strokes; what is not known is 0. Thread: any.
+std::vector<Figures> standardised(const std::vector<Figures>& strokes);
+
 /// Of `count` strokes as a keyboard with these statistics could have them; no real strokes. Each
 /// figure has the median and the spread that was measured. How the figures of a stroke hang
 /// together is not in the statistics: that is lent by the strokes of `lender`, with a part of

@@ -50,14 +50,17 @@ void fitBands(StrokeTable& table, const ClassFeatures& target, const ClassFeatur
     }
 }
 
-// Hits that can be told apart must have decayed in between.
-double longestDecay(const StrokeTable& table) {
+// Hits that can be told apart must have decayed in between, unless they were measured to ring on.
+double longestDecay(const StrokeTable& table, const ClassFeatures& target) {
     double longest = 40;
     for (std::size_t i = 1; i < table.events.size(); ++i) {
         const double gap = table.events[i].ms - table.events[i - 1].ms;
         if (gap < 5 && table.events[i].ms < 10 && table.events[i].share > 0.8) {
             longest = std::min(longest, 0.6 * gap);
         }
+    }
+    for (const std::optional<Statistic>& decay : target.decayMs) {
+        longest = std::max(longest, decay ? decay->median : 0);
     }
     return longest;
 }
@@ -76,16 +79,52 @@ double fittedDecay(double decayMs, double hz, const ClassFeatures& target,
 }
 
 void fitDecays(StrokeTable& table, const ClassFeatures& target, const ClassFeatures& measured) {
-    const double longest = longestDecay(table);
+    const double longest = longestDecay(table, target);
     for (std::size_t band = 0; band < bandCount; ++band) {
         const double decay =
             fittedDecay(table.decayMs[band], bandCentres[band], target, measured, 0.4);
         table.decayMs[band] = std::clamp(decay, 0.4, longest);
+        // Where too few strokes let the band's decay be measured, that of a mode within it is
+        // known.
+        if (!target.decayMs[broadOf(bandCentres[band])]) {
+            for (const ModeStatistic& mode : target.modes) {
+                if (mode.decayMs && std::abs(std::log2(mode.hz / bandCentres[band])) < 0.35) {
+                    table.decayMs[band] = std::clamp(*mode.decayMs, 0.4, 40.0);
+                }
+            }
+        }
     }
     for (ModeTable& mode : table.modes) {
         mode.decayMs = std::clamp(fittedDecay(mode.decayMs, mode.hz, target, measured, 0.2), 0.6,
                                   std::max(longest, 2.0));
+        // Caps and foil damp high lines: none rings much longer than all of its band.
+        const std::optional<Statistic>& all = target.decayMs[broadOf(mode.hz)];
+        if (mode.hz > 3000 && all) {
+            mode.decayMs = std::min(mode.decayMs, std::max(1.2 * all->median, 0.6));
+        }
     }
+}
+
+// What is heard before the first contact.
+void fitApproach(StrokeTable& table, const ClassFeatures& target, const ClassFeatures& measured) {
+    for (std::size_t broad = 0; broad < broadCount; ++broad) {
+        const double wanted = target.envelopeDb[broad][0];
+        double& db = table.approach[broad];
+        // The floor of the measurement says that there is less, not how much.
+        db = wanted <= -45 ? std::min(db, -50.0)
+                           : std::clamp(towards(db, wanted, measured.envelopeDb[broad][0], 0.7),
+                                        -60.0, -5.0);
+    }
+}
+
+// How far that is from what it should be: the mean over the bands, dB.
+double approachOff(const ClassFeatures& target, const ClassFeatures& measured) {
+    double sum = 0;
+    for (std::size_t broad = 0; broad < broadCount; ++broad) {
+        sum +=
+            std::min(std::abs(target.envelopeDb[broad][0] - measured.envelopeDb[broad][0]), 15.0);
+    }
+    return sum / static_cast<double>(broadCount);
 }
 
 void fitEvents(StrokeTable& table, const ClassFeatures& target, const ClassFeatures& measured) {
@@ -146,6 +185,9 @@ void fitRest(StrokeTable& table, const ClassFeatures& target, const ClassFeature
     table.contactMs *= std::exp(
         0.05 * std::clamp(median(measured, "crest_db") - median(target, "crest_db"), -2.0, 2.0));
     table.contactMs = std::clamp(table.contactMs, 0.1, 3.0);
+    table.tailTone = std::clamp(
+        table.tailTone + 0.15 * (median(target, "tonality_db") - median(measured, "tonality_db")),
+        0.0, 0.9);
     table.crowd =
         std::clamp(table.crowd * std::exp(0.25 * std::clamp(median(measured, "tonality_db") -
                                                                 median(target, "tonality_db"),
@@ -168,13 +210,15 @@ double calibrate(PackTable& table, const std::string& keyClass, const ClassFeatu
             sum += std::min(std::abs(row.deviations), 3.0);
         }
         // Ties in what is within one are broken by how near all is.
-        const double share = shareWithin(rows) - 0.2 * sum / static_cast<double>(rows.size());
+        const double share = shareWithin(rows) - 0.2 * sum / static_cast<double>(rows.size()) -
+                             0.01 * approachOff(target, measured);
         if (share > bestShare) {
             bestShare = share;
             best = *strokes;
         }
         fitBands(*strokes, target, measured);
         fitDecays(*strokes, target, measured);
+        fitApproach(*strokes, target, measured);
         fitEvents(*strokes, target, measured);
         fitRest(*strokes, target, measured);
     }

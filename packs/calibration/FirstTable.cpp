@@ -9,14 +9,6 @@ namespace vornic::packs {
 
 namespace {
 
-std::size_t broadOf(double hz) {
-    std::size_t band = 0;
-    while (band + 1 < broadCount && hz >= broadEdges[band + 1]) {
-        ++band;
-    }
-    return band;
-}
-
 // Modes beside the measured ones, where a third of an octave has none.
 void addWeakModes(std::vector<ModeTable>& modes, const Bands& decayMs) {
     constexpr std::size_t enough = 18;

@@ -14,6 +14,7 @@ enum Variable : std::uint64_t {
     pace = 3,
     eventTime = 100,
     eventLevel = 200,
+    bands = 300,
     windowBands = 1000,
 };
 
@@ -57,11 +58,12 @@ std::array<Bands, windowCount> drawLevels(const StrokeTable& table, const Draws&
     for (std::size_t window = 0; window < windowCount; ++window) {
         for (std::size_t band = 0; band < bandCount; ++band) {
             const double octaves = std::log2(bandCentres[band] / 2000);
+            // What a key has more of in a band, it has from the contact to the end.
+            const double drawn = 0.75 * draws.normal(bands + band) +
+                                 0.66 * draws.normal(windowBands + 100 * window + band);
             // Keys of the rows far from the typist and at the sides stand stiffer.
             const double stiffer = 0.35 * place.y + 0.25 * std::abs(place.x) - 0.1;
-            levels[window][band] +=
-                stiffer * octaves +
-                table.spreads[window][band] * draws.normal(windowBands + 100 * window + band);
+            levels[window][band] += stiffer * octaves + table.spreads[window][band] * drawn;
         }
     }
     return levels;

@@ -1,6 +1,7 @@
 #include "packs/model/ModelledPack.h"
 
 #include "packs/analysis/ClassFeatures.h"
+#include "packs/analysis/TypicalFirst.h"
 #include "packs/model/StrokeModel.h"
 #include "packs/recorded/PackFiles.h"
 #include "packs/recorded/StrokeShape.h"
@@ -26,6 +27,14 @@ double medianLevel(const Strokes& strokes) {
     return statisticOf(levels).median;
 }
 
+Strokes inOrder(const Strokes& strokes) {
+    Strokes ordered;
+    for (const std::size_t stroke : typicalFirst(strokes)) {
+        ordered.push_back(strokes[stroke]);
+    }
+    return ordered;
+}
+
 void setLevels(std::map<std::string, Strokes>& classes, double pressDb) {
     double gainDb = pressDb - medianLevel(classes["regular"]);
     for (const auto& [name, strokes] : classes) {
@@ -47,7 +56,7 @@ ModelledPack makePack(const PackTable& table, const fs::path& target) {
     ModelledPack pack;
     std::map<std::string, Strokes> classes;
     for (const ClassTable& keyClass : table.classes) {
-        classes[keyClass.name] = makeStrokes(table, keyClass.name);
+        classes[keyClass.name] = inOrder(makeStrokes(table, keyClass.name));
     }
     if (classes["regular"].empty()) {
         pack.error = "the table of " + table.id + " has no regular press";

@@ -29,17 +29,20 @@ StrokeTable readStrokes(const Json& source) {
                         .levelDb = source.at("levelDb").get<double>(),
                         .levelSpread = source.at("levelSpread").get<double>(),
                         .contactMs = source.at("contactMs").get<double>(),
+                        .lagMs = source.at("lagMs").get<double>(),
                         .snap = source.at("snap").get<double>(),
                         .bodyShare = source.at("bodyShare").get<double>(),
                         .tailShare = source.at("tailShare").get<double>(),
                         .tailMs = source.at("tailMs").get<double>(),
+                        .tailTone = source.at("tailTone").get<double>(),
                         .crowd = source.at("crowd").get<double>(),
                         .rattles = source.at("rattles").get<int>(),
                         .events = {},
                         .levels = {},
                         .spreads = {},
                         .decayMs = readBands(source.at("decayMs")),
-                        .modes = {}};
+                        .modes = {},
+                        .approach = source.at("approach").get<std::array<double, broadCount>>()};
     for (std::size_t window = 0; window < windowCount; ++window) {
         strokes.levels.at(window) = readBands(source.at("levels").at(windowNames.at(window)));
         strokes.spreads.at(window) = readBands(source.at("spreads").at(windowNames.at(window)));
@@ -101,10 +104,12 @@ Json strokesJson(const StrokeTable& strokes) {
                  {"levelDb", rounded(strokes.levelDb)},
                  {"levelSpread", rounded(strokes.levelSpread)},
                  {"contactMs", rounded(strokes.contactMs)},
+                 {"lagMs", rounded(strokes.lagMs)},
                  {"snap", rounded(strokes.snap)},
                  {"bodyShare", rounded(strokes.bodyShare)},
                  {"tailShare", rounded(strokes.tailShare)},
                  {"tailMs", rounded(strokes.tailMs)},
+                 {"tailTone", rounded(strokes.tailTone)},
                  {"crowd", rounded(strokes.crowd)},
                  {"rattles", strokes.rattles}};
     json["events"] = Json::array();
@@ -121,6 +126,10 @@ Json strokesJson(const StrokeTable& strokes) {
     }
     for (std::size_t window = 0; window < windowCount; ++window) {
         json["spreads"][windowNames.at(window)] = roundedBands(strokes.spreads.at(window));
+    }
+    json["approach"] = Json::array();
+    for (const double db : strokes.approach) {
+        json["approach"].push_back(std::round(db * 10) / 10);
     }
     json["decayMs"] = roundedBands(strokes.decayMs);
     json["modes"] = Json::array();

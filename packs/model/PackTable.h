@@ -48,10 +48,12 @@ struct StrokeTable {
     double levelDb = 0; // energy re the median regular press, median and standard deviation
     double levelSpread = 3;
     double contactMs = 0.5; // over which the first parts of a burst come
+    double lagMs = 0.4;     // of what is heard at 1 kHz behind the contact
     double snap = 0.2;      // part of a burst's energy that is gone within a millisecond
     double bodyShare = 1;   // of the mid window's energy that is ringing rather than events
     double tailShare = 1;   // of the late window's
     double tailMs = 25;     // amplitude time constant of what rings on
+    double tailTone = 0;    // part of what rings on that is lines rather than noise
     double crowd = 1.3;     // weak resonances a band, in numbers that just overlap
     int rattles = 0;        // weak impacts of the stabiliser
     std::vector<EventTable> events;
@@ -59,6 +61,9 @@ struct StrokeTable {
     std::array<Bands, windowCount> spreads{}; // standard deviation of each over strokes, dB
     Bands decayMs{};                          // amplitude time constant of the residue
     std::vector<ModeTable> modes;
+    /// Noise of cap and stem on their way to the first contact, in each broad band; dB re the
+    /// stroke's energy.
+    std::array<double, broadCount> approach{-70, -70, -70, -70, -70, -70};
 };
 
 /// A key class: "regular", "space", "enter", "backspace", "modifier" or "release".

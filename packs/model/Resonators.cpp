@@ -21,13 +21,17 @@ std::complex<double> turned(const std::complex<double>& value, const std::comple
 } // namespace
 
 Drive::Drive(std::size_t length, double hz, std::uint64_t seed)
-    : hz_(hz), turn_(2 * std::numbers::pi * hz / sampleRate), halfLength_(0.9 * sampleRate / hz),
+    : random_(seed), hz_(hz), turn_(2 * std::numbers::pi * hz / sampleRate),
+      // No two bands are struck equally softly.
+      halfLength_(random_.uniform(0.75, 1.25) * sampleRate / hz),
       // The integral of the windowed sine times the sine, without its ripple.
-      norm_(halfLength_ / 2), random_(seed), first_(length), force_(length) {}
+      norm_(halfLength_ / 2), first_(length), force_(length) {}
 
 void Drive::pulse(double ms, double amplitude) {
-    const auto from = static_cast<std::ptrdiff_t>(std::ceil(ms * framesPerMs));
-    const double start = static_cast<double>(from) - ms * framesPerMs - halfLength_;
+    const double begin =
+        ms * framesPerMs - std::clamp(halfLength_ - 0.4 * framesPerMs, 0.0, 3.5 * framesPerMs);
+    const auto from = static_cast<std::ptrdiff_t>(std::ceil(begin));
+    const double start = static_cast<double>(from) - begin - halfLength_;
     // Both the window's and the sine's phase turn by the same angle each sample.
     const double windowTurn = std::numbers::pi / halfLength_;
     const std::complex<double> windowStep = std::polar(1.0, windowTurn);
@@ -78,6 +82,16 @@ void Drive::rain(double ms, double energy, double decayMs) {
         const double size = random_.uniform(-1, 1) * std::numbers::sqrt3; // of variance 1
         const double envelope = std::exp(-at / decayMs) * std::sqrt(2 * stepMs / decayMs);
         pulse(ms + at + stepMs * random_.uniform(0, 0.9), size * envelope * std::sqrt(energy));
+    }
+}
+
+void Drive::rise(double ms, double energy, double overMs) {
+    const double stepMs = 1000 / (3 * 0.2316 * hz_);
+    for (double at = 0; at < overMs; at += stepMs) {
+        const double size = random_.uniform(-1, 1) * std::numbers::sqrt3; // of variance 1
+        const double envelope = std::sqrt(2 * at * stepMs) / overMs;
+        pulse(ms - overMs + at + stepMs * random_.uniform(0, 0.9),
+              size * envelope * std::sqrt(energy));
     }
 }
 

@@ -17,7 +17,9 @@ namespace vornic::packs {
 namespace {
 
 constexpr double framesPerMs = 48;
-constexpr double leadMs = 1;
+constexpr double leadMs = 6;
+constexpr double approachMs = 6;
+constexpr double delayMs = 0.2; // between the bands of a stroke, standard deviation
 constexpr double fadeMs = 25;
 constexpr double mostOfACrowd = 16;
 
@@ -101,7 +103,7 @@ class Stroke {
     void driveHits(Drive& drive, std::size_t band, const std::array<double, windowCount>& powers,
                    double db) const {
         forHits(band, powers, db, [&](const Hit& hit, double energy) {
-            drive.strike(hit.ms + leadMs, energy, table_.contactMs);
+            drive.strike(hit.ms + bandMs_, energy, table_.contactMs);
         });
     }
 
@@ -120,6 +122,11 @@ class Stroke {
                    double db) {
         const double decayMs = table_.decayMs[band];
         const bool isBand = hz == bandCentres[band];
+        addApproach(band, hz, db);
+        // Bending waves, that carry a contact through plate and case, are slower the lower they
+        // are.
+        bandMs_ = leadMs + table_.lagMs * std::sqrt(1000 / hz) +
+                  delayMs * normalQuantile(random_.uniform(0, 1));
         Drive hits(samples_.size(), hz, random_.next());
         driveHits(hits, band, powers, db);
         const double left = isBand ? addModes(hits, band) : 1;
@@ -127,7 +134,7 @@ class Stroke {
         if (isDense(hz, decayMs)) {
             Drive rain(samples_.size(), hz, random_.next());
             forHits(band, powers, db, [&](const Hit& hit, double energy) {
-                rain.rain(hit.ms + leadMs, energy, decayMs);
+                rain.rain(hit.ms + bandMs_, energy, decayMs);
             });
             filter(rain, hz, decayMs, left * (1 - table_.snap));
         } else {
@@ -140,11 +147,11 @@ class Stroke {
         for (const Hit& hit : hits_) {
             const double bodyEnergy = hit.share * table_.bodyShare * power(levels_[1][band] + db);
             if (isDense(hz, bodyMs)) {
-                body.rain(hit.ms + leadMs, bodyEnergy, bodyMs);
+                body.rain(hit.ms + bandMs_, bodyEnergy, bodyMs);
             } else {
-                body.spread(hit.ms + leadMs, bodyEnergy, 4);
+                body.spread(hit.ms + bandMs_, bodyEnergy, 4);
             }
-            tail.rain(hit.ms + leadMs + 2,
+            tail.rain(hit.ms + bandMs_ + 2,
                       hit.share * table_.tailShare * power(levels_[2][band] + 1.5 * db),
                       table_.tailMs);
         }
@@ -153,7 +160,40 @@ class Stroke {
         } else {
             crowd(body, hz, bodyMs, 1);
         }
-        filter(tail, hz, table_.tailMs, 1);
+        filter(tail, hz, table_.tailMs, 1 - table_.tailTone);
+        addTailTone(tail, band, hz);
+    }
+
+    // Cap and stem rub and tick on their way down.
+    void addApproach(std::size_t band, double hz, double db) {
+        if (hits_.empty()) {
+            return;
+        }
+        const std::size_t broad = broadOf(bandCentres[band]);
+        double all = 0;
+        for (std::size_t other = 0; other < bandCount; ++other) {
+            all += broadOf(bandCentres[other]) == broad ? power(table_.levels[0][other]) : 0;
+        }
+        const double energy =
+            power(table_.approach[broad] + table_.levels[0][band] + db) / std::max(all, 1e-9);
+        Drive noise(samples_.size(), hz, random_.next());
+        noise.rise(leadMs, energy * power(3 * normalQuantile(random_.uniform(0, 1))), approachMs);
+        filter(noise, hz, approachMs, 1);
+    }
+
+    // Lines of the case, the same for all its keys, that what comes back makes ring.
+    void addTailTone(const Drive& tail, std::size_t band, double hz) {
+        if (table_.tailTone <= 0) {
+            return;
+        }
+        constexpr int lines = 2;
+        SplitMix64 shape(mixed(boardSeed_, 1000 + band, static_cast<std::uint64_t>(hz)));
+        for (int i = 0; i < lines; ++i) {
+            const double third = (i + shape.uniform(0.1, 0.9)) / lines - 0.5;
+            const double part = shape.uniform(0.2, 1.0) / lines;
+            ring(tail, hz * std::pow(2.0, third / 3 + random_.uniform(-0.01, 0.01)),
+                 0.8 * table_.tailMs, table_.tailTone * part * 1.6, sign(), samples_);
+        }
     }
 
     // The contact itself, gone before anything rings.
@@ -163,7 +203,7 @@ class Stroke {
         const double snapMs = std::max(0.6, 700 / hz);
         Drive snap(samples_.size(), hz, random_.next());
         forHits(band, powers, db, [&](const Hit& hit, double energy) {
-            snap.rain(hit.ms + leadMs, energy * table_.snap, snapMs);
+            snap.rain(hit.ms + bandMs_, energy * table_.snap, snapMs);
         });
         filter(snap, hz, snapMs, 1);
     }
@@ -266,6 +306,7 @@ class Stroke {
     std::vector<Hit> hits_;
     std::array<Bands, windowCount> levels_;
     std::vector<double> samples_;
+    double bandMs_ = leadMs; // when the band at work begins
 };
 
 } // namespace

@@ -142,6 +142,14 @@ double medianLevel(const std::vector<Samples>& strokes) {
     return *middle;
 }
 
+std::vector<Samples> inOrder(const std::vector<Samples>& strokes, const StrokeOrder& order) {
+    std::vector<Samples> ordered;
+    for (const std::size_t stroke : order(strokes)) {
+        ordered.push_back(strokes[stroke]);
+    }
+    return ordered;
+}
+
 void setLevels(Collected& collected) {
     const double gain = pressLevel - medianLevel(collected.presses[KeyClass::regular]);
     for (auto& [keyClass, strokes] : collected.presses) {
@@ -157,7 +165,8 @@ void setLevels(Collected& collected) {
 
 } // namespace
 
-Assembly assembleSpringPack(const fs::path& source, const fs::path& target) {
+Assembly assembleSpringPack(const fs::path& source, const fs::path& target,
+                            const StrokeOrder& order) {
     Assembly assembly;
     Collected collected = collect(source, assembly.notes);
     if (collected.presses[KeyClass::regular].empty()) {
@@ -166,6 +175,12 @@ Assembly assembleSpringPack(const fs::path& source, const fs::path& target) {
     }
     addVariants(collected.presses);
     setLevels(collected);
+    if (order) {
+        collected.releases = inOrder(collected.releases, order);
+        for (auto& [keyClass, strokes] : collected.presses) {
+            strokes = inOrder(strokes, order);
+        }
+    }
     std::error_code error;
     fs::remove_all(target, error);
     fs::create_directories(target, error);

@@ -1,5 +1,6 @@
 // Makes the pack "spring" from a folder of key recordings, as part of the build.
 
+#include "packs/analysis/TypicalFirst.h"
 #include "packs/recorded/SpringPack.h"
 
 #include <exception>
@@ -11,7 +12,8 @@ int main(int count, char** arguments) {
         return 2;
     }
     try {
-        const auto assembly = vornic::packs::assembleSpringPack(arguments[1], arguments[2]);
+        const auto assembly = vornic::packs::assembleSpringPack(arguments[1], arguments[2],
+                                                                vornic::packs::typicalFirst);
         for (const std::string& note : assembly.notes) {
             std::cout << "left out " << note << "\n";
         }
