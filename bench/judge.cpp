@@ -133,32 +133,18 @@ void print(const std::string& name, std::size_t strokes, const Verdict& verdict)
     std::printf("\n");
 }
 
-Recordings bursts() {
+// What no keyboard sounds like, each with a pitch and a decay of its own.
+Recordings decaying(bool isNoise) {
     Recordings result;
     SplitMix64 random(11);
-    for (int i = 0; i < 26; ++i) {
-        const double decay = 48 * random.uniform(3, 20);
-        std::vector<float> samples(9600);
-        for (std::size_t at = 48; at < samples.size(); ++at) {
-            samples[at] = static_cast<float>(random.uniform(-0.5, 0.5) *
-                                             std::exp(-static_cast<double>(at - 48) / decay));
-        }
-        result.push_back(std::move(samples));
-    }
-    return result;
-}
-
-Recordings sines() {
-    Recordings result;
-    SplitMix64 random(12);
     for (int i = 0; i < 26; ++i) {
         const double decay = 48 * random.uniform(3, 20);
         const double turn = 2 * std::numbers::pi * random.uniform(500, 6000) / 48000;
         std::vector<float> samples(9600);
         for (std::size_t at = 48; at < samples.size(); ++at) {
             const auto since = static_cast<double>(at - 48);
-            samples[at] =
-                static_cast<float>(0.5 * std::sin(turn * since) * std::exp(-since / decay));
+            const double wave = isNoise ? random.uniform(-1, 1) : std::sin(turn * since);
+            samples[at] = static_cast<float>(0.5 * wave * std::exp(-since / decay));
         }
         result.push_back(std::move(samples));
     }
@@ -255,8 +241,8 @@ class Court {
             }
             print(name, suspect.size(), verdict);
         };
-        control("control: noise bursts", figuresOfAll(bursts()));
-        control("control: sines", figuresOfAll(sines()));
+        control("control: noise bursts", figuresOfAll(decaying(true)));
+        control("control: sines", figuresOfAll(decaying(false)));
         control("control: one stroke, 26 x", Strokes(26, recorded_.front()));
         Verdict verdict;
         for (std::size_t i = 0; i < repeats; ++i) {

@@ -52,6 +52,31 @@ std::array<double, windowCount> windowPowers(const StrokeTable& table) {
     return powers;
 }
 
+double hitShare(const StrokeTable& table, std::size_t window) {
+    return window == 1 ? 1 - table.bodyShare : window == 2 ? 1 - table.tailShare : 1;
+}
+
+void setShares(const StrokeTable& table, const std::array<double, windowCount>& powers,
+               std::vector<Hit>& hits) {
+    std::array<double, windowCount> energies{};
+    double usual = 0;
+    for (std::size_t window = 0; window < windowCount; ++window) {
+        for (const double db : table.levels[window]) {
+            energies[window] += power(db) * hitShare(table, window);
+        }
+        usual += powers[window] > 0 ? energies[window] : 0;
+    }
+    double sum = 0;
+    for (Hit& hit : hits) {
+        hit.share = energies[hit.window] * power(hit.gainDb) / powers[hit.window];
+        sum += hit.share;
+    }
+    for (Hit& hit : hits) {
+        hit.share /= sum;
+        hit.gainDb += 10 * std::log10(usual / sum);
+    }
+}
+
 std::array<Bands, windowCount> drawLevels(const StrokeTable& table, const Draws& draws,
                                           const KeyPlace& place) {
     std::array<Bands, windowCount> levels = table.levels;

@@ -31,6 +31,14 @@ std::vector<Hit> drawHits(const StrokeTable& table, const Draws& draws);
 /// The median power of all events of each window together.
 std::array<double, windowCount> windowPowers(const StrokeTable& table);
 
+/// What part of a window's energy its hits have; the rest rings on. Thread: any.
+double hitShare(const StrokeTable& table, std::size_t window);
+
+/// What rings on follows the hits: together they have the energy that they usually have, of which
+/// each gets its share. `powers` are those of the windows. Thread: any.
+void setShares(const StrokeTable& table, const std::array<double, windowCount>& powers,
+               std::vector<Hit>& hits);
+
 /// The levels of the bands in one stroke of the key at `place`.
 std::array<Bands, windowCount> drawLevels(const StrokeTable& table, const Draws& draws,
                                           const KeyPlace& place);

@@ -5,6 +5,7 @@
 #include "packs/model/Draws.h"
 #include "packs/model/Hits.h"
 #include "packs/model/KeyPlaces.h"
+#include "packs/model/Residue.h"
 #include "packs/model/Resonators.h"
 
 #include <algorithm>
@@ -21,7 +22,6 @@ constexpr double leadMs = 6;
 constexpr double approachMs = 6;
 constexpr double delayMs = 0.2; // between the bands of a stroke, standard deviation
 constexpr double fadeMs = 25;
-constexpr double mostOfACrowd = 16;
 
 // Each stroke's resonances are those of its key, for every hit the same.
 class Stroke {
@@ -32,7 +32,7 @@ class Stroke {
           hits_(drawHits(table, draws)), levels_(drawLevels(table, draws, place)),
           samples_(static_cast<std::size_t>(table.lengthMs * framesPerMs)) {
         const std::array<double, windowCount> powers = windowPowers(table);
-        setShares(powers);
+        setShares(table, powers, hits_);
         addRattle();
         for (std::size_t band = 0; band < bandCount; ++band) {
             addBand(band, powers);
@@ -44,33 +44,6 @@ class Stroke {
     std::vector<float> samples() const { return {samples_.begin(), samples_.end()}; }
 
   private:
-    // What rings on follows the hits: together they have the energy that they usually have, of
-    // which each has its share.
-    void setShares(const std::array<double, windowCount>& powers) {
-        std::array<double, windowCount> energies{};
-        double usual = 0;
-        for (std::size_t window = 0; window < windowCount; ++window) {
-            for (const double db : table_.levels[window]) {
-                energies[window] += power(db) * hitShare(window);
-            }
-            usual += powers[window] > 0 ? energies[window] : 0;
-        }
-        double sum = 0;
-        for (Hit& hit : hits_) {
-            hit.share = energies[hit.window] * power(hit.gainDb) / powers[hit.window];
-            sum += hit.share;
-        }
-        for (Hit& hit : hits_) {
-            hit.share /= sum;
-            hit.gainDb += 10 * std::log10(usual / sum);
-        }
-    }
-
-    // What part of a window's energy its hits have.
-    double hitShare(std::size_t window) const {
-        return window == 1 ? 1 - table_.bodyShare : window == 2 ? 1 - table_.tailShare : 1;
-    }
-
     // The wires of a wide key tick against their holders after the hit.
     void addRattle() {
         if (hits_.empty() || table_.rattles == 0) {
@@ -94,7 +67,7 @@ class Stroke {
         for (const Hit& hit : hits_) {
             const double octaves = std::log2(bandCentres[band] / 3000);
             strike(hit,
-                   hitShare(hit.window) *
+                   hitShare(table_, hit.window) *
                        power(levels_[hit.window][band] + db + hit.gainDb + hit.tilt * octaves) /
                        std::max(powers[hit.window], 1e-9));
         }
@@ -208,26 +181,6 @@ class Stroke {
         filter(snap, hz, snapMs, 1);
     }
 
-    // Resonances that overlap in a third of an octave.
-    double overlapping(double hz, double decayMs) const {
-        return hz * 0.2316 * std::numbers::pi * decayMs / 1000 * table_.crowd;
-    }
-
-    // Whether they are more than make sense one by one.
-    bool isDense(double hz, double decayMs) const {
-        return overlapping(hz, decayMs) > mostOfACrowd;
-    }
-
-    // A rain's band, no longer than the rain itself.
-    void filter(const Drive& drive, double hz, double decayMs, double energy) {
-        constexpr int count = 4;
-        const double ownMs = std::min(count * 1000 / (std::numbers::pi * 0.2316 * hz), decayMs);
-        for (int i = 0; i < count && drive.end() > 0; ++i) {
-            const double third = (i + random_.uniform(0.2, 0.8)) / count - 0.5;
-            ring(drive, hz * std::pow(2.0, third / 3), ownMs, energy / count, sign(), samples_);
-        }
-    }
-
     // The strong modes of the band; returns what part of its energy is left for the residue.
     double addModes(const Drive& drive, std::size_t band) {
         double left = 1;
@@ -252,17 +205,6 @@ class Stroke {
             left -= mode.part;
         }
         return std::max(left, 0.1);
-    }
-
-    void crowd(const Drive& drive, double hz, double decayMs, double energy) {
-        const auto count = static_cast<std::size_t>(std::max(overlapping(hz, decayMs), 2.0));
-        for (std::size_t i = 0; i < count && drive.end() > 0; ++i) {
-            const double third =
-                (static_cast<double>(i) + random_.uniform(0, 1)) / static_cast<double>(count) - 0.5;
-            const double part = -std::log(random_.uniform(0.03, 1)) / static_cast<double>(count);
-            ring(drive, hz * std::pow(2.0, third / 3), decayMs * random_.uniform(0.7, 1.3),
-                 energy * part, sign(), samples_);
-        }
     }
 
     void addPing() {
@@ -297,6 +239,18 @@ class Stroke {
     }
 
     double sign() { return random_.next(2) == 0 ? 1 : -1; }
+
+    bool isDense(double hz, double decayMs) const {
+        return packs::isDense(hz, decayMs, table_.crowd);
+    }
+
+    void filter(const Drive& drive, double hz, double decayMs, double energy) {
+        addNoise(drive, hz, decayMs, energy, random_, samples_);
+    }
+
+    void crowd(const Drive& drive, double hz, double decayMs, double energy) {
+        addCrowd(drive, hz, decayMs, energy, table_.crowd, random_, samples_);
+    }
 
     const PackTable& pack_;
     const StrokeTable& table_;

@@ -8,9 +8,10 @@
 
 namespace vornic::packs {
 
-/// The strokes of one class, one for each of `keyPlaces(keyClass)`, 48 kHz mono, the first sound
-/// 1 ms after the start. Their energies keep the levels of the table, so that the median regular
-/// press of a pack has energy 1. Equal tables give equal samples.
+/// The strokes of one class, one for each of `keyPlaces(keyClass)`, 48 kHz mono, the first contact
+/// 6 ms after the start, before it the noise of the way there. Their energies keep the levels of
+/// the table, so that the median regular press of a pack has energy 1. Equal tables give equal
+/// samples.
 ///
 /// A stroke is a key cap, stem and spring that hit the board several times. Each hit drives, by
 /// contacts within a fraction of a millisecond, the board's resonances: a few strong modes and, in
