@@ -111,9 +111,9 @@ void fitApproach(StrokeTable& table, const ClassFeatures& target, const ClassFea
         const double wanted = target.envelopeDb[broad][0];
         double& db = table.approach[broad];
         // The floor of the measurement says that there is less, not how much.
-        db = wanted <= -45 ? std::min(db, -50.0)
-                           : std::clamp(towards(db, wanted, measured.envelopeDb[broad][0], 0.7),
-                                        -60.0, -5.0);
+        db = wanted <= -45
+                 ? std::min(db, -50.0)
+                 : std::clamp(towards(db, wanted, measured.envelopeDb[broad][0], 0.7), -60.0, -5.0);
     }
 }
 
