@@ -197,9 +197,9 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
             control.run(words, reply);
         });
     if (request.open) {
-        model.previewBoard(*request.open, [&model, &presence, &log](const std::string& problem) {
-            if (problem.empty()) {
-                log.info("Looking at the board " + model.preview()->name);
+        model.files().open({*request.open}, [&model, &presence, &log](const std::string&) {
+            if (model.files().preview() != nullptr) {
+                log.info("Looking at the board " + model.files().preview()->opened.board.name);
             }
             presence.comeForward();
         });

@@ -12,7 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const int file = ::memfd_create("archive", MFD_CLOEXEC);
     require(::ftruncate(file, 0) == 0 && ::pwrite(file, data, size, 0) >= 0, "memory for a file");
     try {
-        const auto files = openArchive("/proc/self/fd/" + std::to_string(file));
+        const auto files = openArchive("/proc/self/fd/" + std::to_string(file),
+                                       [](const FileToRead& opened, ArchiveSink& sink) {
+                                           readArchive(opened.descriptor(), sink);
+                                       });
         for (const std::string& name : files->names()) {
             require(plainName(name) == name, "no name leads elsewhere");
             require(files->path(name).parent_path() == files->path(files->names()[0]).parent_path(),

@@ -1,7 +1,6 @@
 #include "Vornic/app/AppModel.h"
 
 #include "Vornic/library/BoardChoice.h"
-#include "Vornic/library/BoardTransfer.h"
 #include "VornicCore/realtime/Forget.h"
 
 #include <algorithm>
@@ -15,7 +14,7 @@ namespace vornic {
 using namespace std::chrono_literals;
 
 AppModel::AppModel(Platform platform, Options options)
-    : platform_(std::move(platform)), options_(std::move(options)), fileWork_(platform_.scheduler),
+    : platform_(std::move(platform)), options_(std::move(options)),
       watches_{{Silence::microphone, &platform_.microphone},
                {Silence::password, &platform_.secureInput}} {
     watches_.insert(watches_.end(), platform_.quiet.begin(), platform_.quiet.end());
@@ -66,6 +65,7 @@ void AppModel::loadFiles() {
         });
     store_ = std::make_unique<BoardStore>(
         packs_, options_.boards, [this](FileChange change) { return follow(std::move(change)); });
+    makeBoardFiles();
     for (const auto& problems : {settingsFile_->problems(), store_->problems()}) {
         for (const std::string& problem : problems) {
             fail(problem);

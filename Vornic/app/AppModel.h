@@ -1,14 +1,13 @@
 #pragma once
 
 #include "Vornic/app/BoardEditor.h"
+#include "Vornic/app/BoardFiles.h"
 #include "Vornic/app/Diagnostics.h"
 #include "Vornic/app/ModelOptions.h"
 #include "Vornic/app/Platform.h"
 #include "Vornic/app/SettingsFile.h"
 #include "Vornic/app/StudioState.h"
-#include "Vornic/library/BackgroundWork.h"
 #include "Vornic/library/BoardStore.h"
-#include "Vornic/library/BoardTransfer.h"
 #include "Vornic/library/FileWriter.h"
 #include "Vornic/library/SampleLibrary.h"
 #include "Vornic/quiet/QuietRules.h"
@@ -77,32 +76,17 @@ class AppModel {
     void renameBoard(const std::string& name) { editor_->renameBoard(name); }
     void deleteBoard() { editor_->deleteBoard(); }
 
-    // Board files, one at a time, on a thread of their own. What goes wrong shows in `lastError`
-    // and goes to `done`, which otherwise gets an empty text.
+    // Board files; see BoardFiles.
 
-    using Done = std::function<void(const std::string& problem)>;
-    /// Whether a board file is being read or written, or what it brought is being kept.
-    bool busyWithFile() const { return fileWork_.running(); }
-    /// Ends the reading or writing, as a further one does. What is being kept is kept.
-    void cancelFile();
+    /// Board files and packs that are opened and taken in.
+    BoardFiles& files() { return *boardFiles_; }
+    const BoardFiles& files() const { return *boardFiles_; }
     /// Writes the current board and the user's samples in it into a board file.
-    void exportBoard(const std::filesystem::path& to, Done done = {});
+    void exportBoard(const std::filesystem::path& to, BoardFiles::Done done = {});
     /// Makes the board of a board file one of the user's, and current.
-    void importBoard(const std::filesystem::path& from, Done done = {});
-
-    /// Looks at the board of a board file: once it is read keys play it, while nothing of it is
-    /// kept, until `keepPreview` or `dropPreview`.
-    void previewBoard(const std::filesystem::path& from, Done done = {});
-    /// The board that is looked at; null when there is none.
-    const Board* preview() const { return preview_ ? &preview_->board : nullptr; }
-    /// How many recordings the file brings along.
-    std::size_t previewRecordings() const { return preview_ ? preview_->samples.size() : 0; }
-    /// Counts the changes from one such board to another, or to none.
-    std::size_t previews() const { return previews_; }
-    /// Makes the board that is looked at, as it was opened, one of the user's, and current.
-    void keepPreview(Done done = {});
-    /// Nothing while it is being kept.
-    void dropPreview();
+    void importBoard(const std::filesystem::path& from, BoardFiles::Done done = {}) {
+        boardFiles_->import(from, std::move(done));
+    }
 
     /// The board that keys play; null before the first render.
     const std::shared_ptr<const Board>& playing() const { return played_.board; }
@@ -230,13 +214,7 @@ class AppModel {
     void followSoon();
     void writeFiles();
     void boardChanged(BoardEditor::Change change);
-    void readFile(const std::filesystem::path& from, std::function<void(OpenedBoard)> opened,
-                  Done done);
-    void keep(const OpenedBoard& opened, const std::function<void(bool kept)>& ended);
-    void startFileWork(BackgroundWork::Work work, Done done);
-    void endFileWork(const std::optional<BoardTransferError>& problem);
-    bool refusesFiles(const Done& done) const;
-    void forget(const OpenedBoard& opened);
+    void makeBoardFiles();
     void rememberBoard();
     void refreshQuiet();
     void refreshDevice();
@@ -260,11 +238,7 @@ class AppModel {
     std::vector<SoundPack> packs_;
     std::shared_ptr<SampleLibrary> library_;
     std::unique_ptr<BoardStore> store_;
-    std::optional<OpenedBoard> preview_;
-    std::size_t previews_ = 0;
-    bool keeping_ = false; // what is running is keeping
-    BackgroundWork fileWork_;
-    Done fileDone_;
+    std::unique_ptr<BoardFiles> boardFiles_;
     std::unique_ptr<BoardEditor> editor_;
     std::vector<Board> boards_;
     StudioState studio_;

@@ -236,7 +236,7 @@ ControlAnswer Control::setVolume(const Words& words) {
 }
 
 void Control::open(const std::string& file, const RunningCopy::Reply& reply) {
-    model_.previewBoard(file, lifetime_.guard([this, reply](const std::string& problem) {
+    model_.files().open({file}, lifetime_.guard([this, reply](const std::string& problem) {
         activate_();
         reply(problem.empty() ? ControlAnswer{} : ControlAnswer{1, problem});
     }));

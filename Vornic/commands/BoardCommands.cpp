@@ -79,7 +79,7 @@ CommandOutcome run(const ImportBoard& request, BoardShelf& shelf) {
                         std::to_string(opened.samples.size()) + " recordings\n",
                 .remarks = {}};
     }
-    const Board board = importBoard(request.file, shelf.store, shelf.library);
+    const Board board = importBoard(readBoardFile(request.file), shelf.store, shelf.library);
     return {.text = "Imported \"" + readable(board.name) + "\" as " + board.id + "\n",
             .remarks = {}};
 }

@@ -1,6 +1,6 @@
 #include "Vornic/commands/BoardCommands.h"
 #include "Vornic/library/BoardChoice.h"
-#include "Vornic/library/KeepBoard.h"
+#include "Vornic/library/BoardTransfer.h"
 #include "Vornic/recording/ReadPacks.h"
 #include "VornicCore/base/ReadableText.h"
 #include "VornicCore/render/BuildBoard.h"
@@ -70,18 +70,22 @@ CommandOutcome importPacks(const ImportBoard& request, BoardShelf& shelf) {
     options.find.firstNote = request.firstNote;
     Account account(request);
     try {
-        readPacks(request.file, options, [&](PackRead read) {
+        FoundPacks packs({request.file}, options);
+        for (std::size_t entry = 0; entry < packs.entries().size(); ++entry) {
+            PackRead read = packs.read(entry, options);
             if (!read.pack) {
-                account.addError(read.place, read.error);
-                return;
+                account.addError(packs.entries()[entry].place, read.error);
+                continue;
             }
             const PackReport report = std::move(read.pack->report);
             std::string id;
             if (!request.dryRun) {
-                id = keepBoard(std::move(read.pack->contents), shelf.store, shelf.library).id;
+                id = importBoard(readContents(std::move(read.pack->contents)), shelf.store,
+                                 shelf.library)
+                         .id;
             }
             account.add(report, id);
-        });
+        }
     } catch (const ForeignPackError& error) {
         throw std::runtime_error(request.file.string() + ": " + error.what());
     }

@@ -58,8 +58,8 @@ bool forbidTheRest() {
     if (!filter) {
         return false;
     }
-    for (const int call : {SCMP_SYS(read), SCMP_SYS(pread64), SCMP_SYS(lseek)}) {
-        if (!allowOn(filter, call, STDIN_FILENO)) {
+    for (const int call : {SCMP_SYS(read), SCMP_SYS(pread64), SCMP_SYS(lseek), SCMP_SYS(close)}) {
+        if (!allowOn(filter, call, receivedFile)) {
             return false;
         }
     }
@@ -71,7 +71,8 @@ bool forbidTheRest() {
             return false;
         }
     }
-    return allowOn(filter, SCMP_SYS(write), STDOUT_FILENO) &&
+    return allowOn(filter, SCMP_SYS(recvmsg), STDIN_FILENO) &&
+           allowOn(filter, SCMP_SYS(write), STDOUT_FILENO) &&
            allowWithoutExecution(filter, SCMP_SYS(mmap)) &&
            allowWithoutExecution(filter, SCMP_SYS(mprotect)) && refuse(filter, SCMP_SYS(open)) &&
            refuse(filter, SCMP_SYS(openat)) && refuse(filter, SCMP_SYS(sched_getaffinity)) &&

@@ -70,7 +70,7 @@ Board chooseBoard(const std::optional<std::string>& wanted, const BoardStore& st
         return *found;
     }
     if (wanted && isFile(*wanted)) {
-        return openBoard(boardIn(*wanted), library).board;
+        return openBoard(readContents(boardIn(*wanted)), library).board;
     }
     if (wanted || store.builtIn().empty()) {
         throw absence(wanted, store.all());

@@ -31,11 +31,25 @@ void forEachLayer(AnyBoard& board, const Visit& visit) {
     }
 }
 
+void rename(Board& board, const std::map<std::string, std::string>& newIds) {
+    forEachLayer(board, [&](LayerSpec& layer) {
+        for (std::string& id : layer.samples) {
+            const auto found = newIds.find(id);
+            if (found != newIds.end()) {
+                id = found->second;
+            }
+        }
+    });
+}
+
+std::string tooManySamples() {
+    return "samples: more than " + std::to_string(mostImportedSamples);
+}
+
+} // namespace
+
 /// Those that layers name come first, in the order of their use; silent ones stay behind.
-ReadBoard unpacked(BoardFile::Contents contents) {
-    if (contents.samples.size() > mostImportedSamples) {
-        throw std::runtime_error("samples: more than " + std::to_string(mostImportedSamples));
-    }
+ReadBoard readContents(BoardFile::Contents contents) {
     ReadBoard read;
     const std::string name = readable(contents.board.name);
     const auto take = [&](const std::string& id, LayerPart part) {
@@ -63,19 +77,6 @@ ReadBoard unpacked(BoardFile::Contents contents) {
     return read;
 }
 
-void rename(Board& board, const std::map<std::string, std::string>& newIds) {
-    forEachLayer(board, [&](LayerSpec& layer) {
-        for (std::string& id : layer.samples) {
-            const auto found = newIds.find(id);
-            if (found != newIds.end()) {
-                id = found->second;
-            }
-        }
-    });
-}
-
-} // namespace
-
 std::vector<std::string> usersSamplesOf(const Board& board, const SampleLibrary& library) {
     std::set<std::string> users;
     for (const SampleInfo& info : library.userSamples()) {
@@ -97,9 +98,13 @@ std::vector<std::string> usersSamplesOf(const Board& board, const SampleLibrary&
 void exportBoard(const Board& board, const SampleLibrary& library,
                  const std::filesystem::path& file, const UnknownMembers& unknown) {
     const std::string problem = "Couldn't save the board: ";
+    const std::vector<std::string> samples = usersSamplesOf(board, library);
+    if (samples.size() > mostImportedSamples) {
+        throw BoardTransferError(problem + tooManySamples(), {});
+    }
     std::string text;
     try {
-        text = BoardFile::encode(board, usersSamplesOf(board, library), library, unknown);
+        text = BoardFile::encode(board, samples, library, unknown);
     } catch (const EncodeError& error) {
         throw BoardTransferError(problem + error.what(), {});
     }
@@ -116,15 +121,15 @@ ReadBoard readBoardFile(const std::filesystem::path& file, const std::stop_token
         throw BoardTransferError("Couldn't read that file.", error.what());
     }
     try {
-        return unpacked(BoardFile::decode(text, stop));
+        BoardFile::Contents contents = BoardFile::decode(text, stop);
+        if (contents.samples.size() > mostImportedSamples) {
+            throw std::runtime_error(tooManySamples());
+        }
+        return readContents(std::move(contents));
     } catch (const std::runtime_error& error) {
         throw BoardTransferError("That isn't a Vornic board file.",
                                  file.string() + ", " + error.what());
     }
-}
-
-OpenedBoard openBoard(BoardFile::Contents contents, SampleLibrary& library) {
-    return openBoard(unpacked(std::move(contents)), library);
 }
 
 OpenedBoard openBoard(ReadBoard read, SampleLibrary& library) {
@@ -154,8 +159,8 @@ Board adopted(const OpenedBoard& opened, const BoardStore& store) {
     return board;
 }
 
-Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library) {
-    const OpenedBoard opened = openBoard(readBoardFile(file), library);
+Board importBoard(ReadBoard read, BoardStore& store, SampleLibrary& library) {
+    const OpenedBoard opened = openBoard(std::move(read), library);
     const auto leave = [&] {
         for (const std::string& id : opened.samples) {
             library.removeUser(id);

@@ -35,14 +35,15 @@ class BoardTransferError : public std::runtime_error {
 std::vector<std::string> usersSamplesOf(const Board& board, const SampleLibrary& library);
 
 /// Writes a board file with the user's samples that the board uses, whole or not at all. Throws
-/// BoardTransferError. Thread: any; a second for a large one.
+/// BoardTransferError, also where no board file could hold it. Thread: any; a second for a large
+/// one.
 void exportBoard(const Board& board, const SampleLibrary& library,
                  const std::filesystem::path& file, const UnknownMembers& unknown = {});
 
 /// The most recordings that a file may bring along. A board made by hand has some dozens.
 inline constexpr std::size_t mostImportedSamples = 2000;
 
-/// What a board file brings along, before it has met a library.
+/// What a board file or a pack brings along, before it has met a library.
 struct ReadBoard {
     Board board;
     UnknownMembers unknown;
@@ -54,6 +55,9 @@ struct ReadBoard {
 /// Reads a board file. Throws BoardTransferError, also when a stop was requested. Thread: any;
 /// a second for a large one.
 ReadBoard readBoardFile(const std::filesystem::path& file, const std::stop_token& stop = {});
+
+/// The same of what has been read already, however many recordings there are. Thread: any.
+ReadBoard readContents(BoardFile::Contents contents);
 
 /// A board of a file that is there for this run only.
 struct OpenedBoard {
@@ -68,8 +72,6 @@ struct OpenedBoard {
 /// that nothing that a file says becomes a path or takes the place of something that is there, and
 /// are not written. Thread: any.
 OpenedBoard openBoard(ReadBoard read, SampleLibrary& library);
-/// The same. Throws std::runtime_error if there are more than `mostImportedSamples`.
-OpenedBoard openBoard(BoardFile::Contents contents, SampleLibrary& library);
 
 /// Makes the samples of an opened board the user's. Throws BoardTransferError; then they are still
 /// there for this run. Thread: any; it waits for the disk.
@@ -78,8 +80,8 @@ void keepSamples(const OpenedBoard& opened, SampleLibrary& library);
 /// An opened board under an id of its own, as the user's, to be saved in `store`.
 Board adopted(const OpenedBoard& opened, const BoardStore& store);
 
-/// Reads a board file, adds its samples to the user's and saves its board as one of the user's.
-/// Throws BoardTransferError; then nothing was added.
-Board importBoard(const std::filesystem::path& file, BoardStore& store, SampleLibrary& library);
+/// Adds the samples of a board that was read to the user's and saves it as one of the user's.
+/// Throws BoardTransferError; then nothing was added. Thread: main.
+Board importBoard(ReadBoard read, BoardStore& store, SampleLibrary& library);
 
 } // namespace vornic

@@ -1,153 +1,28 @@
 #include "Vornic/recording/DecoderProcess.h"
 
-#include "Vornic/recording/DecodedHeader.h"
+#include "VornicCore/base/ReadFile.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <spawn.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <array>
-#include <cerrno>
-#include <chrono>
 #include <cmath>
-#include <csignal>
-#include <cstring>
+#include <cstdint>
+#include <limits>
 #include <span>
-#include <string>
-#include <utility>
+#include <system_error>
+#include <vector>
 
 namespace vornic {
 
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 
-constexpr std::size_t blockSamples = 4096;
-constexpr int pipeBytes = 1 << 20; // as much as everybody may have
+constexpr std::uint32_t mostBlockSamples = 1U << 20U;
 constexpr double lowestRate = 1000;
 constexpr double highestRate = 768000;
-/// How often a wait looks whether it is to stop, and how long the helper may think in silence.
-constexpr auto lookInterval = 50ms;
-constexpr auto longestSilence = 20s;
-
-/// A regular file, open for reading; -1 for anything else. Opening a pipe or a device could wait
-/// for ever.
-int openRegularFile(const fs::path& file) {
-    const int descriptor = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    struct stat status{};
-    if (descriptor >= 0 && (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))) {
-        ::close(descriptor);
-        return -1;
-    }
-    return descriptor;
-}
-
-/// Starts `program` with `input` and `output` as its standard input and output, and nothing else of
-/// this process: no environment, no signals blocked. -1 where that fails.
-pid_t spawn(std::string program, int input, int output) {
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawnattr_t attributes{};
-    posix_spawnattr_init(&attributes);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes, &signals);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
-    std::array<char*, 2> arguments{program.data(), nullptr};
-    std::array<char*, 1> environment{nullptr};
-    pid_t process = -1;
-    if (posix_spawn(&process, program.c_str(), &actions, &attributes, arguments.data(),
-                    environment.data()) != 0) {
-        process = -1;
-    }
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&actions);
-    return process;
-}
-
-/// The helper and the pipe that it writes to.
-class Helper {
-  public:
-    Helper(const fs::path& program, const fs::path& file) {
-        const int input = openRegularFile(file);
-        std::array<int, 2> pipe{-1, -1};
-        if (input >= 0 && ::pipe2(pipe.data(), O_CLOEXEC) == 0) {
-            // Where many wait for the processor, few long turns are sooner done than many short
-            // ones.
-            ::fcntl(pipe[1], F_SETPIPE_SZ, pipeBytes);
-            process_ = spawn(program.string(), input, pipe[1]);
-            ::close(pipe[1]);
-            output_ = pipe[0];
-        }
-        ::close(input);
-    }
-
-    ~Helper() {
-        if (output_ >= 0) {
-            ::close(output_);
-        }
-        if (process_ > 0) {
-            ::kill(process_, SIGKILL);
-            wait();
-        }
-    }
-    Helper(const Helper&) = delete;
-    Helper& operator=(const Helper&) = delete;
-
-    /// Fills `bytes` as far as there is anything; how much that was. Less than asked for at the
-    /// end, after an error and when stopped.
-    std::size_t read(std::span<char> bytes, const std::stop_token& stop) {
-        std::size_t got = 0;
-        while (got < bytes.size() && process_ > 0 && waitForOutput(stop)) {
-            const ssize_t count = ::read(output_, bytes.data() + got, bytes.size() - got);
-            if (count > 0) {
-                got += static_cast<std::size_t>(count);
-            } else if (count == 0 || errno != EINTR) {
-                break;
-            }
-        }
-        return got;
-    }
-
-    /// After the end of the output: whether the helper has decoded everything.
-    bool hasSucceeded() { return process_ > 0 && wait() == 0; }
-
-  private:
-    bool waitForOutput(const std::stop_token& stop) const {
-        for (auto silence = 0ms; silence < longestSilence; silence += lookInterval) {
-            if (stop.stop_requested()) {
-                return false;
-            }
-            pollfd ready{output_, POLLIN, 0};
-            if (::poll(&ready, 1, static_cast<int>(lookInterval.count())) > 0) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-    int wait() {
-        int status = -1;
-        while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
-        }
-        process_ = -1;
-        return status;
-    }
-
-    pid_t process_ = -1;
-    int output_ = -1;
-};
 
 class DecodedFile final : public AudioStream {
   public:
-    DecodedFile(std::unique_ptr<Helper> helper, const DecodedHeader& header, std::stop_token stop)
+    DecodedFile(std::shared_ptr<HelperProcess> helper, const DecodedHeader& header,
+                std::stop_token stop)
         : helper_(std::move(helper)), header_(header), stop_(std::move(stop)) {}
 
     double rate() const override { return header_.rate; }
@@ -161,15 +36,23 @@ class DecodedFile final : public AudioStream {
         if (helper_ == nullptr) {
             return last_;
         }
-        std::array<char, blockSamples * sizeof(float)> bytes{};
-        const std::size_t count = helper_->read(bytes, stop_) / sizeof(float);
-        if (count == 0 || stop_.stop_requested()) {
-            last_ = !stop_.stop_requested() && helper_->hasSucceeded() ? Next::end : Next::error;
-            helper_.reset();
-            return last_;
+        DecodedBlock block;
+        if (!helper_->readValue(block, stop_)) {
+            return end(Next::error);
         }
-        mono.resize(count);
-        std::memcpy(mono.data(), bytes.data(), count * sizeof(float));
+        if (block.kind != DecodedBlock::Kind::samples) {
+            helper_->setFree();
+            return end(block.kind == DecodedBlock::Kind::end ? Next::end : Next::error);
+        }
+        if (block.count > mostBlockSamples) {
+            return end(Next::error);
+        }
+        mono.resize(block.count);
+        const auto bytes = std::as_writable_bytes(std::span(mono));
+        if (helper_->read(bytes, stop_) != bytes.size()) {
+            mono.clear();
+            return end(Next::error);
+        }
         for (float& x : mono) {
             x = std::isfinite(x) ? x : 0.0F;
         }
@@ -177,7 +60,13 @@ class DecodedFile final : public AudioStream {
     }
 
   private:
-    std::unique_ptr<Helper> helper_; // none after the end
+    Next end(Next how) {
+        helper_.reset();
+        last_ = stop_.stop_requested() ? Next::error : how;
+        return last_;
+    }
+
+    std::shared_ptr<HelperProcess> helper_; // none after the end
     DecodedHeader header_;
     std::stop_token stop_;
     Next last_ = Next::end;
@@ -197,23 +86,37 @@ fs::path findDecoder(const fs::path& program) {
     return {};
 }
 
-std::unique_ptr<AudioStream> openWithDecoder(const fs::path& decoder, const fs::path& file,
-                                             std::stop_token stop) {
-    if (decoder.empty()) {
+std::unique_ptr<AudioStream> Decoder::open(const fs::path& file, std::stop_token stop) {
+    if (program_.empty()) {
         return nullptr;
     }
-    auto helper = std::make_unique<Helper>(decoder, file);
-    std::array<char, sizeof(DecodedHeader)> bytes{};
-    if (helper->read(bytes, stop) != bytes.size()) {
-        return nullptr;
+    // One that was left in the middle of a file, or ended by it, is of no use any more.
+    if (helper_ == nullptr || !helper_->isFree()) {
+        helper_ = std::make_shared<HelperProcess>(program_);
     }
     DecodedHeader header;
-    std::memcpy(&header, bytes.data(), bytes.size());
-    if (header.mark != DecodedHeader::expectedMark ||
-        !(header.rate >= lowestRate && header.rate <= highestRate)) {
+    try {
+        const FileToRead opened(file, std::numeric_limits<std::uintmax_t>::max());
+        if (!helper_->give(HelperDuty::sound, opened.descriptor()) ||
+            !helper_->readValue(header, stop) || header.mark != DecodedHeader::expectedMark) {
+            return nullptr;
+        }
+    } catch (const ReadError&) {
         return nullptr;
     }
-    return std::make_unique<DecodedFile>(std::move(helper), header, std::move(stop));
+    if (header.rate == 0.0) {
+        helper_->setFree();
+        return nullptr;
+    }
+    if (!(header.rate >= lowestRate && header.rate <= highestRate)) {
+        return nullptr;
+    }
+    return std::make_unique<DecodedFile>(helper_, header, std::move(stop));
+}
+
+std::unique_ptr<AudioStream> openWithDecoder(const fs::path& decoder, const fs::path& file,
+                                             std::stop_token stop) {
+    return Decoder(decoder).open(file, std::move(stop));
 }
 
 } // namespace vornic

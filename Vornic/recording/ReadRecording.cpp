@@ -38,12 +38,17 @@ double shareOf(double secondsRead, std::optional<double> length, double longest)
 } // namespace
 
 RecordingRead readRecording(const std::filesystem::path& file, const ReadOptions& options) {
+    Decoder decoder(options.decoder);
+    return readRecording(file, decoder, options);
+}
+
+RecordingRead readRecording(const std::filesystem::path& file, Decoder& decoder,
+                            const ReadOptions& options) {
     // Never in this process, which hears keys: a file may come from anybody.
-    const std::unique_ptr<AudioStream> stream =
-        openWithDecoder(options.decoder, file, options.stop);
+    const std::unique_ptr<AudioStream> stream = decoder.open(file, options.stop);
     if (stream == nullptr) {
         return failure(options.stop.stop_requested() ? stopped
-                       : options.decoder.empty()     ? withoutDecoder
+                       : decoder.program().empty()   ? withoutDecoder
                                                      : unknownFormat);
     }
     MonoResampler resampler(stream->rate(), DSP::sampleRate);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Vornic/recording/DecoderProcess.h"
+
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -33,5 +35,9 @@ struct ReadOptions {
 
 /// Reads a recording with the helper: what `loadAudio` knows, and M4A and its like. Thread: any.
 RecordingRead readRecording(const std::filesystem::path& file, const ReadOptions& options);
+
+/// The same with a decoder that has read other files before, in place of `options.decoder`.
+RecordingRead readRecording(const std::filesystem::path& file, Decoder& decoder,
+                            const ReadOptions& options);
 
 } // namespace vornic

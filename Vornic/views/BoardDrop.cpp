@@ -1,22 +1,28 @@
 #include "Vornic/views/BoardDrop.h"
 
+#include "Vornic/recording/ReadPacks.h"
+
 #include <QDropEvent>
-#include <QMimeData>
 #include <QUrl>
-#include <optional>
 
 namespace vornic {
 
 namespace {
 
-std::optional<std::filesystem::path> boardFileOf(const QMimeData* data) {
-    if (data != nullptr && data->urls().size() == 1) {
-        const QUrl url = data->urls().first();
-        if (url.isLocalFile() && url.fileName().endsWith(".vornic", Qt::CaseInsensitive)) {
-            return url.toLocalFile().toStdString();
+/// None where one of them is neither: then the window is asked.
+BoardDrop::Files filesOf(const QMimeData* data) {
+    BoardDrop::Files files;
+    const QList<QUrl> urls = data != nullptr ? data->urls() : QList<QUrl>();
+    for (const QUrl& url : urls) {
+        const std::filesystem::path file = url.toLocalFile().toStdString();
+        const bool isBoard =
+            urls.size() == 1 && url.fileName().endsWith(".vornic", Qt::CaseInsensitive);
+        if (!url.isLocalFile() || !(isBoard || mayHoldPacks(file))) {
+            return {};
         }
+        files.push_back(file);
     }
-    return std::nullopt;
+    return files;
 }
 
 } // namespace
@@ -27,13 +33,15 @@ bool BoardDrop::eventFilter(QObject* /*window*/, QEvent* event) {
     case QEvent::DragMove:
     case QEvent::Drop: {
         auto* const drop = static_cast<QDropEvent*>(event);
-        const auto file = boardFileOf(drop->mimeData());
-        if (!file) {
+        if (event->type() == QEvent::DragEnter) {
+            files_ = filesOf(drop->mimeData());
+        }
+        if (files_.empty()) {
             return false;
         }
         drop->acceptProposedAction();
         if (event->type() == QEvent::Drop) {
-            onDrop(*file);
+            onDrop(files_);
         }
         return true;
     }

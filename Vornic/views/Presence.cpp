@@ -37,7 +37,7 @@ Presence::Presence(AppModel& model, TrayIcon& tray, bool hidden)
 
 void Presence::comeForward() {
     waitForTray_.stop();
-    if (model_.preview() != nullptr) {
+    if (model_.files().preview() != nullptr || !model_.files().packs().empty()) {
         views_.openPreview();
     } else {
         views_.showPanelAsWindow();

@@ -39,13 +39,7 @@ Views::Views(AppModel& model) : model_(model), adapters_(model) {
     if (words_.load(":/i18n/vornic_en.qm")) {
         QCoreApplication::installTranslator(&words_);
     }
-    boardDrop_.onDrop = [this](const std::filesystem::path& file) {
-        model_.previewBoard(file, [this](const std::string& problem) {
-            if (problem.empty()) {
-                openPreview();
-            }
-        });
-    };
+    boardDrop_.onDrop = [this](const std::vector<std::filesystem::path>& files) { look(files); };
     connectRequests();
     // One refresh for all changes of one turn of the event loop.
     const auto oncePerTurn = [this](bool& pending, void (Views::*work)()) {
@@ -91,6 +85,14 @@ void Views::connectRequests() {
     connect(asked, &WindowRequests::openStudio, this, &Views::openStudio);
     connect(asked, &WindowRequests::openPermission, this, &Views::openPermission);
     connect(asked, &WindowRequests::endWelcome, this, &Views::endWelcome);
+    connect(asked, &WindowRequests::openFile, this, [this](const QUrl& file) {
+        const std::filesystem::path path = file.toLocalFile().toStdString();
+        if (path.extension() == ".vornic") {
+            model_.importBoard(path);
+        } else {
+            look({path});
+        }
+    });
     connect(asked, &WindowRequests::closePreview, this, [this] {
         if (previewView_) {
             previewView_->hide();
@@ -174,13 +176,26 @@ void Views::openStudio() {
 void Views::openPreview() {
     const bool fresh = previewView_ == nullptr;
     open(previewView_, "preview/PreviewView.qml", tr("Board"));
+    // As wide as a list needs.
+    refresh();
+    previewView_->resize(
+        std::max(previewView_->width(), sizeWanted(*previewView_->rootObject()).width()),
+        previewView_->height());
     if (fresh) {
         connect(previewView_.get(), &QWindow::visibleChanged, this, [this](bool visible) {
             if (!visible) {
-                model_.dropPreview();
+                model_.files().drop();
             }
         });
     }
+}
+
+void Views::look(const std::vector<std::filesystem::path>& files) {
+    model_.files().open(files, [this](const std::string& problem) {
+        if (problem.empty()) {
+            openPreview();
+        }
+    });
 }
 
 void Views::openGallery() {

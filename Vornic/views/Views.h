@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace vornic {
 
@@ -44,8 +45,10 @@ class Views : public QObject {
     void openGallery();
     /// What a first start shows.
     void openWelcome();
-    /// The board file that the model looks at. Closing the window drops it.
+    /// What the model looks at. Closing the window drops it.
     void openPreview();
+    /// Reads board files and packs, and then lets the user look at them.
+    void look(const std::vector<std::filesystem::path>& files);
     /// Closes the panel where it is the tray's; as a window of its own it stays.
     void dismissPanel();
     /// Opens the panel beside `corner`, a place on the screen, or closes it when it is open.

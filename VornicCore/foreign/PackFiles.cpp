@@ -3,8 +3,6 @@
 #include "VornicCore/base/ReadableText.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -41,21 +39,7 @@ class FolderFiles final : public PackFiles {
     const PackNotes& notes() const override { return notes_; }
     fs::path path(const std::string& name) const override { return folder_ / name; }
 
-    std::string text(const std::string& name) const override {
-        std::ifstream file(path(name), std::ios::binary);
-        std::string text;
-        std::array<char, 65536> piece{};
-        while (file.read(piece.data(), piece.size()), file.gcount() > 0) {
-            text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
-            if (text.size() > PackLimits::largestText) {
-                throw ForeignPackError("\"" + readable(name) + "\" is too large.");
-            }
-        }
-        if (!file.is_open() || file.bad()) {
-            throw ForeignPackError("\"" + readable(name) + "\" cannot be read.");
-        }
-        return text;
-    }
+    std::string text(const std::string& name) const override { return packText(path(name), name); }
 
   private:
     void add(fs::recursive_directory_iterator& entry) {
@@ -83,7 +67,7 @@ class FolderFiles final : public PackFiles {
 
 } // namespace
 
-std::unique_ptr<PackFiles> openPackFiles(const fs::path& path) {
+std::unique_ptr<PackFiles> openPackFiles(const fs::path& path, const ArchiveReader& read) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::is_directory(status)) {
@@ -93,7 +77,16 @@ std::unique_ptr<PackFiles> openPackFiles(const fs::path& path) {
         throw ForeignPackError(fs::exists(status) ? "It is neither a file nor a folder."
                                                   : "There is no such file.");
     }
-    return openArchive(path);
+    return openArchive(path, read);
+}
+
+std::string packText(const fs::path& file, const std::string& name) {
+    try {
+        return readTextFile(file, PackLimits::largestText);
+    } catch (const ReadError& error) {
+        throw ForeignPackError("\"" + readable(name) +
+                               (error.code() ? "\" cannot be read." : "\" is too large."));
+    }
 }
 
 std::string plainName(std::string_view name) {

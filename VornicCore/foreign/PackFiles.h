@@ -1,8 +1,11 @@
 #pragma once
 
+#include "VornicCore/base/ReadFile.h"
 #include "VornicCore/foreign/ForeignPack.h"
+#include "VornicCore/foreign/ReadArchive.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,13 +38,23 @@ class PackFiles {
     [[nodiscard]] virtual const PackNotes& notes() const = 0;
 };
 
+/// Tells of everything in an archive: `readArchive`, in this process or in another. Throws
+/// ForeignPackError.
+using ArchiveReader = std::function<void(const FileToRead& file, ArchiveSink& sink)>;
+
 /// Opens a folder, or an archive (zip, or tar as it is or compressed), whatever it is called; an
 /// archive is unpacked into a folder of its own, which goes with the result. Throws
 /// ForeignPackError for what is neither, cannot be read or is beyond PackLimits.
-std::unique_ptr<PackFiles> openPackFiles(const std::filesystem::path& path);
+std::unique_ptr<PackFiles> openPackFiles(const std::filesystem::path& path,
+                                         const ArchiveReader& read);
 
 /// The same for a file that is known to be no folder.
-std::unique_ptr<PackFiles> openArchive(const std::filesystem::path& file);
+std::unique_ptr<PackFiles> openArchive(const std::filesystem::path& file,
+                                       const ArchiveReader& read);
+
+/// The text of a file of a pack, at most PackLimits::largestText; `name` is what it is called.
+/// Throws ForeignPackError.
+std::string packText(const std::filesystem::path& file, const std::string& name);
 
 /// A name as it may stand in an archive, made plain: "./a\b.wav" is "a/b.wav". Empty for one that
 /// leads elsewhere ("..", an absolute path, a drive), for an overlong one and for one with more

@@ -19,10 +19,6 @@ std::string counted(std::size_t number, const char* one, const char* many) {
     return std::to_string(number) + " " + (number == 1 ? one : many);
 }
 
-std::string orNone(const std::string& text) {
-    return text.empty() ? "none stated" : readable(text, 200);
-}
-
 std::string megabytes(std::uint64_t bytes) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%.1f MiB", static_cast<double>(bytes) / (1U << 20U));
@@ -50,34 +46,49 @@ std::string joined(const std::vector<PackReport::Substitute>& substitutes) {
     return text;
 }
 
-void append(std::string& text, const char* head, const std::vector<std::string>& notes) {
-    for (const std::string& note : notes) {
-        text += std::string("  ") + head + ": " + note + "\n";
-    }
+} // namespace
+
+std::string orNoneStated(const std::string& text) {
+    return text.empty() ? "none stated" : readable(text, 200);
 }
 
-} // namespace
+std::vector<ReportLine> reportLines(const PackReport& report) {
+    std::vector<ReportLine> lines;
+    const auto add = [&](ReportHead head, const std::vector<std::string>& notes) {
+        for (const std::string& note : notes) {
+            lines.push_back({head, note});
+        }
+    };
+    if (!report.silent.empty()) {
+        add(ReportHead::silent, {joined(report.silent)});
+    }
+    if (!report.substituted.empty()) {
+        add(ReportHead::substituted, {joined(report.substituted)});
+    }
+    add(ReportHead::missing, report.notes.missing);
+    add(ReportHead::repaired, report.notes.repaired);
+    add(ReportHead::ignored, report.notes.ignored);
+    add(ReportHead::remark, report.notes.remarks);
+    return lines;
+}
+
+std::string reportNumbers(const PackReport& report) {
+    return counted(report.keys, "key", "keys") + ", " +
+           counted(report.releases, "release", "releases") + ", " +
+           counted(report.recordings, "recording", "recordings") + ", " +
+           counted(report.sounds, "sound", "sounds") + "; " + megabytes(report.boardBytes) +
+           " as a board file" + (report.fitsFile ? "" : ", too large to be exported");
+}
 
 std::string reportAsText(const PackReport& report) {
     std::string text = "\"" + readable(report.name) + "\" (" + std::string(label(report.format)) +
                        (report.place.empty() ? "" : ", in " + readable(report.place, 200)) + ")\n";
-    text += "  by: " + orNone(report.author) + "\n";
-    text += "  licence: " + orNone(report.licence) + "\n";
-    text += "  " + counted(report.keys, "key", "keys") + ", " +
-            counted(report.releases, "release", "releases") + ", " +
-            counted(report.recordings, "recording", "recordings") + ", " +
-            counted(report.sounds, "sound", "sounds") + "; " + megabytes(report.boardBytes) +
-            " as a board file" + (report.fitsFile ? "" : ", too large to be exported") + "\n";
-    if (!report.silent.empty()) {
-        text += "  silent in the pack: " + joined(report.silent) + "\n";
+    text += "  by: " + orNoneStated(report.author) + "\n";
+    text += "  licence: " + orNoneStated(report.licence) + "\n";
+    text += "  " + reportNumbers(report) + "\n";
+    for (const auto& [head, line] : reportLines(report)) {
+        text += "  " + std::string(rawString(head)) + ": " + line + "\n";
     }
-    if (!report.substituted.empty()) {
-        text += "  not in the pack: " + joined(report.substituted) + "\n";
-    }
-    append(text, "missing", report.notes.missing);
-    append(text, "repaired", report.notes.repaired);
-    append(text, "ignored", report.notes.ignored);
-    append(text, "note", report.notes.remarks);
     return text;
 }
 

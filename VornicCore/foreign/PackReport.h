@@ -1,7 +1,9 @@
 #pragma once
 
+#include "VornicCore/base/CaseNames.h"
 #include "VornicCore/foreign/ForeignPack.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -46,6 +48,35 @@ struct PackReport {
 
     bool operator==(const PackReport&) const = default;
 };
+
+/// What a line of a report is about.
+enum class ReportHead : std::uint8_t { silent, substituted, missing, repaired, ignored, remark };
+
+template <>
+struct CaseNames<ReportHead> {
+    static constexpr std::array names{
+        CaseName{ReportHead::silent, "silent in the pack", "Silent in the pack"},
+        CaseName{ReportHead::substituted, "not in the pack", "Not in the pack"},
+        CaseName{ReportHead::missing, "missing", "Missing"},
+        CaseName{ReportHead::repaired, "repaired", "Repaired"},
+        CaseName{ReportHead::ignored, "ignored", "Ignored"},
+        CaseName{ReportHead::remark, "note", "Note"},
+    };
+};
+
+struct ReportLine {
+    ReportHead head = ReportHead::remark;
+    std::string text;
+};
+
+/// Everything in a report that is neither a number nor about its author.
+std::vector<ReportLine> reportLines(const PackReport& report);
+
+/// "104 keys, 104 releases, 208 recordings, 100 sounds; 12.3 MiB as a board file".
+std::string reportNumbers(const PackReport& report);
+
+/// "none stated" for what a pack does not say.
+std::string orNoneStated(const std::string& text);
 
 /// To read, one line for each thing.
 std::string reportAsText(const PackReport& report);

@@ -179,18 +179,18 @@ class ModelFixture : public ::testing::Test {
     // Work with board files, to its end; whether it went well.
 
     bool exportBoard(const std::filesystem::path& to) {
-        return wellDone([&](const AppModel::Done& done) { model->exportBoard(to, done); });
+        return wellDone([&](const BoardFiles::Done& done) { model->exportBoard(to, done); });
     }
     bool importBoard(const std::filesystem::path& from) {
-        return wellDone([&](const AppModel::Done& done) { model->importBoard(from, done); });
+        return wellDone([&](const BoardFiles::Done& done) { model->importBoard(from, done); });
     }
     bool previewBoard(const std::filesystem::path& from) {
-        return wellDone([&](const AppModel::Done& done) { model->previewBoard(from, done); });
+        return wellDone([&](const BoardFiles::Done& done) { model->files().open({from}, done); });
     }
     bool keepPreview() {
-        return wellDone([&](const AppModel::Done& done) { model->keepPreview(done); });
+        return wellDone([&](const BoardFiles::Done& done) { model->files().keep(done); });
     }
-    bool wellDone(const std::function<void(const AppModel::Done&)>& begin) {
+    bool wellDone(const std::function<void(const BoardFiles::Done&)>& begin) {
         std::optional<std::string> problem;
         begin([&](const std::string& said) { problem = said; });
         EXPECT_TRUE(eventually([&] { return problem.has_value(); }));

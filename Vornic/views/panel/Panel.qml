@@ -75,6 +75,10 @@ FocusScope {
             text: panel.app.status.lastError
             onDismissed: panel.app.status.dismissError()
         }
+        FileLine {
+            Layout.fillWidth: true
+            app: panel.app
+        }
 
         SectionTitle { text: qsTr("Keyboard") }
         BoardList {

@@ -11,14 +11,28 @@ namespace vornic {
 
 PreviewAdapter::PreviewAdapter(AppModel& model, QObject* parent) : QObject(parent), model_(model) {}
 
+QString PreviewAdapter::contentsOf(const BoardFiles::Preview& preview) {
+    if (preview.report) {
+        return qmlText(reportNumbers(*preview.report));
+    }
+    const auto sounds = static_cast<int>(preview.opened.board.sounds.size());
+    const auto recordings = static_cast<int>(preview.opened.samples.size());
+    const QString first = sounds == 1 ? tr("1 sound") : tr("%1 sounds").arg(sounds);
+    const QString second = recordings == 0   ? tr("made of Vornic's own recordings")
+                           : recordings == 1 ? tr("1 recording in the file")
+                                             : tr("%1 recordings in the file").arg(recordings);
+    return first + " · " + second;
+}
+
 void PreviewAdapter::refresh() {
-    if (model_.previews() == shown_) {
+    const BoardFiles& files = model_.files();
+    if (files.previews() == seen_) {
         return;
     }
-    shown_ = model_.previews();
+    seen_ = files.previews();
     const Board none;
-    const Board& board = model_.preview() != nullptr ? *model_.preview() : none;
-    const bool open = model_.preview() != nullptr;
+    const BoardFiles::Preview* const preview = files.preview();
+    const Board& board = preview != nullptr ? preview->opened.board : none;
     name_ = qmlText(board.name);
     detail_ = qmlText(board.detail);
     // A board from elsewhere may name any colour, or none.
@@ -29,28 +43,39 @@ void PreviewAdapter::refresh() {
         lines.append(qmlText(credit, Lines::kept));
     }
     credits_ = lines.join("\n");
-    contents_ = open ? contentsOf(board) : QString();
+    contents_ = preview != nullptr ? contentsOf(*preview) : QString();
     const KeyboardLayout& keyboard = layout(board.layout);
     QVariantList keys;
-    if (open) {
+    if (preview != nullptr) {
         for (const LayoutKey& key : keyboard.keys) {
             keys.append(drawnKey(key, &board));
         }
     }
     keys_ = keys;
-    layoutWidth_ = open ? keyboard.width : 1.0;
-    layoutHeight_ = open ? keyboard.height : 1.0;
-    open_ = open;
+    layoutWidth_ = preview != nullptr ? keyboard.width : 1.0;
+    layoutHeight_ = preview != nullptr ? keyboard.height : 1.0;
+    showReport(preview != nullptr && preview->report ? &*preview->report : nullptr);
+    shown_ = preview != nullptr;
+    open_ = preview != nullptr || !files.packs().empty();
 }
 
-QString PreviewAdapter::contentsOf(const Board& board) const {
-    const auto sounds = static_cast<int>(board.sounds.size());
-    const auto recordings = static_cast<int>(model_.previewRecordings());
-    const QString first = sounds == 1 ? tr("1 sound") : tr("%1 sounds").arg(sounds);
-    const QString second = recordings == 0   ? tr("made of Vornic's own recordings")
-                           : recordings == 1 ? tr("1 recording in the file")
-                                             : tr("%1 recordings in the file").arg(recordings);
-    return first + " · " + second;
+void PreviewAdapter::showReport(const PackReport* report) {
+    QVariantList lines;
+    if (report == nullptr) {
+        origin_ = QString();
+        author_ = QString();
+        licence_ = QString();
+        report_ = lines;
+        return;
+    }
+    origin_ = tr("Sound pack for %1").arg(qmlText(label(report->format)));
+    author_ = qmlText(orNoneStated(report->author));
+    licence_ = qmlText(orNoneStated(report->licence));
+    for (const ReportLine& line : reportLines(*report)) {
+        lines.append(
+            QVariantMap{{"head", qmlText(label(line.head))}, {"text", qmlText(line.text)}});
+    }
+    report_ = lines;
 }
 
 void PreviewAdapter::play() {

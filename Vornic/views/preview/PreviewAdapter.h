@@ -13,14 +13,22 @@
 
 namespace vornic {
 
-/// A board file that is looked at before it is taken in. Thread: main.
+/// A board file or sound pack that is looked at before it is taken in. Thread: main.
 class PreviewAdapter : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it.")
 
-    /// Whether there is one; without it the rest is empty.
+    /// Whether there is one, or a list to choose one from.
     Q_PROPERTY(bool open READ open NOTIFY openChanged)
+    /// Whether there is one; without it the rest is empty.
+    Q_PROPERTY(bool shown READ shown NOTIFY shownChanged)
+    /// "Sound pack for Mechvibes"; empty for a board file, as the next three.
+    Q_PROPERTY(QString origin READ origin NOTIFY originChanged)
+    Q_PROPERTY(QString author READ author NOTIFY authorChanged)
+    Q_PROPERTY(QString licence READ licence NOTIFY licenceChanged)
+    /// What became of the pack: { head, text }.
+    Q_PROPERTY(QVariantList report READ report NOTIFY reportChanged)
     Q_PROPERTY(QString name READ name NOTIFY nameChanged)
     Q_PROPERTY(QString detail READ detail NOTIFY detailChanged)
     Q_PROPERTY(QColor colour READ colour NOTIFY colourChanged)
@@ -40,6 +48,11 @@ class PreviewAdapter : public QObject {
     void refresh();
 
     bool open() const { return open_; }
+    bool shown() const { return shown_; }
+    QString origin() const { return origin_; }
+    QString author() const { return author_; }
+    QString licence() const { return licence_; }
+    QVariantList report() const { return report_; }
     QString name() const { return name_; }
     QString detail() const { return detail_; }
     QColor colour() const { return colour_; }
@@ -51,11 +64,16 @@ class PreviewAdapter : public QObject {
 
     Q_INVOKABLE void play();
     /// Makes the board one of the user's; what fails is told by the model.
-    Q_INVOKABLE void keep() { model_.keepPreview(); }
-    Q_INVOKABLE void drop() { model_.dropPreview(); }
+    Q_INVOKABLE void keep() { model_.files().keep(); }
+    Q_INVOKABLE void drop() { model_.files().drop(); }
 
   Q_SIGNALS:
     void openChanged();
+    void shownChanged();
+    void originChanged();
+    void authorChanged();
+    void licenceChanged();
+    void reportChanged();
     void nameChanged();
     void detailChanged();
     void colourChanged();
@@ -66,11 +84,18 @@ class PreviewAdapter : public QObject {
     void layoutHeightChanged();
 
   private:
-    QString contentsOf(const Board& board) const;
+    static QString contentsOf(const BoardFiles::Preview& preview);
+    void showReport(const PackReport* report);
 
     AppModel& model_;
-    std::size_t shown_ = 0;
+    std::size_t seen_ = 0;
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, bool, open_, &PreviewAdapter::openChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, bool, shown_, &PreviewAdapter::shownChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, origin_, &PreviewAdapter::originChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, author_, &PreviewAdapter::authorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, licence_, &PreviewAdapter::licenceChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QVariantList, report_,
+                               &PreviewAdapter::reportChanged)
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, name_, &PreviewAdapter::nameChanged)
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, detail_, &PreviewAdapter::detailChanged)
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QColor, colour_, &PreviewAdapter::colourChanged)

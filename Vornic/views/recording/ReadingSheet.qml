@@ -18,19 +18,9 @@ Sheet {
             elide: Text.ElideMiddle
             wrapMode: Text.NoWrap
         }
-        Rectangle {
+        ProgressLine {
             Layout.fillWidth: true
-            implicitHeight: 6
-            radius: 3
-            color: Theme.track
-            Accessible.role: Accessible.ProgressBar
-            Accessible.name: qsTr("%1 % read").arg(Math.round(sheet.recorder.progress * 100))
-            Rectangle {
-                width: parent.width * sheet.recorder.progress
-                height: parent.height
-                radius: 3
-                color: Theme.focus
-            }
+            share: sheet.recorder.progress
         }
         PushButton {
             Layout.alignment: Qt.AlignRight

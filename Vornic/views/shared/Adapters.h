@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/views/permission/PermissionAdapter.h"
+#include "Vornic/views/preview/FilesAdapter.h"
 #include "Vornic/views/preview/PreviewAdapter.h"
 #include "Vornic/views/recording/RecordingAdapter.h"
 #include "Vornic/views/settings/DiagnosticsAdapter.h"
@@ -31,6 +32,7 @@ class Adapters : public QObject {
     Q_PROPERTY(vornic::DiagnosticsAdapter* diagnostics READ diagnostics CONSTANT)
     Q_PROPERTY(vornic::StudioAdapter* studio READ studio CONSTANT)
     Q_PROPERTY(vornic::PreviewAdapter* preview READ preview CONSTANT)
+    Q_PROPERTY(vornic::FilesAdapter* files READ files CONSTANT)
     Q_PROPERTY(vornic::RecordingAdapter* recorder READ recorder CONSTANT)
     Q_PROPERTY(vornic::WindowRequests* windows READ windows CONSTANT)
 
@@ -38,7 +40,7 @@ class Adapters : public QObject {
     /// `model` outlives it; call `refresh` whenever it says that it has changed.
     explicit Adapters(AppModel& model, QObject* parent = nullptr)
         : QObject(parent), board_(model), tweaks_(model), settings_(model), status_(model),
-          diagnostics_(model), studio_(model), preview_(model), recorder_(model) {}
+          diagnostics_(model), studio_(model), preview_(model), files_(model), recorder_(model) {}
 
     /// Reads what has changed since the last time.
     void refresh() {
@@ -50,6 +52,7 @@ class Adapters : public QObject {
         diagnostics_.refresh();
         studio_.refresh();
         preview_.refresh();
+        files_.refresh();
         recorder_.refresh();
     }
     /// The same for what changes with every key, and nothing else.
@@ -66,6 +69,7 @@ class Adapters : public QObject {
     DiagnosticsAdapter* diagnostics() { return &diagnostics_; }
     StudioAdapter* studio() { return &studio_; }
     PreviewAdapter* preview() { return &preview_; }
+    FilesAdapter* files() { return &files_; }
     RecordingAdapter* recorder() { return &recorder_; }
     WindowRequests* windows() { return &windows_; }
 
@@ -78,6 +82,7 @@ class Adapters : public QObject {
     DiagnosticsAdapter diagnostics_;
     StudioAdapter studio_;
     PreviewAdapter preview_;
+    FilesAdapter files_;
     RecordingAdapter recorder_;
     WindowRequests windows_;
 };

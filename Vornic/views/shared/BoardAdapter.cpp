@@ -64,10 +64,6 @@ void BoardAdapter::exportTo(const QUrl& file) {
     model_.exportBoard(file.toLocalFile().toStdString());
 }
 
-void BoardAdapter::importFrom(const QUrl& file) {
-    model_.importBoard(file.toLocalFile().toStdString());
-}
-
 void BoardAdapter::playPhrase() {
     model_.keys().type(previewPhrase());
 }

@@ -57,7 +57,6 @@ class BoardAdapter : public QObject {
     /// Where the board is written if nothing else is said: by its name, among the user's documents.
     Q_INVOKABLE QUrl exportSuggestion() const;
     Q_INVOKABLE void exportTo(const QUrl& file);
-    Q_INVOKABLE void importFrom(const QUrl& file);
     Q_INVOKABLE void playPhrase();
 
   Q_SIGNALS:

@@ -3,6 +3,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QObject>
+#include <QUrl>
 #include <QWindow>
 
 namespace vornic {
@@ -25,6 +26,8 @@ class WindowRequests : public QObject {
     /// The user is done with the welcome.
     void endWelcome();
     void closePreview();
+    /// A board file is taken in; packs are looked at first.
+    void openFile(const QUrl& file);
     void dismissPanel();
     void quit();
 };

@@ -42,6 +42,10 @@ FocusScope {
             text: view.app.status.lastError
             onDismissed: view.app.status.dismissError()
         }
+        FileLine {
+            Layout.fillWidth: true
+            app: view.app
+        }
         RowLayout {
             Layout.fillWidth: true
             spacing: 12
@@ -62,12 +66,16 @@ FocusScope {
                 }
             }
         }
-        PushButton {
-            symbol: "play"
-            text: qsTr("Play")
-            prominent: true
-            enabled: view.app.board.boards.count > 0
-            onClicked: view.app.board.playPhrase()
+        RowLayout {
+            spacing: Theme.gap
+            PushButton {
+                symbol: "play"
+                text: qsTr("Play")
+                prominent: true
+                enabled: view.app.board.boards.count > 0
+                onClicked: view.app.board.playPhrase()
+            }
+            ImportButton { app: view.app }
         }
 
         SectionTitle { text: qsTr("Make it yours") }

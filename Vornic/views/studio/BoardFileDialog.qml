@@ -1,21 +1,18 @@
-// Asks for the file that a board is written to or read from. Loaded when it is first needed.
+// Asks for the file that a board is written to. Loaded when it is first needed.
 import QtQuick.Dialogs
 
 FileDialog {
-    property bool saving: false
     signal picked(url file)
 
     // `suggestion`: where a board is written if nothing else is said.
-    function ask(save: bool, suggestion: url) {
-        saving = save;
-        if (save)
-            selectedFile = suggestion;
+    function ask(suggestion: url) {
+        selectedFile = suggestion;
         open();
     }
 
-    title: saving ? qsTr("Export board") : qsTr("Import board")
-    acceptLabel: saving ? qsTr("Save") : qsTr("Open")
-    fileMode: saving ? FileDialog.SaveFile : FileDialog.OpenFile
+    title: qsTr("Export board")
+    acceptLabel: qsTr("Save")
+    fileMode: FileDialog.SaveFile
     nameFilters: [qsTr("Vornic boards (*.vornic)")]
     defaultSuffix: "vornic"
     onAccepted: picked(selectedFile)

@@ -9,7 +9,6 @@ RowLayout {
 
     required property Adapters app
     signal exportBoard()
-    signal importBoard()
 
     spacing: Theme.gap
     ColumnLayout {
@@ -71,10 +70,7 @@ RowLayout {
             app: header.app
         }
     }
-    PushButton {
-        text: qsTr("Import…")
-        onClicked: header.importBoard()
-    }
+    ImportButton { app: header.app }
     PushButton {
         symbol: "export"
         text: qsTr("Export…")

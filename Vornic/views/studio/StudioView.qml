@@ -30,13 +30,16 @@ FocusScope {
             // The same with and without its second line: an edit under way keeps its place.
             Layout.preferredHeight: 48
             app: view.app
-            onExportBoard: files.ask(true)
-            onImportBoard: files.ask(false)
+            onExportBoard: files.ask()
         }
         ErrorLine {
             Layout.fillWidth: true
             text: view.app.status.lastError
             onDismissed: view.app.status.dismissError()
+        }
+        FileLine {
+            Layout.fillWidth: true
+            app: view.app
         }
         RowLayout {
             Choice {
@@ -74,12 +77,9 @@ FocusScope {
         id: files
         objectName: "files"
 
-        property bool saving: false
-
-        function ask(save) {
-            saving = save;
+        function ask() {
             active = true;
-            item.ask(save, view.app.board.exportSuggestion());
+            item.ask(view.app.board.exportSuggestion());
         }
 
         active: false
@@ -87,10 +87,7 @@ FocusScope {
         Connections {
             target: files.item
             function onPicked(file) {
-                if (files.saving)
-                    view.app.board.exportTo(file);
-                else
-                    view.app.board.importFrom(file);
+                view.app.board.exportTo(file);
             }
         }
     }

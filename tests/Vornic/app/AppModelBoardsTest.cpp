@@ -190,7 +190,7 @@ TEST_F(AppModelBoardsTest, replacedBanksAreFreedHoweverTheyWereReplaced) {
         }
         ASSERT_TRUE(previewBoard(file));
         ASSERT_TRUE(noteTheNext());
-        model->dropPreview();
+        model->files().drop();
         model->setVolume(0.1 * round); // nothing of this concerns the bank
         model->setStage({.placement = round == 2 ? Placement::close : Placement::desk});
         model->newBoard();

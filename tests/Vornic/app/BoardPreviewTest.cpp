@@ -40,15 +40,15 @@ class BoardPreviewTest : public ModelFixture {
 
 TEST_F(BoardPreviewTest, keysPlayItAndNothingIsKept) {
     ASSERT_TRUE(previewBoard(file));
-    ASSERT_NE(model->preview(), nullptr);
-    EXPECT_EQ(model->preview()->name, "From a friend");
-    EXPECT_EQ(model->previewRecordings(), 1U);
+    ASSERT_NE(model->files().preview(), nullptr);
+    EXPECT_EQ(model->files().preview()->opened.board.name, "From a friend");
+    EXPECT_EQ(model->files().preview()->opened.samples.size(), 1U);
     EXPECT_TRUE(comesToPlay("From a friend"));
     EXPECT_EQ(model->board()->id, "spring") << "the user's choice stands";
     EXPECT_EQ(model->boards().size(), 1U);
 
-    model->dropPreview();
-    EXPECT_EQ(model->preview(), nullptr);
+    model->files().drop();
+    EXPECT_EQ(model->files().preview(), nullptr);
     EXPECT_TRUE(comesToPlay("Buckling Spring"));
     EXPECT_EQ(users(), 0U) << "its recordings leave with it";
     EXPECT_TRUE(std::filesystem::is_empty(scratch / "data/Boards"));
@@ -57,15 +57,15 @@ TEST_F(BoardPreviewTest, keysPlayItAndNothingIsKept) {
 TEST_F(BoardPreviewTest, keptItIsTheUsersAndCurrent) {
     ASSERT_TRUE(previewBoard(file));
     ASSERT_TRUE(keepPreview());
-    EXPECT_EQ(model->preview(), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
     EXPECT_EQ(model->board()->name, "From a friend");
     EXPECT_FALSE(model->board()->builtIn);
     EXPECT_EQ(model->boards().size(), 2U);
     EXPECT_EQ(users(), 1U);
     const std::string& sample = model->board()->sounds.front().press.layers.front().samples.front();
     EXPECT_TRUE(model->library().samples(sample));
-    model->keepPreview();
-    EXPECT_FALSE(model->busyWithFile()) << "there is none any more";
+    model->files().keep();
+    EXPECT_FALSE(model->files().work().has_value()) << "there is none any more";
 }
 
 TEST_F(BoardPreviewTest, droppedWhereThereIsNoBoardNothingPlaysOn) {
@@ -74,7 +74,7 @@ TEST_F(BoardPreviewTest, droppedWhereThereIsNoBoardNothingPlaysOn) {
     ASSERT_EQ(model->board(), nullptr);
     ASSERT_TRUE(previewBoard(file));
     ASSERT_TRUE(comesToPlay("From a friend"));
-    model->dropPreview();
+    model->files().drop();
     EXPECT_EQ(model->playing(), nullptr);
 }
 
@@ -93,22 +93,22 @@ TEST_F(BoardPreviewTest, whatIsKeptIsWhatWasOpenedWhateverBecomesOfTheFile) {
 
 TEST_F(BoardPreviewTest, aFileIsReadWhileEverythingElseGoesOn) {
     std::optional<std::string> first;
-    model->previewBoard(file, [&](const std::string& problem) { first = problem; });
-    EXPECT_TRUE(model->busyWithFile());
-    EXPECT_EQ(model->preview(), nullptr) << "nothing waits for it";
-    model->cancelFile();
-    EXPECT_FALSE(model->busyWithFile());
+    model->files().open({file}, [&](const std::string& problem) { first = problem; });
+    EXPECT_TRUE(model->files().work().has_value());
+    EXPECT_EQ(model->files().preview(), nullptr) << "nothing waits for it";
+    model->files().cancel();
+    EXPECT_FALSE(model->files().work().has_value());
     EXPECT_NE(first, std::nullopt) << "whoever asked is told";
     EXPECT_NE(first, "");
     ASSERT_TRUE(previewBoard(file)) << "and another one can be opened";
-    EXPECT_EQ(model->previews(), 1U) << "the cancelled one never comes";
+    EXPECT_EQ(model->files().previews(), 1U) << "the cancelled one never comes";
 }
 
 TEST_F(BoardPreviewTest, anotherFileTakesItsPlace) {
     ASSERT_TRUE(previewBoard(file));
-    const std::size_t before = model->previews();
+    const std::size_t before = model->files().previews();
     ASSERT_TRUE(previewBoard(file));
-    EXPECT_GT(model->previews(), before);
+    EXPECT_GT(model->files().previews(), before);
     EXPECT_EQ(users(), 1U);
 }
 
@@ -116,7 +116,7 @@ TEST_F(BoardPreviewTest, aFileThatIsNoneIsNamedAndChangesNothing) {
     ASSERT_TRUE(previewBoard(file));
     EXPECT_FALSE(previewBoard(scratch.write("notes.vornic", "{}")));
     EXPECT_EQ(model->lastError(), "That isn't a Vornic board file.");
-    ASSERT_NE(model->preview(), nullptr) << "what was open stays";
+    ASSERT_NE(model->files().preview(), nullptr) << "what was open stays";
     EXPECT_FALSE(previewBoard(scratch / "missing.vornic"));
     EXPECT_EQ(model->lastError(), "Couldn't read that file.");
 }
@@ -132,7 +132,7 @@ TEST_F(BoardPreviewTest, aSecondStartHandsItsFileOver) {
     };
     EXPECT_EQ(open(file), ControlAnswer{});
     EXPECT_EQ(activations, 1);
-    EXPECT_NE(model->preview(), nullptr);
+    EXPECT_NE(model->files().preview(), nullptr);
     EXPECT_EQ(open(scratch / "missing.vornic"), (ControlAnswer{1, "Couldn't read that file."}));
     EXPECT_EQ(activations, 2) << "the panel says why";
 }

@@ -16,6 +16,7 @@
 #include <sndfile.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -102,8 +103,8 @@ TEST_F(DecodeProgramTest, hasTheFileAndNothingElse) {
     for (const fs::directory_entry& entry : fs::directory_iterator(process / "fd")) {
         open.emplace(entry.path().filename(), fs::read_symlink(entry.path()));
     }
-    EXPECT_THAT(open, ElementsAre(Pair("0", file.string()), Pair("1", HasSubstr("pipe:")),
-                                  Pair("2", "/dev/null")));
+    EXPECT_THAT(open, ElementsAre(Pair("0", HasSubstr("socket:")), Pair("1", HasSubstr("pipe:")),
+                                  Pair("2", "/dev/null"), Pair("3", file.string())));
     EXPECT_EQ(readBytes(process / "cmdline"), std::string(VORNIC_DECODER) + '\0')
         << "no file's name";
 }
@@ -113,6 +114,39 @@ TEST_F(DecodeProgramTest, isGoneAtOnceWhenItIsNotWantedAnyMore) {
     ASSERT_THAT(decoders(), SizeIs(1));
     stream.reset();
     EXPECT_THAT(decoders(), IsEmpty());
+}
+
+TEST_F(DecodeProgramTest, readsOneFileAfterTheOtherInOneProcess) {
+    const fs::path good = write("good.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT);
+    const fs::path cut = folder_.write("cut.wav", readBytes(good).substr(0, 3000));
+    const fs::path other = folder_.write("other", "no sound at all");
+    Decoder decoder(VORNIC_DECODER);
+    ASSERT_TRUE(readRecording(good, decoder, {}).samples);
+    const std::vector<pid_t> first = decoders();
+    ASSERT_THAT(first, SizeIs(1));
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_FALSE(readRecording(cut, decoder, {}).samples);
+        EXPECT_FALSE(readRecording(other, decoder, {}).samples);
+        EXPECT_FALSE(readRecording(folder_ / "missing", decoder, {}).samples);
+        EXPECT_EQ(required(readRecording(good, decoder, {}).samples), required(loadAudio(good)));
+    }
+    EXPECT_EQ(decoders(), first) << "to the end";
+}
+
+TEST_F(DecodeProgramTest, startsAnewAfterAFileThatWasLeftOrEndedIt) {
+    const fs::path good = write("good.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT);
+    Decoder decoder(VORNIC_DECODER);
+    auto left = decoder.open(longFile());
+    ASSERT_NE(left, nullptr);
+    const std::vector<pid_t> first = decoders();
+    left.reset();
+    EXPECT_EQ(required(readRecording(good, decoder, {}).samples), required(loadAudio(good)));
+    const std::vector<pid_t> second = decoders();
+    ASSERT_THAT(second, SizeIs(1)) << "the first one does not linger";
+    EXPECT_NE(second, first);
+    ASSERT_EQ(::kill(second[0], SIGKILL), 0);
+    // It may be told of the next file before it has gone; the one after that finds a fresh one.
+    EXPECT_TRUE(waitFor([&] { return readRecording(good, decoder, {}).samples.has_value(); }));
 }
 
 TEST_F(DecodeProgramTest, endsWithAnErrorAndNothingElseForHostileFiles) {

@@ -52,6 +52,9 @@ const std::array refused{
     Refused{"fork", [] { (void)::fork(); }},
     Refused{"signalAnother", [] { (void)::kill(1, 0); }},
     Refused{"readAnotherDescriptor", [] { (void)::read(STDERR_FILENO, nullptr, 0); }},
+    Refused{"readItsRequests", [] { (void)!::read(STDIN_FILENO, nullptr, 0); }},
+    Refused{"sendADescriptor", [] { (void)!::sendmsg(STDIN_FILENO, nullptr, 0); }},
+    Refused{"receiveElsewhere", [] { (void)!::recvmsg(receivedFile, nullptr, 0); }},
     Refused{"writeToItsInput", [] { (void)!::write(STDIN_FILENO, "x", 1); }},
     Refused{"executeMemory",
             [] {
@@ -83,7 +86,7 @@ TEST(Sandbox, leavesWhatDecodingNeeds) {
                     for (std::size_t size = 16; size < (std::size_t{1} << 26U); size *= 2) {
                         memory.emplace_back(size, 'x');
                     }
-                    (void)::lseek(STDIN_FILENO, 0, SEEK_CUR);
+                    (void)::lseek(receivedFile, 0, SEEK_CUR);
                     if (::write(STDOUT_FILENO, "", 0) != 0) {
                         _exit(1);
                     }

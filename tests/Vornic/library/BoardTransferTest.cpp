@@ -71,7 +71,7 @@ std::string importError(User& user, const fs::path& file) {
     BoardStore store = user.store();
     SampleLibrary library = user.library();
     try {
-        importBoard(file, store, library);
+        importBoard(readBoardFile(file), store, library);
     } catch (const BoardTransferError& error) {
         EXPECT_THAT(user.files(), IsEmpty());
         return error.whole();
@@ -105,7 +105,8 @@ TEST(BoardTransfer, whatANewerVersionHasPutIntoABoardTravelsThroughFiles) {
     User to;
     BoardStore store = to.store();
     SampleLibrary library = to.library();
-    const Board got = importBoard(from.write("new.vornic", document.dump()), store, library);
+    const Board got =
+        importBoard(readBoardFile(from.write("new.vornic", document.dump())), store, library);
     exportBoard(got, library, to / "again.vornic", store.unknown(got.id));
     const json again = json::parse(readBytes(to / "again.vornic"));
     EXPECT_EQ(again["board"]["later"], "kept");
@@ -126,7 +127,7 @@ TEST(BoardTransfer, anImportedBoardSoundsTheSameUnderFreshIds) {
     SampleLibrary library = to.library();
     const std::vector<float> own{0.1F, 0.1F};
     library.addUser("mine", LayerPart::click, "user/aaaaaaaa", own);
-    const Board got = importBoard(from / "out.vornic", store, library);
+    const Board got = importBoard(readBoardFile(from / "out.vornic"), store, library);
 
     EXPECT_THAT(got.id, MatchesRegex("mine-[0-9A-F]{8}"));
     EXPECT_FALSE(got.builtIn);
@@ -164,8 +165,8 @@ TEST(BoardTransfer, importingTwiceMakesTwoBoards) {
     BoardStore store = user.store();
     SampleLibrary library = user.library();
     exportBoard(mixedBoard({}), library, user / "out.vornic");
-    const Board one = importBoard(user / "out.vornic", store, library);
-    const Board other = importBoard(user / "out.vornic", store, library);
+    const Board one = importBoard(readBoardFile(user / "out.vornic"), store, library);
+    const Board other = importBoard(readBoardFile(user / "out.vornic"), store, library);
     EXPECT_NE(one.id, other.id);
     EXPECT_THAT(user.store().mine(), SizeIs(2));
 }
@@ -185,7 +186,7 @@ TEST(BoardTransfer, nothingThatAFileSaysBecomesAPath) {
     BoardStore store = to.store();
     SampleLibrary library = to.library();
     const auto pack = library.samples("spring/regular-01");
-    const Board got = importBoard(from / "out.vornic", store, library);
+    const Board got = importBoard(readBoardFile(from / "out.vornic"), store, library);
     for (const std::string& id : got.sounds[0].press.layers[0].samples) {
         EXPECT_THAT(id, MatchesRegex("user/[0-9A-F]{8}"));
     }
@@ -205,7 +206,7 @@ TEST(BoardTransfer, samplesThatNoLayerNamesAreAddedTooAndSilentOnesAreNot) {
     const fs::path file = user.write("out.vornic", text);
     BoardStore store = user.store();
     SampleLibrary library = user.library();
-    const Board got = importBoard(file, store, library);
+    const Board got = importBoard(readBoardFile(file), store, library);
     EXPECT_THAT(got.sounds[0].press.layers[0].samples, ElementsAre("c"));
     const auto infos = user.library().userSamples();
     EXPECT_THAT(infos, testing::Contains(testing::Field(&SampleInfo::name, "Mine 1")));
@@ -254,7 +255,8 @@ TEST(BoardTransfer, whenTheSamplesCannotBeKeptTheBoardIsNot) {
     fs::create_directories(user / "Samples/index.json"); // Nothing can be listed.
     BoardStore store = user.store();
     SampleLibrary library = user.library();
-    EXPECT_THROW(importBoard(user / "out.vornic", store, library), BoardTransferError);
+    EXPECT_THROW(importBoard(readBoardFile(user / "out.vornic"), store, library),
+                 BoardTransferError);
     EXPECT_THAT(user.files(), ElementsAre("index.json"));
     EXPECT_THAT(store.mine(), IsEmpty());
 }
@@ -268,7 +270,7 @@ TEST(BoardTransfer, whenTheBoardCannotBeKeptItsSamplesAreNot) {
     user.write("Boards", "a file where the folder should be");
     SampleLibrary library = user.library();
     try {
-        importBoard(user / "out.vornic", store, library);
+        importBoard(readBoardFile(user / "out.vornic"), store, library);
         ADD_FAILURE();
     } catch (const BoardTransferError& error) {
         EXPECT_THAT(error.what(), StartsWith("Couldn't save the board: "));
@@ -305,7 +307,7 @@ TEST(BoardTransfer, anOpenedBoardLeavesNoTrace) {
     BoardFile::Contents contents;
     contents.board = mixedBoard({"user/aaaaaaaa"});
     contents.samples["user/aaaaaaaa"] = sound;
-    const Board board = openBoard(std::move(contents), library).board;
+    const Board board = openBoard(readContents(std::move(contents)), library).board;
     EXPECT_EQ(board.id, "mine-1");
     EXPECT_EQ(library.samples(board.sounds[0].press.layers[0].samples[0]), sound);
     EXPECT_THAT(user.files(), IsEmpty());

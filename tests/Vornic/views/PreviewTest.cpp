@@ -51,11 +51,11 @@ TEST_F(PreviewTest, showsWhatTheFileHolds) {
 TEST_F(PreviewTest, isKeptByItsButton) {
     open();
     click(item("Add to my keyboards"));
-    ASSERT_TRUE(eventually([&] { return model->preview() == nullptr; }));
+    ASSERT_TRUE(eventually([&] { return model->files().preview() == nullptr; }));
     settle();
     EXPECT_EQ(model->board()->name, "From a friend");
     EXPECT_FALSE(views->preview()->isVisible());
-    EXPECT_EQ(model->preview(), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
     EXPECT_EQ(model->boards().size(), 2U);
 }
 
@@ -63,19 +63,19 @@ TEST_F(PreviewTest, isDroppedByItsButtonByEscapeAndByClosingTheWindow) {
     open();
     click(item("Cancel"));
     settle();
-    EXPECT_EQ(model->preview(), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
     EXPECT_FALSE(views->preview()->isVisible());
 
     open();
     ASSERT_TRUE(QTest::qWaitForWindowActive(const_cast<QQuickView*>(views->preview())));
     QTest::keyClick(const_cast<QQuickView*>(views->preview()), Qt::Key_Escape);
     settle();
-    EXPECT_EQ(model->preview(), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
 
     open();
     const_cast<QQuickView*>(views->preview())->close();
     settle();
-    EXPECT_EQ(model->preview(), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
     EXPECT_EQ(model->boards().size(), 1U);
 }
 
@@ -84,7 +84,7 @@ TEST_F(PreviewTest, aBoardFileDroppedOnAWindowIsLookedAt) {
     simple->show();
     settle();
     EXPECT_TRUE(drop(*simple, QUrl::fromLocalFile(QString::fromStdString(file.string()))));
-    ASSERT_TRUE(eventually([&] { return model->preview() != nullptr; }));
+    ASSERT_TRUE(eventually([&] { return model->files().preview() != nullptr; }));
     ASSERT_NE(views->preview(), nullptr);
     EXPECT_TRUE(views->preview()->isVisible());
 }
@@ -95,7 +95,7 @@ TEST_F(PreviewTest, otherFilesAreLeftToTheWindow) {
     settle();
     EXPECT_FALSE(drop(*simple, QUrl::fromLocalFile("/tmp/picture.png")));
     EXPECT_FALSE(drop(*simple, QUrl("https://example.org/board.vornic")));
-    EXPECT_EQ(model->preview(), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
 }
 
 } // namespace

@@ -93,10 +93,10 @@ TEST_F(ViewsTest, thePanelSaysWhenKeysCannotBeHeard) {
 TEST_F(ViewsTest, theStudioWritesAndReadsBoardFiles) {
     const auto file = QUrl::fromLocalFile(QString::fromStdString((scratch / "my.vornic").string()));
     views->adapters().board()->exportTo(file);
-    ASSERT_TRUE(eventually([&] { return !model->busyWithFile(); }));
+    ASSERT_TRUE(eventually([&] { return !model->files().work(); }));
     ASSERT_TRUE(std::filesystem::exists(scratch / "my.vornic"));
     const std::size_t before = model->boards().size();
-    views->adapters().board()->importFrom(file);
+    Q_EMIT views->adapters().windows()->openFile(file);
     EXPECT_TRUE(eventually([&] { return model->boards().size() == before + 1; }));
     settle();
     EXPECT_TRUE(views->adapters().board()->mine());

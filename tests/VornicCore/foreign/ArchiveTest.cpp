@@ -22,7 +22,7 @@ class ArchiveTest : public testing::Test {
 
     static std::string refusal(const fs::path& file) {
         try {
-            openPackFiles(file);
+            opened(file);
         } catch (const ForeignPackError& error) {
             return error.what();
         }
@@ -55,7 +55,7 @@ TEST_F(ArchiveTest, nothingLeadsOutOfAnArchive) {
                   {"C:\\windows.wav", stroke_},
                   {"link.wav", "", "/etc/passwd"},
                   {"1/2/3/4/5/6/7/8/9/10/deep.wav", stroke_}});
-    const auto files = openPackFiles(folder_ / "evil.tgz");
+    const auto files = opened(folder_ / "evil.tgz");
     EXPECT_THAT(files->names(), ElementsAre("a.wav", "config.json"));
     EXPECT_THAT(files->notes().ignored, SizeIs(6));
     const auto place = files->path("a.wav").parent_path();
@@ -75,7 +75,7 @@ TEST_F(ArchiveTest, whatWasUnpackedIsGoneAtTheEnd) {
     writeArchive(folder_ / "p.zip", ArchiveKind::zip, {{"config.json", config_}});
     fs::path place;
     {
-        const auto files = openPackFiles(folder_ / "p.zip");
+        const auto files = opened(folder_ / "p.zip");
         place = files->path("config.json");
         EXPECT_TRUE(fs::exists(place));
         EXPECT_EQ(fs::status(place.parent_path()).permissions() & fs::perms::others_all,
@@ -113,7 +113,7 @@ TEST_F(ArchiveTest, aCutArchiveGivesWhatIsThereAndSaysSo) {
     for (std::size_t length = 0; length < bytes.size(); length += 97) {
         folder_.write("cut.tgz", bytes.substr(0, length));
         try {
-            const auto files = openPackFiles(folder_ / "cut.tgz");
+            const auto files = opened(folder_ / "cut.tgz");
             EXPECT_THAT(files->notes().missing, SizeIs(testing::Ge(1U))) << length;
         } catch (const ForeignPackError&) {
             continue;

@@ -146,7 +146,7 @@ key_config = [
 name = "second"
 key_config = [{ event = "press", keys = ".*", files = [{ path = "6.wav" }] }]
 )");
-    const auto files = openPackFiles(folder_ / "d");
+    const auto files = opened(folder_ / "d");
     const std::vector<FoundPack> found = findPacks(*files);
     ASSERT_THAT(found, SizeIs(2));
     const ConvertedPack pack = convertedFrom(*files, found[0]);
@@ -183,7 +183,7 @@ and more */
 <region> sample=*sine key=36
 <region> sample=gone.wav key=36
 )");
-    const auto files = openPackFiles(folder_ / "s");
+    const auto files = opened(folder_ / "s");
     std::vector<FoundPack> all = findPacks(*files);
     ASSERT_THAT(all, SizeIs(2)) << "the included part looks like an instrument too";
     const ConvertedPack pack = convertedFrom(*files, all[0]);

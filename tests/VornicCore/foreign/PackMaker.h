@@ -10,6 +10,7 @@
 #include <archive_entry.h>
 
 #include <cmath>
+#include <memory>
 #include <numbers>
 #include <string>
 #include <utility>
@@ -35,10 +36,17 @@ inline void writeStroke(const ScratchFolder& folder, const std::string& name, do
     writeFloatWAV(testStroke(hertz, level), folder / name);
 }
 
+/// Opens a file or folder as the program does, except that this process reads archives.
+inline std::unique_ptr<PackFiles> opened(const std::filesystem::path& path) {
+    return openPackFiles(path, [](const FileToRead& file, ArchiveSink& sink) {
+        readArchive(file.descriptor(), sink);
+    });
+}
+
 /// What a file or folder holds, as the program reads it, except that this process decodes.
 inline std::vector<FoundPack> packsIn(const std::filesystem::path& path,
                                       const FindOptions& options = {}) {
-    return findPacks(*openPackFiles(path), options);
+    return findPacks(*opened(path), options);
 }
 
 inline ConvertedPack convertedFrom(const PackFiles& files, const FoundPack& found) {
@@ -53,7 +61,7 @@ inline ConvertedPack convertedFrom(const PackFiles& files, const FoundPack& foun
 
 /// The one pack in a file or folder, converted.
 inline ConvertedPack onlyPack(const std::filesystem::path& path, const FindOptions& options = {}) {
-    const auto files = openPackFiles(path);
+    const auto files = opened(path);
     const std::vector<FoundPack> found = findPacks(*files, options);
     if (found.size() != 1 || !found[0].pack) {
         throw ForeignPackError("not one pack but " + std::to_string(found.size()) + " " +
