@@ -229,6 +229,11 @@ void BoardFiles::hide() {
 }
 
 void BoardFiles::drop() {
+    if (keeping_ && adding_) {
+        // The one that is being kept is the last, and then nothing is looked at any more.
+        adding_->places.clear();
+        adding_->next = 0;
+    }
     if (keeping_ || (!preview_ && packs_.empty())) {
         return;
     }

@@ -64,8 +64,12 @@ void BoardFiles::endAdding() {
 
 void BoardFiles::addNext() {
     if (adding_->next == adding_->places.size()) {
+        const bool dropped = adding_->places.empty();
         endAdding();
         end({});
+        if (dropped) {
+            drop();
+        }
         return;
     }
     const auto count = static_cast<double>(adding_->places.size());
@@ -98,15 +102,16 @@ void BoardFiles::addNext() {
         auto problem =
             problemOf([&] { *read = readPack(*found, place, {decoder, {}, part, stop}); });
         return BackgroundWork::Finish(
-            [this, read, what, failed, saved, problem = std::move(problem)] {
+            [this, read, what, before, count, failed, saved, problem = std::move(problem)] {
                 if (problem) {
                     failed(problem);
                     return;
                 }
                 const OpenedBoard opened = openBoard(std::move(*read->board), *services_.library);
-                save(opened, what, [opened, saved](const Board* kept, const Problem& unsaved) {
-                    saved(opened, kept, unsaved);
-                });
+                save(opened, {what.kind, what.name, (before + 1) / count},
+                     [opened, saved](const Board* kept, const Problem& unsaved) {
+                         saved(opened, kept, unsaved);
+                     });
             });
     };
     start(what, job, std::exchange(done_, {}));

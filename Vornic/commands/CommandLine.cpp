@@ -92,8 +92,9 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
     app.add_flag("--selftest-mic", run.selfTestMicrophone,
                  "With --selftest: try the microphone too");
     std::filesystem::path boardFile;
-    app.add_option("FILE", boardFile, "Board file to look at and hear before it is kept")
-        ->check(CLI::ExistingFile);
+    app.add_option("FILE", boardFile,
+                   "Board file or sound pack to look at and hear before it is kept")
+        ->check(CLI::ExistingPath);
     std::string snapshot;
     app.add_flag("--hidden", run.hidden, "Open no window; a second start opens the panel");
     app.add_flag("--gallery", run.gallery, "Show every control of the views in every state");

@@ -5,7 +5,7 @@
 
 // What the program and the helper that reads what others made say to each other: the program sends
 // a descriptor with a letter over the helper's standard input, a socket; the helper answers on its
-// standard output. Both are of one build, so all goes as it lies in memory.
+// standard output. Both are of one build, so all goes as it lies in memory. Thread: any.
 
 namespace vornic {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-// What packs and their folders consist of, for ByteStream.h.
+// What packs and their folders consist of, for ByteStream.h. Thread: any.
 
 namespace vornic {
 

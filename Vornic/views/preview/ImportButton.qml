@@ -45,6 +45,14 @@ PushButton {
             text: qsTr("Folder of sound packs…")
             onTriggered: dialogs.ask(true)
         }
+        Action {
+            text: qsTr("How to bring in a sound pack")
+            onTriggered: help.open()
+        }
+    }
+    PackHelp {
+        id: help
+        objectName: "packHelp"
     }
     Loader {
         id: dialogs

@@ -1,4 +1,5 @@
 #include "tests/Vornic/views/ViewsFixture.h"
+#include "tests/support/SmallPack.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -36,6 +37,10 @@ class PreviewTest : public ViewsFixture {
         QDropEvent dropped({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window, &dropped);
         return dropped.isAccepted();
+    }
+
+    QUrl urlOf(const std::string& name) const {
+        return QUrl::fromLocalFile(QString::fromStdString((scratch / name).string()));
     }
 
     std::filesystem::path file = scratch / "sent.vornic";
@@ -89,12 +94,92 @@ TEST_F(PreviewTest, aBoardFileDroppedOnAWindowIsLookedAt) {
     EXPECT_TRUE(views->preview()->isVisible());
 }
 
+TEST_F(PreviewTest, aPackDroppedOnAWindowIsLookedAtBeforeItIsKept) {
+    writeSmallPack(scratch, "packs/one", "Theirs");
+    const auto simple = views->make("simple/SimpleView.qml", "");
+    simple->show();
+    settle();
+    EXPECT_TRUE(drop(*simple, urlOf("packs/one")));
+    settle();
+    EXPECT_NE(find(simple->rootObject(), "Reading one"), nullptr) << "that it is read is shown";
+    ASSERT_TRUE(eventually([&] { return model->files().preview() != nullptr; }));
+    settle();
+    ASSERT_NE(views->preview(), nullptr);
+    EXPECT_NE(item("Theirs"), nullptr);
+    EXPECT_NE(item("Sound pack for Mechvibes"), nullptr);
+    EXPECT_NE(item("none stated"), nullptr);
+    EXPECT_NE(item("Missing"), nullptr);
+    EXPECT_NE(item("The file \"gone.wav\"."), nullptr);
+    click(item("Add to my keyboards"));
+    ASSERT_TRUE(eventually([&] { return model->files().preview() == nullptr; }));
+    EXPECT_EQ(model->board()->name, "Theirs");
+}
+
+TEST_F(PreviewTest, aReadingIsCancelledWhereItIsShown) {
+    writeSmallPack(scratch, "packs/one", "Theirs");
+    const auto simple = views->make("simple/SimpleView.qml", "");
+    simple->show();
+    settle();
+    ASSERT_TRUE(drop(*simple, urlOf("packs/one")));
+    settle();
+    click(find(simple->rootObject(), "Cancel"));
+    settle();
+    EXPECT_FALSE(model->files().work());
+    EXPECT_EQ(find(simple->rootObject(), "Reading one"), nullptr);
+    EXPECT_EQ(model->files().preview(), nullptr);
+}
+
+TEST_F(PreviewTest, severalPacksAreAListFromWhichThoseTickedAreAdded) {
+    for (const std::string name : {"a", "b", "c"}) {
+        writeSmallPack(scratch, "packs/" + name, "Pack " + name);
+    }
+    const auto simple = views->make("simple/SimpleView.qml", "");
+    simple->show();
+    settle();
+    Q_EMIT views->adapters().windows()->openFile(urlOf("packs"));
+    ASSERT_TRUE(eventually([&] { return model->files().packs().size() == 3; }));
+    settle();
+    ASSERT_NE(item("3 sound packs"), nullptr);
+    click(item("Pack b"));
+    ASSERT_TRUE(eventually([&] { return model->files().preview() != nullptr; }));
+    settle();
+    EXPECT_NE(item("Sound pack for Mechvibes"), nullptr);
+    views->adapters().files()->tick(1, false);
+    settle();
+    click(item("Add 2 keyboards"));
+    ASSERT_TRUE(eventually([&] { return !model->files().work(); }));
+    settle();
+    EXPECT_EQ(model->boards().size(), 3U);
+    EXPECT_NE(item("Added"), nullptr);
+    EXPECT_TRUE(views->preview()->isVisible()) << "the third may be wanted yet";
+    click(item("Close"));
+    settle();
+    EXPECT_FALSE(views->preview()->isVisible());
+    EXPECT_TRUE(model->files().packs().empty());
+}
+
+TEST_F(PreviewTest, theImportButtonAsksForFilesAndFoldersAndExplainsItself) {
+    for (const char* const file : {"simple/SimpleView.qml", "studio/StudioView.qml"}) {
+        const auto window = views->make(file, "");
+        window->show();
+        settle();
+        click(find(window->rootObject(), "Import…"));
+        settle();
+        auto* const loader = window->rootObject()->findChild<QObject*>("importDialogs");
+        ASSERT_NE(loader, nullptr) << file;
+        QMetaObject::invokeMethod(loader, "ask", Q_ARG(QVariant, false));
+        ASSERT_NE(loader->property("item").value<QObject*>(), nullptr) << file;
+        EXPECT_NE(window->rootObject()->findChild<QObject*>("packHelp"), nullptr) << file;
+    }
+}
+
 TEST_F(PreviewTest, otherFilesAreLeftToTheWindow) {
     const auto simple = views->make("simple/SimpleView.qml", "");
     simple->show();
     settle();
     EXPECT_FALSE(drop(*simple, QUrl::fromLocalFile("/tmp/picture.png")));
     EXPECT_FALSE(drop(*simple, QUrl("https://example.org/board.vornic")));
+    EXPECT_FALSE(drop(*simple, urlOf("Packs/spring/regular-01.wav"))) << "a recording";
     EXPECT_EQ(model->files().preview(), nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include "Vornic/views/theme/ThemeObject.h"
 #include "tests/Vornic/views/ViewsFixture.h"
+#include "tests/support/SmallPack.h"
 
 #include <QDir>
 #include <QImage>
@@ -152,6 +153,22 @@ TEST_F(StatesTest, aBoardFile) {
     ASSERT_TRUE(exportBoard(scratch / "sent.vornic"));
     ASSERT_TRUE(previewBoard(scratch / "sent.vornic"));
     look("preview/PreviewView.qml", "preview");
+}
+
+TEST_F(StatesTest, aSoundPackAndSeveral) {
+    for (int pack = 0; pack < 12; ++pack) {
+        writeSmallPack(scratch, "packs/" + std::to_string(pack),
+                       pack == 3 ? longName : "Pack " + std::to_string(pack), 8);
+    }
+    scratch.write("packs/damaged.zip", "no archive");
+    ASSERT_TRUE(previewBoard(scratch / "packs/3"));
+    look("preview/PreviewView.qml", "preview-pack");
+    ASSERT_TRUE(previewBoard(scratch / "packs"));
+    look("preview/PreviewView.qml", "preview-packs");
+    ASSERT_TRUE(wellDone([&](const BoardFiles::Done& done) { model->files().openPack(3, done); }));
+    look("preview/PreviewView.qml", "preview-packs-one");
+    themeOf(views->engine())->setProperty("dark", true);
+    look("preview/PreviewView.qml", "preview-packs-dark");
 }
 
 TEST_F(StatesTest, inTheDark) {
