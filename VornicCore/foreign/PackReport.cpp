@@ -59,16 +59,16 @@ std::vector<ReportLine> reportLines(const PackReport& report) {
             lines.push_back({head, note});
         }
     };
+    add(ReportHead::missing, report.notes.missing);
+    add(ReportHead::repaired, report.notes.repaired);
+    add(ReportHead::ignored, report.notes.ignored);
+    add(ReportHead::remark, report.notes.remarks);
     if (!report.silent.empty()) {
         add(ReportHead::silent, {joined(report.silent)});
     }
     if (!report.substituted.empty()) {
         add(ReportHead::substituted, {joined(report.substituted)});
     }
-    add(ReportHead::missing, report.notes.missing);
-    add(ReportHead::repaired, report.notes.repaired);
-    add(ReportHead::ignored, report.notes.ignored);
-    add(ReportHead::remark, report.notes.remarks);
     return lines;
 }
 

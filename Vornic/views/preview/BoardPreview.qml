@@ -8,6 +8,8 @@ ColumnLayout {
     id: column
 
     required property PreviewAdapter preview
+    // How wide the window lets it be: heights that follow a width within layouts come too late.
+    required property real room
 
     spacing: 14
     RowLayout {
@@ -45,7 +47,8 @@ ColumnLayout {
     }
     KeyboardPicture {
         Layout.fillWidth: true
-        Layout.preferredHeight: column.width * layoutHeight / Math.max(1, layoutWidth)
+        Layout.preferredHeight: column.room * layoutHeight / Math.max(1, layoutWidth)
+        Layout.minimumHeight: Layout.preferredHeight
         keys: column.preview.keys
         layoutWidth: column.preview.layoutWidth
         layoutHeight: column.preview.layoutHeight

@@ -34,13 +34,16 @@ void PreviewAdapter::refresh() {
     const BoardFiles::Preview* const preview = files.preview();
     const Board& board = preview != nullptr ? preview->opened.board : none;
     name_ = qmlText(board.name);
-    detail_ = qmlText(board.detail);
+    const bool isPack = preview != nullptr && preview->report.has_value();
+    // What a board says of the pack that it was made of stands here already.
+    detail_ = qmlText(isPack ? preview->report->description : board.detail);
     // A board from elsewhere may name any colour, or none.
     const QColor wanted(QString::fromStdString(board.colorHex));
     colour_ = wanted.isValid() ? wanted : QColor(Qt::gray);
     QStringList lines;
-    for (const std::string& credit : board.credits) {
-        lines.append(qmlText(credit, Lines::kept));
+    constexpr std::size_t authorAndLicence = 2;
+    for (std::size_t line = isPack ? authorAndLicence : 0; line < board.credits.size(); ++line) {
+        lines.append(qmlText(board.credits[line], Lines::kept));
     }
     credits_ = lines.join("\n");
     contents_ = preview != nullptr ? contentsOf(*preview) : QString();

@@ -159,17 +159,17 @@ TEST_F(PreviewTest, severalPacksAreAListFromWhichThoseTickedAreAdded) {
 }
 
 TEST_F(PreviewTest, theImportButtonAsksForFilesAndFoldersAndExplainsItself) {
-    for (const char* const file : {"simple/SimpleView.qml", "studio/StudioView.qml"}) {
-        const auto window = views->make(file, "");
+    for (const char* const view : {"simple/SimpleView.qml", "studio/StudioView.qml"}) {
+        const auto window = views->make(view, "");
         window->show();
         settle();
         click(find(window->rootObject(), "Import…"));
         settle();
         auto* const loader = window->rootObject()->findChild<QObject*>("importDialogs");
-        ASSERT_NE(loader, nullptr) << file;
+        ASSERT_NE(loader, nullptr) << view;
         QMetaObject::invokeMethod(loader, "ask", Q_ARG(QVariant, false));
-        ASSERT_NE(loader->property("item").value<QObject*>(), nullptr) << file;
-        EXPECT_NE(window->rootObject()->findChild<QObject*>("packHelp"), nullptr) << file;
+        ASSERT_NE(loader->property("item").value<QObject*>(), nullptr) << view;
+        EXPECT_NE(window->rootObject()->findChild<QObject*>("packHelp"), nullptr) << view;
     }
 }
 
