@@ -150,17 +150,26 @@ class HelperTest : public ReadRecordingTest {
         options.decoder = helper(script);
         return readRecording(folder_.write("a.m4a", "x"), options);
     }
-    // 8000 Hz, no length.
-    const std::string header = R"(printf 'vornicD1\0\0\0\0\0\100\277\100\0\0\0\0\0\0\360\277')"
+    // 8000 Hz, no length; once it has been given the file.
+    const std::string header = "head -c 1 >/dev/null\n"
+                               R"(printf 'vornicD2\0\0\0\0\0\100\277\100\0\0\0\0\0\0\360\277')"
                                "\n";
+    // A second.
+    const std::string block = R"(printf '\0\0\0\0\100\037\0\0'; head -c 32000 /dev/zero)"
+                              "\n";
+    const std::string end = R"(printf '\1\0\0\0\0\0\0\0')"
+                            "\n";
 };
 
 TEST_F(HelperTest, isNeededToTheEnd) {
-    const std::string samples = "head -c 32000 /dev/zero\n";
-    EXPECT_EQ(required(readWith(header + samples).samples).size(), 48000U);
-    EXPECT_EQ(readWith(header + samples + "exit 1\n").remark, "It is damaged or cut short.");
-    EXPECT_EQ(readWith(header + samples + "kill -9 $$\n").remark, "It is damaged or cut short.");
-    EXPECT_EQ(readWith(header).remark, "It holds no sound.");
+    EXPECT_EQ(required(readWith(header + block + end).samples).size(), 48000U);
+    EXPECT_EQ(readWith(header + block).remark, "It is damaged or cut short.");
+    EXPECT_EQ(readWith(header + block + "kill -9 $$\n").remark, "It is damaged or cut short.");
+    EXPECT_EQ(readWith(header + block + R"(printf '\2\0\0\0\0\0\0\0')").remark,
+              "It is damaged or cut short.");
+    EXPECT_EQ(readWith(header + R"(printf '\0\0\0\0\377\377\377\377'; cat /dev/zero)").remark,
+              "It is damaged or cut short.");
+    EXPECT_EQ(readWith(header + end).remark, "It holds no sound.");
 }
 
 TEST_F(HelperTest, isNotBelievedWithoutItsHeader) {
@@ -173,7 +182,7 @@ TEST_F(HelperTest, isNotBelievedWithoutItsHeader) {
 TEST_F(HelperTest, thatNeverEndsIsReadOnlyAsFarAsNeeded) {
     ReadOptions options;
     options.longestSeconds = 2;
-    options.decoder = helper(header + "cat /dev/zero\n");
+    options.decoder = helper(header + "while :; do " + block + "done\n");
     const RecordingRead read = readRecording(folder_.write("a.m4a", "x"), options);
     EXPECT_EQ(required(read.samples).size(), 96000U);
 }
@@ -182,7 +191,7 @@ TEST_F(HelperTest, isEndedWhenTheImportIsCancelled) {
     std::stop_source source;
     ReadOptions options;
     options.stop = source.get_token();
-    options.decoder = helper(header + "head -c 32000 /dev/zero\nexec sleep 1000\n");
+    options.decoder = helper(header + block + "exec sleep 1000\n");
     options.progress = [&](double) { source.request_stop(); };
     EXPECT_EQ(readRecording(folder_.write("a.m4a", "x"), options).remark,
               "The import was cancelled.");
