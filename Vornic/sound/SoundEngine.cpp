@@ -143,6 +143,17 @@ void SoundEngine::render(std::int64_t frames, float* left, float* right,
     room_.process(count, left, right);
     limiter_.process(count, left, right);
     volume_.process(count, left, right);
+    notePeak({left, count}, {right, count});
+}
+
+void SoundEngine::notePeak(std::span<const float> left,
+                           std::span<const float> right) VORNIC_REALTIME {
+    float peak = peak_.load(std::memory_order_relaxed);
+    for (std::size_t at = 0; at < left.size(); ++at) {
+        peak = std::max({peak, std::abs(left[at]), std::abs(right[at])});
+    }
+    // What is taken in between is told twice, which nobody sees.
+    peak_.store(peak, std::memory_order_relaxed);
 }
 
 void SoundEngine::streamEnded() {

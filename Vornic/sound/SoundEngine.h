@@ -76,6 +76,10 @@ class SoundEngine final : public AudioOutput::Source {
     void setVolume(double volume);
     double volume() const { return userVolume_; }
 
+    /// The largest sample that went out since the last call, 0 to 1, for who shows it: one caller.
+    /// Thread: any.
+    float takePeak() { return peak_.exchange(0.0F, std::memory_order_relaxed); }
+
     /// The early reflection of the desk: its level (0 = off) and its smoothing coefficient. Values
     /// that are not finite change nothing.
     void setReflection(float level, float damp);
@@ -105,6 +109,7 @@ class SoundEngine final : public AudioOutput::Source {
     bool start();
     double idleLimit() const;
     double secondsSinceUse() const;
+    void notePeak(std::span<const float> left, std::span<const float> right) VORNIC_REALTIME;
 
     AudioOutput& output_;
     const Clock& clock_;
@@ -117,6 +122,7 @@ class SoundEngine final : public AudioOutput::Source {
     /// When the output, while it did not run, was last asked to; nanoseconds, 0 = never.
     std::atomic<std::uint64_t> startRequest_{0};
     std::atomic<std::int64_t> auditions_{0}; // written by the key thread
+    std::atomic<float> peak_{0.0F};
     double userVolume_ = 0.7;
     RoomReverb room_;
     Limiter limiter_;

@@ -44,6 +44,14 @@ std::span<const Sample> poolOf(const PlayedBoard& played, const std::string& key
     return played.bank ? played.bank->pool(key) : std::span<const Sample>();
 }
 
+/// How loud a press looks: three strengths, and what its keys were given.
+float loudness(Velocity strength, double gainDb) {
+    constexpr double softest = 0.55;
+    const double share = static_cast<double>(strength) / static_cast<double>(Velocity::hard);
+    return static_cast<float>(
+        std::clamp((softest + (1.0 - softest) * share) * std::pow(10.0, gainDb / 20.0), 0.0, 1.0));
+}
+
 /// The variations of a press of `sound`. While that is yet to be rendered, the key goes on to play
 /// the one it had before: a key is never silent because of an edit.
 std::span<const Sample> pressOf(const SoundSpec& sound, std::int64_t keyCode, Velocity velocity,
@@ -68,7 +76,7 @@ void KeystrokeDriver::apply(std::shared_ptr<const PlaySettings> settings) {
     settings_ = std::move(settings);
 }
 
-void KeystrokeDriver::key(std::int64_t keyCode, bool down, std::uint64_t nanos) {
+Strike KeystrokeDriver::key(std::int64_t keyCode, bool down, std::uint64_t nanos) {
     if (down) {
         count(pressed_);
     }
@@ -77,21 +85,22 @@ void KeystrokeDriver::key(std::int64_t keyCode, bool down, std::uint64_t nanos) 
             count(quiet_);
         }
     } else if (settings_ && settings_->played.board) {
-        play(*settings_, keyCode, down, nanos);
+        return play(*settings_, keyCode, down, nanos);
     } else if (down) {
         count(noSound_);
     }
+    return {};
 }
 
-void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, bool down,
-                           std::uint64_t nanos) {
+Strike KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, bool down,
+                             std::uint64_t nanos) {
     const Board& board = *settings.played.board;
     const auto resolved = board.resolve(keyCode);
     if (!resolved) {
         if (down) {
             count(noSound_);
         }
-        return;
+        return {};
     }
     const auto& [sound, assignment] = *resolved;
 
@@ -116,12 +125,16 @@ void KeystrokeDriver::play(const PlaySettings& settings, std::int64_t keyCode, b
             voice.rate = baseRate;
             playOneOf(poolOf(settings.played, VoiceBank::releaseKey(sound->id)), voice);
         }
-        return;
+        return {};
     }
     const StrokeShape shape = dynamics_.down(clock_.seconds(), generator_);
     voice.gain = ((static_cast<double>(shape.gain) - 1.0) * shapeGainShare + 1.0) * baseGain;
     voice.rate = baseRate * ((static_cast<double>(shape.rate) - 1.0) * shapeRateShare + 1.0);
-    playOneOf(pressOf(*sound, keyCode, velocity(board), settings.played), voice);
+    const Velocity strength = velocity(board);
+    if (!playOneOf(pressOf(*sound, keyCode, strength, settings.played), voice)) {
+        return {};
+    }
+    return {.loudness = loudness(strength, assignment.gainDb), .pan = voice.pan};
 }
 
 void KeystrokeDriver::count(Counter& counter) {
@@ -150,14 +163,14 @@ Velocity KeystrokeDriver::velocity(const Board& board) const {
     return x >= 0.34 ? Velocity::medium : Velocity::soft;
 }
 
-void KeystrokeDriver::playOneOf(std::span<const Sample> variations, const Voice& voice) {
+bool KeystrokeDriver::playOneOf(std::span<const Sample> variations, const Voice& voice) {
     if (variations.empty()) {
         count(noSound_);
-        return;
+        return false;
     }
     if (!engine_.ensureRunning()) {
         count(noOutput_);
-        return;
+        return false;
     }
     auto pick = static_cast<std::size_t>(generator_.next(variations.size()));
     if (voice.differ > 0) {
@@ -168,12 +181,14 @@ void KeystrokeDriver::playOneOf(std::span<const Sample> variations, const Voice&
     }
     if (!playable(voice)) {
         count(notPlayable_);
-        return;
+        return false;
     }
     if (engine_.core().play(variations[pick], static_cast<float>(voice.gain), voice.pan,
                             static_cast<float>(voice.rate), voice.nanos, voice.stage)) {
         ++played_;
+        return true;
     }
+    return false;
 }
 
 bool KeystrokeDriver::playable(const Voice& voice) {

@@ -18,6 +18,14 @@
 
 namespace vornic {
 
+/// How a key sounds, for what shows it: the press of a key that stays silent has no loudness.
+struct Strike {
+    /// From 0 to 1; 1 for a hard stroke at the board's own level, or a louder one.
+    float loudness = 0;
+    /// Between left (-1) and right (+1).
+    float pan = 0;
+};
+
 /// Turns a key event into at most one voice: resolves the key through the board, chooses the
 /// velocity from the typing pace, picks a variation and computes gain, pan, rate and stage.
 /// Thread: key; or the one thread that plays a sequence offline.
@@ -33,7 +41,7 @@ class KeystrokeDriver {
     void apply(std::shared_ptr<const PlaySettings> settings);
 
     /// Plays the key event, unless the program is quiet. `nanos` is the event's monotonic time.
-    void key(std::int64_t keyCode, bool down, std::uint64_t nanos);
+    Strike key(std::int64_t keyCode, bool down, std::uint64_t nanos);
 
     /// Voices handed to the sampler so far.
     std::int64_t played() const { return played_; }
@@ -52,9 +60,9 @@ class KeystrokeDriver {
         double differ; // how much the board's keys do, 0 to 1
     };
 
-    void play(const PlaySettings& settings, std::int64_t keyCode, bool down, std::uint64_t nanos);
+    Strike play(const PlaySettings& settings, std::int64_t keyCode, bool down, std::uint64_t nanos);
     Velocity velocity(const Board& board) const;
-    void playOneOf(std::span<const Sample> variations, const Voice& voice);
+    bool playOneOf(std::span<const Sample> variations, const Voice& voice);
     bool playable(const Voice& voice);
     bool refuse(const std::string& field);
 

@@ -42,9 +42,12 @@ void LiveKeys::start(SoundEngine& sound) {
 
 void LiveKeys::listen(KeyThread& keys) {
     tap_.onKey = [this](std::int64_t keyCode, bool down, std::uint64_t nanos) {
-        driver_->key(keyCode, down, nanos);
+        const Strike strike = driver_->key(keyCode, down, nanos);
         keysHeard_.fetch_add(1, std::memory_order_relaxed);
-        postToMain([this, keyCode, down] { down ? onKeyDown(keyCode) : onKeyUp(keyCode); });
+        postToMain([this, keyCode, down, strike] {
+            down ? onKeyDown(keyCode) : onKeyUp(keyCode);
+            onShown(keyCode, down, strike);
+        });
     };
     hotKey_.onPress = [this] { postToMain([this] { onHotKey(); }); };
     keys.watch(tap_);
@@ -74,8 +77,11 @@ void LiveKeys::type(const std::vector<KeyEvent>& phrase) {
     for (const KeyEvent& event : phrase) {
         typing_.push_back(
             scheduler_.after(std::chrono::milliseconds(std::llround(event.millis)), [this, event] {
-                thread_->post(
-                    [this, event] { driver_->key(event.keyCode, event.down, clock_.nanos()); });
+                thread_->post([this, event] {
+                    const Strike strike = driver_->key(event.keyCode, event.down, clock_.nanos());
+                    postToMain(
+                        [this, event, strike] { onShown(event.keyCode, event.down, strike); });
+                });
             }));
     }
 }

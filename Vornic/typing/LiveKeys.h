@@ -34,6 +34,9 @@ class LiveKeys {
     std::function<void(std::int64_t keyCode)> onKeyDown = [](std::int64_t) {};
     /// A key was let go.
     std::function<void(std::int64_t keyCode)> onKeyUp = [](std::int64_t) {};
+    /// A key was played, heard or typed by `type`: for what draws it. After the two above.
+    std::function<void(std::int64_t keyCode, bool down, Strike strike)> onShown =
+        [](std::int64_t, bool, Strike) {};
     /// The hot key was pressed.
     std::function<void()> onHotKey = [] {};
     /// The answer to `refresh`.

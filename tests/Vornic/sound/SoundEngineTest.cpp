@@ -304,5 +304,15 @@ TEST_F(SoundEngineTest, anAuditionIsHandedToTheKeyThread) {
     EXPECT_EQ(other.retiredBanks(), 0U);
 }
 
+TEST_F(SoundEngineTest, tellsTheLoudestSampleSinceItWasAsked) {
+    engine.setBank(bankOf(4800));
+    ASSERT_TRUE(key());
+    const float first = loudest(render());
+    const float second = loudest(render());
+    EXPECT_GT(first, 0.0F);
+    EXPECT_EQ(engine.takePeak(), std::max(first, second));
+    EXPECT_EQ(engine.takePeak(), 0.0F);
+}
+
 } // namespace
 } // namespace vornic

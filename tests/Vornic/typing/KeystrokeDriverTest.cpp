@@ -213,5 +213,20 @@ TEST(PlaySettings, binauralNeedsTheDeskAndTheEars) {
     }
 }
 
+TEST_F(KeystrokeDriverTest, saysHowAPressSounds) {
+    Board board = plainBoard();
+    useBoard(board);
+    const Strike plain = driver.key(letterF, true, 0);
+    EXPECT_GT(plain.loudness, 0.0F);
+    EXPECT_LE(plain.loudness, 1.0F);
+    EXPECT_NE(plain.pan, 0.0F);
+    EXPECT_EQ(driver.key(letterF, false, 0).loudness, 0.0F) << "only presses are shown";
+    board.groups[KeyGroup::alphas].gainDb = -12.0;
+    useBoard(board);
+    EXPECT_LT(driver.key(letterF, true, 0).loudness, plain.loudness / 2);
+    useBoard(board, false, true);
+    EXPECT_EQ(driver.key(letterF, true, 0).loudness, 0.0F);
+}
+
 } // namespace
 } // namespace vornic
