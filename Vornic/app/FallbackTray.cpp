@@ -8,6 +8,7 @@ FallbackTray::FallbackTray(TrayIcon& first, TrayIcon& second, std::function<void
     : first_(first), second_(second), wantSecond_(std::move(wantSecond)) {
     for (TrayIcon* const tray : {&first_, &second_}) {
         tray->onActivate = [this](int x, int y) { onActivate(x, y); };
+        tray->onScroll = [this](double notches) { onScroll(notches); };
     }
     first_.onVisibleChange = [this] {
         wantSecond_(secondWanted());

@@ -47,6 +47,8 @@ class TrayIcon {
 
     /// The user clicked it; where, in the screen's pixels, or 0, 0 where the desktop does not say.
     std::function<void(int x, int y)> onActivate = [](int, int) {};
+    /// The wheel was turned over it, so many notches away from the user.
+    std::function<void(double notches)> onScroll = [](double) {};
     /// `visible` or `undecided` has changed.
     std::function<void()> onVisibleChange = [] {};
 };

@@ -136,6 +136,16 @@ bool StatusNotifierTray::isAmong(const QStringList& items, const QString& owner,
     });
 }
 
+void StatusNotifierTray::Scroll(int delta, const QString& orientation) {
+    // Some trays tell eighths of degrees, others notches.
+    constexpr int notch = 120;
+    constexpr int fewest = 15;
+    if (delta != 0 && orientation.compare("horizontal", Qt::CaseInsensitive) != 0) {
+        onScroll(std::abs(delta) >= fewest ? static_cast<double>(delta) / notch
+                                           : (delta > 0 ? 1.0 : -1.0));
+    }
+}
+
 QDBusObjectPath StatusNotifierTray::menu() {
     return QDBusObjectPath(menuPath);
 }

@@ -75,6 +75,7 @@ class StatusNotifierTray : public QObject, public TrayIcon {
     void Activate(int x, int y) { onActivate(x, y); }
     void SecondaryActivate(int x, int y) { onActivate(x, y); }
     void ContextMenu(int x, int y) { onActivate(x, y); }
+    void Scroll(int delta, const QString& orientation);
 
   Q_SIGNALS:
     void NewIcon();

@@ -149,8 +149,12 @@ void XEmbedTray::handle(const xcb_generic_event_t& event) {
     case XCB_BUTTON_PRESS: {
         const auto& press = reinterpret_cast<const xcb_button_press_event_t&>(event);
         // The wheel comes as further buttons.
-        if (press.detail <= 3) {
+        constexpr xcb_button_t up = 4;
+        constexpr xcb_button_t down = 5;
+        if (press.detail < up) {
             onActivate(press.root_x, press.root_y);
+        } else if (press.detail <= down) {
+            onScroll(press.detail == up ? 1.0 : -1.0);
         }
         break;
     }

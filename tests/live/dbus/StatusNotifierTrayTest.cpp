@@ -169,5 +169,21 @@ TEST_F(StatusNotifierTrayTest, aDesktopFindsItsOwnIconInEveryWayOfListing) {
         {":1.55/StatusNotifierItem", "org.kde.StatusNotifierItem-421-1"}, ":1.5", 42));
 }
 
+TEST_F(StatusNotifierTrayTest, theWheelIsToldInNotches) {
+    start();
+    ASSERT_TRUE(becomesVisible());
+    double notches = 0;
+    tray->onScroll = [&](double by) { notches += by; };
+    const auto scroll = [&](int delta, const QString& orientation) {
+        notches = 0;
+        ask("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Scroll", {delta, orientation});
+        return notches;
+    };
+    EXPECT_EQ(scroll(120, "vertical"), 1.0);
+    EXPECT_EQ(scroll(-240, "Vertical"), -2.0);
+    EXPECT_EQ(scroll(-1, "vertical"), -1.0) << "trays that count notches";
+    EXPECT_EQ(scroll(120, "horizontal"), 0.0);
+}
+
 } // namespace
 } // namespace vornic
