@@ -9,6 +9,7 @@
 #include "Vornic/library/PackFolders.h"
 #include "Vornic/linux/desktop/AutostartEntry.h"
 #include "Vornic/linux/desktop/DBusRunningCopy.h"
+#include "Vornic/linux/desktop/DesktopMotion.h"
 #include "Vornic/linux/desktop/DesktopServices.h"
 #include "Vornic/linux/desktop/JournalLog.h"
 #include "Vornic/linux/desktop/MonotonicClock.h"
@@ -176,6 +177,12 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
     presence.views().onQuit = [&application] { application.quit(); };
     presence.views().adapters().settings()->setAutostart(&autostart);
+    if (!request.snapshot) {
+        presence.views().rememberIn(AppFolders::settingsFile().parent_path() / "windows.json");
+    }
+    DesktopMotion motion;
+    motion.onReduced = [&presence](bool reduced) { presence.views().followMotion(reduced); };
+    motion.start();
     askForShortcut(keys, presence.views(), request, model.firstStart());
     bool again = false;
     const auto relaunch = [&again, &application] {

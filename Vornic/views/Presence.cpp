@@ -14,12 +14,15 @@ namespace {
 
 /// A tray answers at once where there is one; this is for one that the session starts beside us.
 constexpr int trayMillis = 2000;
+/// Of the volume, with each notch of the wheel.
+constexpr double step = 0.05;
 
 } // namespace
 
 Presence::Presence(AppModel& model, TrayIcon& tray, bool hidden)
     : model_(model), tray_(tray), views_(model), hidden_(hidden) {
     tray_.onActivate = [this](int x, int y) { views_.togglePanel({x, y}); };
+    tray_.onScroll = [this](double notches) { model_.setVolume(model_.volume() + notches * step); };
     tray_.onVisibleChange = [this] { trayChanged(); };
     connect(&views_, &Views::refreshed, this, [this] { showState(); });
     showState();

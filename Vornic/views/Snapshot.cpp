@@ -60,8 +60,13 @@ void Views::snapshot(const std::filesystem::path& folder, bool all) {
                 picture.width > 0 ? picture.width : static_cast<int>(root->implicitWidth());
             view->resize(width, static_cast<int>(root->implicitHeight()));
             letRun(settleMillis);
-            view->resize(width, static_cast<int>(root->implicitHeight()));
-            letRun(50);
+            // Nobody sees the window: it is laid out when it is drawn, and what is in it then has
+            // the height that follows from its width.
+            for (int times = 0; times < 2; ++times) {
+                view->grabWindow();
+                view->resize(width, static_cast<int>(root->implicitHeight()));
+                letRun(50);
+            }
             view->grabWindow().save(
                 place.filePath(QString(picture.name) + (dark ? "dark" : "light") + ".png"));
         }

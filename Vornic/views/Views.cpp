@@ -41,6 +41,8 @@ Views::Views(AppModel& model) : model_(model), adapters_(model) {
     }
     boardDrop_.onDrop = [this](const std::vector<std::filesystem::path>& files) { look(files); };
     connectRequests();
+    connect(adapters_.settings(), &SettingsAdapter::reduceMotionChanged, this,
+            [this] { theme_->setProperty("still", adapters_.settings()->reduceMotion()); });
     // One refresh for all changes of one turn of the event loop.
     const auto oncePerTurn = [this](bool& pending, void (Views::*work)()) {
         if (!pending) {
@@ -55,6 +57,9 @@ Views::Views(AppModel& model) : model_(model), adapters_(model) {
         }
     };
     model_.onChange = [=, this] { oncePerTurn(refreshing_, &Views::refresh); };
+    model_.keys().onShown = [this](std::int64_t code, bool down, Strike strike) {
+        adapters_.strike(static_cast<int>(code), down, strike);
+    };
     model_.onActivity = [=, this] { oncePerTurn(refreshingActivity_, &Views::refreshActivity); };
 }
 
@@ -75,6 +80,7 @@ QQmlEngine& Views::engine() {
 Views::~Views() {
     model_.onChange = [] {};
     model_.onActivity = [] {};
+    model_.keys().onShown = [](std::int64_t, bool, Strike) {};
 }
 
 void Views::connectRequests() {
@@ -134,7 +140,13 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
     if (root == nullptr) {
         qFatal("the view %s cannot be loaded", qPrintable(file));
     }
-    view->resize(sizeWanted(*root));
+    // How high it would like to be follows from how wide it is, once it was laid out to be drawn.
+    // A root without a size of its own would grow out of the window.
+    root->setSize(sizeWanted(*root));
+    view->resize(root->size().toSize());
+    view->grabWindow();
+    root->setSize(sizeWanted(*root));
+    view->resize(root->size().toSize());
     view->installEventFilter(&boardDrop_);
     view->installEventFilter(this);
     return view;
@@ -142,13 +154,44 @@ std::unique_ptr<QQuickView> Views::make(const QString& file, const QString& titl
 
 void Views::open(std::unique_ptr<QQuickView>& view, const QString& file, const QString& title) {
     if (!view) {
-        view = make(file, title);
+        view = make(file, title == "Vornic" ? title : title + " – Vornic");
         view->setMinimumSize({420, 320});
+        // The welcome is as large as what it shows, and shown once.
+        if (&view != &welcome_) {
+            remember(*view, file.section('/', 0, 0));
+        }
     }
     dismissPanel();
     view->show();
     view->raise();
     view->requestActivate();
+}
+
+void Views::remember(QQuickView& view, const QString& name) {
+    memory_.restore(name, view);
+    connect(&view, &QWindow::visibleChanged, this, [this, &view, name](bool visible) {
+        if (!visible) {
+            memory_.note(name, view);
+        }
+    });
+}
+
+void Views::rememberIn(const std::filesystem::path& file) {
+    memory_.keepIn(file);
+    SettingsAdapter& settings = *adapters_.settings();
+    settings.setReduceMotion(memory_.reducedMotion().value_or(false));
+    connect(&settings, &SettingsAdapter::reduceMotionChanged, this, [this, &settings] {
+        const bool reduced = settings.reduceMotion();
+        memory_.setReducedMotion(reduced == desktopMotion_ ? std::nullopt : std::optional(reduced));
+    });
+}
+
+void Views::followMotion(bool reduced) {
+    const bool first = !desktopMotion_;
+    desktopMotion_ = reduced;
+    if (!first || !memory_.reducedMotion()) {
+        adapters_.settings()->setReduceMotion(reduced);
+    }
 }
 
 void Views::dismissPanel() {

@@ -3,6 +3,7 @@
 #include "Vornic/app/AppModel.h"
 #include "Vornic/views/BoardDrop.h"
 #include "Vornic/views/NoNetwork.h"
+#include "Vornic/views/WindowMemory.h"
 #include "Vornic/views/shared/Adapters.h"
 
 #include <QElapsedTimer>
@@ -15,6 +16,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vornic {
@@ -56,6 +58,12 @@ class Views : public QObject {
     /// Opens the panel as an ordinary window: for desktops without a tray.
     void showPanelAsWindow();
 
+    /// Keeps in this file what the windows remember from run to run; before the first one opens.
+    void rememberIn(const std::filesystem::path& file);
+    /// The desktop says whether nothing is to move by itself. The user's own word lasts until it
+    /// says something else.
+    void followMotion(bool reduced);
+
     /// A fresh window with the view of that QML file below "qrc:/qt/qml/Vornic". It must not
     /// outlive this object.
     std::unique_ptr<QQuickView> make(const QString& file, const QString& title);
@@ -96,6 +104,7 @@ class Views : public QObject {
     bool pressed(QWindow* window, const QKeyEvent& key);
     static void growWithContent(QQuickView& view);
     void open(std::unique_ptr<QQuickView>& view, const QString& file, const QString& title);
+    void remember(QQuickView& view, const QString& name);
     void makePanel();
     void setTheme(bool dark);
 
@@ -106,6 +115,8 @@ class Views : public QObject {
     std::unique_ptr<QQmlEngine> engine_; // none before the first window
     QObject* theme_ = nullptr;           // the engine's
     BoardDrop boardDrop_;
+    WindowMemory memory_;
+    std::optional<bool> desktopMotion_;
     std::unique_ptr<QQuickView> panel_, simple_, settings_, studio_, previewView_, welcome_,
         gallery_, permission_;
     QElapsedTimer sinceDismissed_; // since the panel went away by itself

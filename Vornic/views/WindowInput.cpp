@@ -19,6 +19,23 @@ void leaveText(const QQuickWindow* window, QPointF place) {
     }
 }
 
+/// Whether a key is one that is typed to be heard, and would press or move a control: only where
+/// Tab has brought the focus to it, and it shows that, may it.
+bool isOnlyHeard(const QWindow* watched, const QKeyEvent& key) {
+    const auto* const window = qobject_cast<const QQuickWindow*>(watched);
+    const QQuickItem* const item = window != nullptr ? window->activeFocusItem() : nullptr;
+    const bool leads = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab ||
+                       key.key() == Qt::Key_Escape ||
+                       (key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != 0;
+    if (item == nullptr || leads) {
+        return false;
+    }
+    // What takes no focus of its own has it as a row of a list, which shows where the keys go.
+    const QVariant shown = item->property("visualFocus");
+    return shown.isValid() && !shown.toBool() &&
+           item->property("focusPolicy").value<Qt::FocusPolicy>() != Qt::NoFocus;
+}
+
 } // namespace
 
 void Views::close(QWindow* window) {
@@ -55,6 +72,10 @@ bool Views::eventFilter(QObject* watched, QEvent* event) {
                   static_cast<QMouseEvent*>(event)->position());
     }
     if (event->type() == QEvent::KeyPress && pressed(window, *static_cast<QKeyEvent*>(event))) {
+        return true;
+    }
+    if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
+        isOnlyHeard(window, *static_cast<QKeyEvent*>(event))) {
         return true;
     }
     // Closed by the user, that is; the program closes its windows when it ends, too.

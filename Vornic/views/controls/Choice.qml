@@ -59,7 +59,7 @@ Control {
                     anchors.margins: 2
                     radius: Theme.radius - 2
                     color: option.checked ? Theme.raised : option.hovered ? Theme.hover : "transparent"
-                    border.color: option.checked ? Theme.line : "transparent"
+                    border.color: option.checked ? Theme.edge : "transparent"
                     FocusRing { control: option }
                 }
             }

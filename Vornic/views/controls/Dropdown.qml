@@ -51,7 +51,7 @@ ComboBox {
     background: Rectangle {
         radius: Theme.radius
         color: box.hovered ? Theme.hover : Theme.surface
-        border.color: Theme.line
+        border.color: Theme.edge
         FocusRing { control: box }
     }
     delegate: ItemDelegate {

@@ -34,7 +34,7 @@ AbstractButton {
     background: Rectangle {
         radius: 6
         color: flag.on ? Theme.accent : flag.hovered ? Theme.hover : Theme.surface
-        border.color: flag.on ? Theme.text : Theme.line
+        border.color: flag.on ? Theme.text : Theme.edge
         FocusRing {
             control: flag
             radius: 9

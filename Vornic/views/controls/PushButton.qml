@@ -60,7 +60,7 @@ Button {
         radius: Theme.radius
         color: button.prominent ? (button.down ? Qt.darker(Theme.accent, 1.15) : Theme.accent)
              : button.down ? Theme.track : button.hovered ? Theme.hover : Theme.surface
-        border.color: button.prominent ? "transparent" : Theme.line
+        border.color: button.prominent ? "transparent" : Theme.edge
         FocusRing { control: button }
     }
 }

@@ -14,7 +14,10 @@ Flickable {
     // As tall as it would like to be.
     readonly property real wholeHeight: column.implicitHeight + 2 * padding
 
-    contentHeight: wholeHeight
+    // What it scrolls at: where something in it gives way, that is less.
+    property real least: wholeHeight
+
+    contentHeight: Math.max(least, Math.min(wholeHeight, height))
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     ScrollBar.vertical: ScrollBar { Accessible.ignored: true; policy: page.contentHeight > page.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
@@ -46,6 +49,7 @@ Flickable {
         x: page.padding
         y: page.padding
         width: page.width - 2 * page.padding
+        height: page.contentHeight - 2 * page.padding
         spacing: 16
     }
 }

@@ -9,6 +9,8 @@ RowLayout {
     required property string name
     property string unit: ""
     property int labelWidth: 84
+    // Stands for the value where there is no single one.
+    property string instead: ""
     property int decimals: unit === "Hz" ? 0 : unit === "" ? 2 : 1
     property alias from: slider.from
     property alias to: slider.to
@@ -32,7 +34,7 @@ RowLayout {
     Label {
         Layout.preferredWidth: 72
         horizontalAlignment: Text.AlignRight
-        text: slider.value.toFixed(row.decimals) + (row.unit === "" ? "" : " " + row.unit)
+        text: row.instead !== "" && !slider.pressed ? row.instead : slider.value.toFixed(row.decimals) + (row.unit === "" ? "" : " " + row.unit)
         secondary: true
         wrapMode: Text.NoWrap
     }

@@ -21,7 +21,7 @@ CheckBox {
         height: 20
         radius: 5
         color: box.checked ? Theme.accent : Theme.surface
-        border.color: box.checked ? Theme.line : box.hovered ? Theme.text : Theme.secondary
+        border.color: box.checked ? Theme.edge : box.hovered ? Theme.text : Theme.secondary
         Symbol {
             anchors.centerIn: parent
             visible: box.checked
@@ -32,7 +32,7 @@ CheckBox {
         FocusRing { control: box }
     }
     contentItem: Item {
-        implicitWidth: 20
-        implicitHeight: 20
+        implicitWidth: 24
+        implicitHeight: 24
     }
 }

@@ -50,7 +50,7 @@ AbstractButton {
         radius: Theme.radius
         color: tile.chosen ? Theme.selected : tile.hovered ? Theme.hover : Theme.surface
         border.width: tile.chosen ? 2 : 1
-        border.color: tile.chosen ? Theme.focus : Theme.line
+        border.color: tile.chosen ? Theme.focus : Theme.edge
         FocusRing { control: tile }
     }
 }

@@ -26,7 +26,7 @@ Switch {
         height: 26
         radius: height / 2
         color: toggle.checked ? Theme.accent : Theme.track
-        border.color: toggle.checked ? Theme.line : Theme.secondary
+        border.color: toggle.checked ? Theme.edge : Theme.secondary
         border.width: 1
         Behavior on color { ColorAnimation { duration: Theme.quick } }
 

@@ -28,6 +28,8 @@ ListView {
         if (currentItem)
             picked(currentItem.boardId);
     }
+    // It gives way where there is little room, and shows what is current all the same.
+    onHeightChanged: Qt.callLater(positionViewAtIndex, currentIndex, ListView.Contain)
     Keys.onSpacePressed: pick()
     Keys.onReturnPressed: pick()
     Keys.onEnterPressed: pick()

@@ -37,12 +37,10 @@ RadioDelegate {
 
     contentItem: RowLayout {
         spacing: 10
-        Rectangle {
-            Layout.preferredWidth: 12
-            Layout.preferredHeight: 12
-            radius: 6
-            color: row.colour
-            border.color: Theme.line
+        KeycapPicture {
+            Layout.preferredWidth: 24
+            Layout.preferredHeight: 24
+            colour: row.colour
         }
         ColumnLayout {
             Layout.fillWidth: true
@@ -74,7 +72,9 @@ RadioDelegate {
     }
     background: Rectangle {
         radius: Theme.radius
-        color: row.current || row.hovered ? Theme.hover : "transparent"
+        color: row.current ? Theme.selected : row.hovered ? Theme.hover : "transparent"
+        border.width: row.current ? 2 : 0
+        border.color: Theme.focus
         FocusRing {
             visible: row.marked
             anchors.margins: 0

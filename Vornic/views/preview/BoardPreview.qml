@@ -45,13 +45,11 @@ ColumnLayout {
         elide: Text.ElideRight
         maximumLineCount: 2
     }
-    KeyboardPicture {
+    Keyboard {
         Layout.fillWidth: true
-        Layout.preferredHeight: column.room * layoutHeight / Math.max(1, layoutWidth)
+        Layout.preferredHeight: heightFor(column.room)
         Layout.minimumHeight: Layout.preferredHeight
-        keys: column.preview.keys
-        layoutWidth: column.preview.layoutWidth
-        layoutHeight: column.preview.layoutHeight
+        source: column.preview.keyboard
     }
     Label {
         Layout.fillWidth: true

@@ -1,15 +1,14 @@
 #include "Vornic/views/preview/PreviewAdapter.h"
 
 #include "Vornic/typing/PreviewPhrase.h"
-#include "Vornic/views/shared/DrawnKey.h"
 #include "Vornic/views/shared/QmlText.h"
-#include "VornicCore/keys/KeyboardLayout.h"
 
 #include <QStringList>
 
 namespace vornic {
 
-PreviewAdapter::PreviewAdapter(AppModel& model, QObject* parent) : QObject(parent), model_(model) {}
+PreviewAdapter::PreviewAdapter(AppModel& model, QObject* parent)
+    : QObject(parent), model_(model), keyboard_(model) {}
 
 QString PreviewAdapter::contentsOf(const BoardFiles::Preview& preview) {
     if (preview.report) {
@@ -47,16 +46,7 @@ void PreviewAdapter::refresh() {
     }
     credits_ = lines.join("\n");
     contents_ = preview != nullptr ? contentsOf(*preview) : QString();
-    const KeyboardLayout& keyboard = layout(board.layout);
-    QVariantList keys;
-    if (preview != nullptr) {
-        for (const LayoutKey& key : keyboard.keys) {
-            keys.append(drawnKey(key, &board));
-        }
-    }
-    keys_ = keys;
-    layoutWidth_ = preview != nullptr ? keyboard.width : 1.0;
-    layoutHeight_ = preview != nullptr ? keyboard.height : 1.0;
+    keyboard_.show(preview != nullptr ? &board : nullptr);
     showReport(preview != nullptr && preview->report ? &*preview->report : nullptr);
     shown_ = preview != nullptr;
     open_ = preview != nullptr || !files.packs().empty();

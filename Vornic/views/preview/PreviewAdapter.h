@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vornic/app/AppModel.h"
+#include "Vornic/views/keyboard/LiveKeyboard.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -35,10 +36,7 @@ class PreviewAdapter : public QObject {
     Q_PROPERTY(QString credits READ credits NOTIFY creditsChanged)
     /// "3 sounds, 12 recordings of its own".
     Q_PROPERTY(QString contents READ contents NOTIFY contentsChanged)
-    /// The keys of its keyboard, as drawnKey makes them, and its size in key units.
-    Q_PROPERTY(QVariantList keys READ keys NOTIFY keysChanged)
-    Q_PROPERTY(double layoutWidth READ layoutWidth NOTIFY layoutWidthChanged)
-    Q_PROPERTY(double layoutHeight READ layoutHeight NOTIFY layoutHeightChanged)
+    Q_PROPERTY(vornic::LiveKeyboard* keyboard READ keyboard CONSTANT)
 
   public:
     /// `model` outlives it.
@@ -58,9 +56,7 @@ class PreviewAdapter : public QObject {
     QColor colour() const { return colour_; }
     QString credits() const { return credits_; }
     QString contents() const { return contents_; }
-    QVariantList keys() const { return keys_; }
-    double layoutWidth() const { return layoutWidth_; }
-    double layoutHeight() const { return layoutHeight_; }
+    LiveKeyboard* keyboard() { return &keyboard_; }
 
     Q_INVOKABLE void play();
     /// Makes the board one of the user's; what fails is told by the model.
@@ -79,15 +75,13 @@ class PreviewAdapter : public QObject {
     void colourChanged();
     void creditsChanged();
     void contentsChanged();
-    void keysChanged();
-    void layoutWidthChanged();
-    void layoutHeightChanged();
 
   private:
     static QString contentsOf(const BoardFiles::Preview& preview);
     void showReport(const PackReport* report);
 
     AppModel& model_;
+    LiveKeyboard keyboard_;
     std::size_t seen_ = 0;
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, bool, open_, &PreviewAdapter::openChanged)
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, bool, shown_, &PreviewAdapter::shownChanged)
@@ -101,11 +95,6 @@ class PreviewAdapter : public QObject {
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QColor, colour_, &PreviewAdapter::colourChanged)
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, credits_, &PreviewAdapter::creditsChanged)
     Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QString, contents_, &PreviewAdapter::contentsChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(PreviewAdapter, QVariantList, keys_, &PreviewAdapter::keysChanged)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(PreviewAdapter, double, layoutWidth_, 1.0,
-                                         &PreviewAdapter::layoutWidthChanged)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(PreviewAdapter, double, layoutHeight_, 1.0,
-                                         &PreviewAdapter::layoutHeightChanged)
 };
 
 } // namespace vornic

@@ -60,7 +60,6 @@ FocusScope {
             PushButton {
                 symbol: "play"
                 text: qsTr("Play")
-                focus: true
                 enabled: view.preview.shown
                 onClicked: view.preview.play()
             }

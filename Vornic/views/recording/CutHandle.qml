@@ -53,7 +53,6 @@ Item {
         hoverEnabled: true
         cursorShape: Qt.SplitHCursor
         preventStealing: true
-        onPressed: handle.forceActiveFocus(Qt.MouseFocusReason)
         onPositionChanged: event => {
             if (pressed)
                 handle.movedTo(mapToItem(handle.parent, event.x, 0).x / handle.parent.width);

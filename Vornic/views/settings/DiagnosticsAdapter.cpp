@@ -6,6 +6,8 @@
 #include "VornicCore/realtime/Latency.h"
 
 #include <QVariantMap>
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace vornic {
@@ -41,8 +43,7 @@ void DiagnosticsAdapter::refresh() {
         rows.append(row(tr("Sound in real time"), tr("given up: it did not rest").toStdString()));
     }
     rows_ = rows;
-    keys_ = static_cast<int>(now.keys);
-    lastLatency_ = qmlText(DiagnosticsText::millis(now.keyToAppMillis));
+    keyToSound_ = inWords(now);
 
     const LatencyHistogram spread = LatencyHistogram::of(Latency::recentMillis());
     latencyBins_ = QList<int>(spread.bins.begin(), spread.bins.end());
@@ -52,6 +53,20 @@ void DiagnosticsAdapter::refresh() {
                                 .arg(spread.keys)
                                 .arg(qmlText(DiagnosticsText::millis(spread.medianMillis)),
                                      qmlText(DiagnosticsText::millis(spread.p95Millis)));
+}
+
+QString DiagnosticsAdapter::inWords(const Diagnostics& now) const {
+    if (now.keys == 0 || model_.outputName().empty()) {
+        return {};
+    }
+    const QString output = qmlText(model_.outputName());
+    if (!now.deviceMillis) {
+        return tr("%1 ms from key to mixer; what %2 adds is unknown")
+            .arg(QString::number(now.keyToAppMillis, 'f', 1), output);
+    }
+    return tr("%1 ms from key to sound on %2")
+        .arg(QString::number(std::max(1L, std::lround(now.keyToAppMillis + *now.deviceMillis))),
+             output);
 }
 
 double DiagnosticsAdapter::latencyBinMillis() {

@@ -25,9 +25,8 @@ class DiagnosticsAdapter : public QObject {
     Q_PROPERTY(QList<int> latencyBins READ latencyBins NOTIFY latencyBinsChanged)
     Q_PROPERTY(double latencyBinMillis READ latencyBinMillis CONSTANT)
     Q_PROPERTY(QString latencySummary READ latencySummary NOTIFY latencySummaryChanged)
-    /// Keys measured, and how long the last one took: "4.1 ms".
-    Q_PROPERTY(int keys READ keys NOTIFY keysChanged)
-    Q_PROPERTY(QString lastLatency READ lastLatency NOTIFY lastLatencyChanged)
+    /// How long the last key took, in a sentence; empty before the first.
+    Q_PROPERTY(QString keyToSound READ keyToSound NOTIFY keyToSoundChanged)
 
   public:
     /// `model` outlives it; call `refresh` whenever it says that it has changed.
@@ -39,8 +38,7 @@ class DiagnosticsAdapter : public QObject {
     QList<int> latencyBins() const { return latencyBins_; }
     static double latencyBinMillis();
     QString latencySummary() const { return latencySummary_; }
-    int keys() const { return keys_; }
-    QString lastLatency() const { return lastLatency_; }
+    QString keyToSound() const { return keyToSound_; }
 
     Q_INVOKABLE void reset();
 
@@ -48,10 +46,11 @@ class DiagnosticsAdapter : public QObject {
     void rowsChanged();
     void latencyBinsChanged();
     void latencySummaryChanged();
-    void keysChanged();
-    void lastLatencyChanged();
+    void keyToSoundChanged();
 
   private:
+    QString inWords(const Diagnostics& now) const;
+
     AppModel& model_;
     Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QVariantList, rows_,
                                &DiagnosticsAdapter::rowsChanged)
@@ -59,9 +58,8 @@ class DiagnosticsAdapter : public QObject {
                                &DiagnosticsAdapter::latencyBinsChanged)
     Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QString, latencySummary_,
                                &DiagnosticsAdapter::latencySummaryChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, int, keys_, &DiagnosticsAdapter::keysChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QString, lastLatency_,
-                               &DiagnosticsAdapter::lastLatencyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(DiagnosticsAdapter, QString, keyToSound_,
+                               &DiagnosticsAdapter::keyToSoundChanged)
 };
 
 } // namespace vornic

@@ -64,6 +64,13 @@ FocusScope {
                 checked: view.app.settings.startsWithSession
                 onToggled: on => view.app.settings.startsWithSession = on
             }
+            SettingRow {
+                Layout.fillWidth: true
+                title: qsTr("Reduce motion")
+                note: qsTr("Keys of the drawn keyboard light up without moving. Follows the desktop's own setting.")
+                checked: view.app.settings.reduceMotion
+                onToggled: on => view.app.settings.reduceMotion = on
+            }
             RowLayout {
                 Label {
                     Layout.fillWidth: true

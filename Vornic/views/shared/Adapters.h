@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vornic/views/keyboard/LiveKeyboard.h"
 #include "Vornic/views/permission/PermissionAdapter.h"
 #include "Vornic/views/preview/FilesAdapter.h"
 #include "Vornic/views/preview/PreviewAdapter.h"
@@ -25,6 +26,8 @@ class Adapters : public QObject {
     QML_UNCREATABLE("The program makes it.")
 
     Q_PROPERTY(vornic::BoardAdapter* board READ board CONSTANT)
+    /// Of the current board.
+    Q_PROPERTY(vornic::LiveKeyboard* keyboard READ keyboard CONSTANT)
     Q_PROPERTY(vornic::TweaksAdapter* tweaks READ tweaks CONSTANT)
     Q_PROPERTY(vornic::SettingsAdapter* settings READ settings CONSTANT)
     Q_PROPERTY(vornic::StatusAdapter* status READ status CONSTANT)
@@ -39,12 +42,14 @@ class Adapters : public QObject {
   public:
     /// `model` outlives it; call `refresh` whenever it says that it has changed.
     explicit Adapters(AppModel& model, QObject* parent = nullptr)
-        : QObject(parent), board_(model), tweaks_(model), settings_(model), status_(model),
-          diagnostics_(model), studio_(model), preview_(model), files_(model), recorder_(model) {}
+        : QObject(parent), board_(model), keyboard_(model), tweaks_(model), settings_(model),
+          status_(model), diagnostics_(model), studio_(model), preview_(model), files_(model),
+          recorder_(model) {}
 
     /// Reads what has changed since the last time.
     void refresh() {
         board_.refresh();
+        keyboard_.refresh();
         tweaks_.refresh();
         settings_.refresh();
         status_.refresh();
@@ -56,12 +61,15 @@ class Adapters : public QObject {
         recorder_.refresh();
     }
     /// The same for what changes with every key, and nothing else.
-    void refreshActivity() {
-        status_.refreshTyping();
-        studio_.refreshActivity();
+    void refreshActivity() { status_.refreshTyping(); }
+    /// A key was played: it moves wherever a window shows its keyboard.
+    void strike(int code, bool down, Strike strike) {
+        keyboard_.strike(code, down, strike);
+        preview_.keyboard()->strike(code, down, strike);
     }
 
     BoardAdapter* board() { return &board_; }
+    LiveKeyboard* keyboard() { return &keyboard_; }
     TweaksAdapter* tweaks() { return &tweaks_; }
     SettingsAdapter* settings() { return &settings_; }
     StatusAdapter* status() { return &status_; }
@@ -75,6 +83,7 @@ class Adapters : public QObject {
 
   private:
     BoardAdapter board_;
+    LiveKeyboard keyboard_;
     TweaksAdapter tweaks_;
     SettingsAdapter settings_;
     StatusAdapter status_;

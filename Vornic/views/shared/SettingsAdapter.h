@@ -29,6 +29,9 @@ class SettingsAdapter : public QObject {
                    quietDuringCallsChanged)
     Q_PROPERTY(bool noticePasswordsEverywhere READ noticePasswordsEverywhere WRITE
                    setNoticePasswordsEverywhere NOTIFY noticePasswordsEverywhereChanged)
+    /// Whether nothing in the windows moves by itself. The windows' own: the model knows nothing
+    /// of it.
+    Q_PROPERTY(bool reduceMotion READ reduceMotion WRITE setReduceMotion NOTIFY reduceMotionChanged)
     Q_PROPERTY(bool canStartWithSession READ canStartWithSession NOTIFY canStartWithSessionChanged)
     Q_PROPERTY(bool startsWithSession READ startsWithSession WRITE setStartsWithSession NOTIFY
                    startsWithSessionChanged)
@@ -67,6 +70,8 @@ class SettingsAdapter : public QObject {
     void setQuietDuringCalls(bool on) { model_.setQuietDuringCalls(on); }
     bool noticePasswordsEverywhere() const { return noticePasswordsEverywhere_; }
     void setNoticePasswordsEverywhere(bool on) { model_.setNoticePasswordsEverywhere(on); }
+    bool reduceMotion() const { return reduceMotion_; }
+    void setReduceMotion(bool on) { reduceMotion_ = on; }
     bool canStartWithSession() const { return canStartWithSession_; }
     bool startsWithSession() const { return startsWithSession_; }
     void setStartsWithSession(bool on);
@@ -79,6 +84,7 @@ class SettingsAdapter : public QObject {
     void advancedChanged();
     void quietDuringCallsChanged();
     void noticePasswordsEverywhereChanged();
+    void reduceMotionChanged();
     void canStartWithSessionChanged();
     void startsWithSessionChanged();
 
@@ -95,6 +101,8 @@ class SettingsAdapter : public QObject {
                                &SettingsAdapter::quietDuringCallsChanged)
     Q_OBJECT_BINDABLE_PROPERTY(SettingsAdapter, bool, noticePasswordsEverywhere_,
                                &SettingsAdapter::noticePasswordsEverywhereChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(SettingsAdapter, bool, reduceMotion_,
+                               &SettingsAdapter::reduceMotionChanged)
     Q_OBJECT_BINDABLE_PROPERTY(SettingsAdapter, bool, canStartWithSession_,
                                &SettingsAdapter::canStartWithSessionChanged)
     Q_OBJECT_BINDABLE_PROPERTY(SettingsAdapter, bool, startsWithSession_,

@@ -24,6 +24,7 @@ void StatusAdapter::refresh() {
     const bool heard = rule == nullptr || rule->reason == Silence::off;
     symbol_ = heard ? QString("check-circle") : symbolOf(model_);
     line_ = heard ? tr("Listening") : subtitle_.value();
+    explain(rule);
     listening_ = model_.tapState() == TapState::listening;
     needsPermission_ = model_.tapState() == TapState::needsPermission;
     needsRelaunch_ = model_.tapState() == TapState::needsRelaunch;
@@ -33,6 +34,35 @@ void StatusAdapter::refresh() {
     headphones_ = model_.headphones();
     onBluetooth_ = model_.onBluetooth();
     refreshTyping();
+}
+
+void StatusAdapter::explain(const QuietRule* rule) {
+    remedy_ = Remedy::Nothing;
+    why_ = QString();
+    if (rule == nullptr) {
+        if (model_.outputName().empty()) {
+            symbol_ = QString("warning");
+            why_ = tr("Nothing sounds: there is no sound output. Run \"vornic doctor\": it says "
+                      "what to do.");
+        }
+        return;
+    }
+    switch (rule->reason) {
+    case Silence::off:
+        why_ = tr("Your keys are heard, but the sounds are off.");
+        remedy_ = Remedy::SwitchOn;
+        break;
+    case Silence::microphone:
+        why_ = tr("So that nobody in a call hears your keys.");
+        remedy_ = Remedy::Settings;
+        break;
+    case Silence::password:
+        why_ = tr("So that nobody hears how you type it.");
+        break;
+    case Silence::recording:
+        why_ = tr("So that only your own keyboard is recorded.");
+        break;
+    }
 }
 
 void StatusAdapter::refreshTyping() {

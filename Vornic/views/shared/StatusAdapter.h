@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QProperty>
 #include <QString>
+#include <cstdint>
 
 namespace vornic {
 
@@ -28,6 +29,9 @@ class StatusAdapter : public QObject {
     /// What the status line shows: the reason to be silent, or that keys are heard.
     Q_PROPERTY(QString symbol READ symbol NOTIFY symbolChanged)
     Q_PROPERTY(QString line READ line NOTIFY lineChanged)
+    /// Why that is so, in a sentence, or empty; and what one can do about it here.
+    Q_PROPERTY(QString why READ why NOTIFY whyChanged)
+    Q_PROPERTY(Remedy remedy READ remedy NOTIFY remedyChanged)
     /// Of these three one holds.
     Q_PROPERTY(bool listening READ listening NOTIFY listeningChanged)
     Q_PROPERTY(bool needsPermission READ needsPermission NOTIFY needsPermissionChanged)
@@ -40,6 +44,9 @@ class StatusAdapter : public QObject {
     Q_PROPERTY(bool onBluetooth READ onBluetooth NOTIFY onBluetoothChanged)
 
   public:
+    enum class Remedy : std::uint8_t { Nothing, SwitchOn, Settings };
+    Q_ENUM(Remedy)
+
     /// `model` outlives it; call `refresh` whenever it says that it has changed.
     explicit StatusAdapter(AppModel& model, QObject* parent = nullptr);
 
@@ -52,6 +59,8 @@ class StatusAdapter : public QObject {
     QString subtitle() const { return subtitle_; }
     QString symbol() const { return symbol_; }
     QString line() const { return line_; }
+    QString why() const { return why_; }
+    Remedy remedy() const { return remedy_; }
     bool listening() const { return listening_; }
     bool needsPermission() const { return needsPermission_; }
     bool needsRelaunch() const { return needsRelaunch_; }
@@ -62,6 +71,9 @@ class StatusAdapter : public QObject {
     bool headphones() const { return headphones_; }
     bool onBluetooth() const { return onBluetooth_; }
 
+    /// How loud it was since the last call, 0 to 1.
+    Q_INVOKABLE double takeLevel() { return static_cast<double>(model_.sound().takePeak()); }
+
     Q_INVOKABLE void dismissNote() { setNote({}); }
     Q_INVOKABLE void dismissError() { model_.dismissError(); }
 
@@ -71,6 +83,8 @@ class StatusAdapter : public QObject {
     void subtitleChanged();
     void symbolChanged();
     void lineChanged();
+    void whyChanged();
+    void remedyChanged();
     void listeningChanged();
     void needsPermissionChanged();
     void needsRelaunchChanged();
@@ -81,12 +95,17 @@ class StatusAdapter : public QObject {
     void onBluetoothChanged();
 
   private:
+    void explain(const QuietRule* rule);
+
     AppModel& model_;
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, bool, typing_, &StatusAdapter::typingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, bool, keyHeard_, &StatusAdapter::keyHeardChanged)
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, QString, subtitle_, &StatusAdapter::subtitleChanged)
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, QString, symbol_, &StatusAdapter::symbolChanged)
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, QString, line_, &StatusAdapter::lineChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, QString, why_, &StatusAdapter::whyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(StatusAdapter, Remedy, remedy_, Remedy::Nothing,
+                                         &StatusAdapter::remedyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, bool, listening_, &StatusAdapter::listeningChanged)
     Q_OBJECT_BINDABLE_PROPERTY(StatusAdapter, bool, needsPermission_,
                                &StatusAdapter::needsPermissionChanged)

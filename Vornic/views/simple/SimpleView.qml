@@ -21,20 +21,44 @@ FocusScope {
     ScrollPage {
         id: page
         anchors.fill: parent
-        padding: 24
+        padding: 16
+        spacing: 10
 
-        ColumnLayout {
-            spacing: 4
-            Label {
-                text: qsTr("Pick a keyboard")
-                font.pixelSize: Theme.heading
-                font.weight: Font.Bold
-                Accessible.role: Accessible.Heading
-            }
-            Label {
+        RowLayout {
+            spacing: 20
+            ColumnLayout {
                 Layout.fillWidth: true
-                text: qsTr("Press play to hear one, or just start typing.")
-                secondary: true
+                Layout.fillHeight: true
+                spacing: 6
+                Label {
+                    Layout.fillWidth: true
+                    text: qsTr("Pick a keyboard")
+                    font.pixelSize: Theme.heading
+                    font.weight: Font.Bold
+                    Accessible.role: Accessible.Heading
+                }
+                Label {
+                    Layout.fillWidth: true
+                    text: qsTr("Press play to hear one, or just start typing.")
+                    secondary: true
+                }
+                Item { Layout.fillHeight: true }
+                RowLayout {
+                    spacing: Theme.gap
+                    PushButton {
+                        symbol: "play"
+                        text: qsTr("Play")
+                        prominent: true
+                        enabled: view.app.board.boards.count > 0
+                        onClicked: view.app.board.playPhrase()
+                    }
+                    ImportButton { app: view.app }
+                }
+            }
+            Keyboard {
+                Layout.preferredWidth: Math.round(Math.min(760, page.width * 0.64))
+                Layout.preferredHeight: heightFor(Layout.preferredWidth)
+                source: view.app.keyboard
             }
         }
         ErrorLine {
@@ -46,87 +70,63 @@ FocusScope {
             Layout.fillWidth: true
             app: view.app
         }
-        RowLayout {
+        BoardGrid {
             Layout.fillWidth: true
-            spacing: 12
-            Card {
-                Layout.fillWidth: true
-                padding: 6
-                BoardList {
-                    Layout.fillWidth: true
-                    boards: view.app.board.boards
-                    details: true
-                    onPicked: id => view.app.board.select(id)
-                }
-                Label {
-                    Layout.fillWidth: true
-                    visible: view.app.board.boards.count === 0
-                    text: qsTr("No sound pack was found. Install the package bucklespring-data, then start Vornic again.")
-                    secondary: true
-                }
-            }
+            columns: page.width > 900 ? 3 : 2
+            rows: columns === 3 ? 2 : 3
+            visible: view.app.board.boards.count > 0
+            app: view.app
         }
-        RowLayout {
-            spacing: Theme.gap
-            PushButton {
-                symbol: "play"
-                text: qsTr("Play")
-                prominent: true
-                enabled: view.app.board.boards.count > 0
-                onClicked: view.app.board.playPhrase()
-            }
-            ImportButton { app: view.app }
+        Label {
+            Layout.fillWidth: true
+            visible: view.app.board.boards.count === 0
+            text: qsTr("No sound pack was found. Install the package bucklespring-data, then start Vornic again.")
+            secondary: true
         }
 
-        SectionTitle { text: qsTr("Make it yours") }
+        SectionTitle {
+            text: qsTr("Make it yours")
+            Layout.bottomMargin: -6
+        }
         Card {
             Layout.fillWidth: true
-            GridLayout {
-                Layout.fillWidth: true
-                columns: 2
-                columnSpacing: 20
-                rowSpacing: 14
-                Label {
-                    Layout.alignment: Qt.AlignTop
-                    text: qsTr("Feel")
-                }
+            padding: 10
+            RowLayout {
+                spacing: 12
+                Label { text: qsTr("Feel") }
                 FeelChoice {
                     Layout.fillWidth: true
                     app: view.app
                 }
-                Label { text: qsTr("Deeper") }
-                ValueSlider {
+            }
+            RowLayout {
+                spacing: 24
+                TweakRow {
                     Layout.fillWidth: true
-                    from: -1
-                    to: 1
-                    origin: 0
+                    less: qsTr("Brighter")
+                    more: qsTr("Deeper")
                     value: view.app.tweaks.deeper
-                    Accessible.name: qsTr("Deeper")
-                    onMoved: view.app.tweaks.deeper = value
+                    onMoved: value => view.app.tweaks.deeper = value
                 }
-                Label { text: qsTr("Crisper") }
-                ValueSlider {
+                TweakRow {
                     Layout.fillWidth: true
-                    from: -1
-                    to: 1
-                    origin: 0
+                    less: qsTr("Softer")
+                    more: qsTr("Crisper")
                     value: view.app.tweaks.crisper
-                    Accessible.name: qsTr("Crisper")
-                    onMoved: view.app.tweaks.crisper = value
+                    onMoved: value => view.app.tweaks.crisper = value
                 }
             }
         }
 
-        GridLayout {
+        RowLayout {
             Layout.fillWidth: true
-            columns: 2
-            columnSpacing: 20
-            rowSpacing: 14
+            spacing: 12
             Label { text: qsTr("Where it sits") }
             PlacementChoice {
-                Layout.fillWidth: true
+                Layout.preferredWidth: 210
                 app: view.app
             }
+            Item { Layout.preferredWidth: 4 }
             Label { text: qsTr("Volume") }
             ValueSlider {
                 Layout.fillWidth: true

@@ -20,6 +20,8 @@ class TweaksAdapter : public QObject {
     Q_PROPERTY(QVariantList feels READ feels CONSTANT)
     /// The feel chosen by its value, or -1 for the board's own.
     Q_PROPERTY(int feel READ feel WRITE setFeel NOTIFY feelChanged)
+    /// The feel of the board itself by its value, or -1 where it is none of them.
+    Q_PROPERTY(int ownFeel READ ownFeel NOTIFY ownFeelChanged)
     /// From -1 to 1.
     Q_PROPERTY(double deeper READ deeper WRITE setDeeper NOTIFY deeperChanged)
     Q_PROPERTY(double crisper READ crisper WRITE setCrisper NOTIFY crisperChanged)
@@ -33,6 +35,7 @@ class TweaksAdapter : public QObject {
     static QVariantList feels();
     int feel() const { return feel_; }
     void setFeel(int feel);
+    int ownFeel() const { return ownFeel_; }
     double deeper() const { return deeper_; }
     void setDeeper(double value);
     double crisper() const { return crisper_; }
@@ -40,12 +43,15 @@ class TweaksAdapter : public QObject {
 
   Q_SIGNALS:
     void feelChanged();
+    void ownFeelChanged();
     void deeperChanged();
     void crisperChanged();
 
   private:
     AppModel& model_;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(TweaksAdapter, int, feel_, -1, &TweaksAdapter::feelChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(TweaksAdapter, int, ownFeel_, -1,
+                                         &TweaksAdapter::ownFeelChanged)
     Q_OBJECT_BINDABLE_PROPERTY(TweaksAdapter, double, deeper_, &TweaksAdapter::deeperChanged)
     Q_OBJECT_BINDABLE_PROPERTY(TweaksAdapter, double, crisper_, &TweaksAdapter::crisperChanged)
 };

@@ -30,6 +30,22 @@ double placeOf(const Board& board, const KeySelection::Any& selection,
                : 0.0;
 }
 
+/// In what some of them differ.
+InspectorAdapter::Values differences(const std::vector<Assignment>& all) {
+    InspectorAdapter::Values several;
+    const auto compare = [&](InspectorAdapter::Value value, auto member) {
+        const bool differ =
+            std::ranges::adjacent_find(all, std::not_equal_to(), member) != all.end();
+        several.setFlag(value, differ);
+    };
+    compare(InspectorAdapter::Sound, &Assignment::sound);
+    compare(InspectorAdapter::Gain, &Assignment::gainDb);
+    compare(InspectorAdapter::Release, &Assignment::release);
+    compare(InspectorAdapter::Pitch, &Assignment::pitch);
+    compare(InspectorAdapter::Pan, &Assignment::pan);
+    return several;
+}
+
 } // namespace
 
 void InspectorAdapter::read() {
@@ -60,6 +76,7 @@ void InspectorAdapter::read() {
     sound_ = sound != nullptr ? QString::fromStdString(sound->id) : QString();
     enabled_ = !all.empty();
     mixed_ = std::ranges::adjacent_find(all, std::not_equal_to()) != all.end();
+    several_ = differences(all);
     gainDb_ = own.gainDb;
     pitch_ = own.pitch;
     pan_ = own.pan ? *own.pan : placeOf(board, selection, below);

@@ -8,6 +8,7 @@
 #include <QProperty>
 #include <QString>
 #include <QVariantList>
+#include <cstdint>
 #include <functional>
 
 namespace vornic {
@@ -24,8 +25,9 @@ class InspectorAdapter : public StudioPart {
     Q_PROPERTY(QVariantList sounds READ sounds NOTIFY soundsChanged)
     Q_PROPERTY(QVariantList releases READ releases CONSTANT)
     Q_PROPERTY(bool enabled READ enabled NOTIFY enabledChanged)
-    /// Whether the selected keys' own values differ.
+    /// Whether the selected keys' own values differ, and in what.
     Q_PROPERTY(bool mixed READ mixed NOTIFY mixedChanged)
+    Q_PROPERTY(Values several READ several NOTIFY severalChanged)
     Q_PROPERTY(QString sound READ sound WRITE setSound NOTIFY soundChanged)
     Q_PROPERTY(double gainDb READ gainDb WRITE setGainDb NOTIFY gainDbChanged)
     Q_PROPERTY(double pitch READ pitch WRITE setPitch NOTIFY pitchChanged)
@@ -42,6 +44,11 @@ class InspectorAdapter : public StudioPart {
     Q_PROPERTY(bool canReset READ canReset NOTIFY canResetChanged)
 
   public:
+    /// What a key has of its own.
+    enum Value : std::uint8_t { Sound = 1, Gain = 2, Release = 4, Pitch = 8, Pan = 16 };
+    Q_DECLARE_FLAGS(Values, Value)
+    Q_FLAG(Values)
+
     /// `model` outlives it.
     explicit InspectorAdapter(AppModel& model, QObject* parent = nullptr)
         : StudioPart(parent), model_(model) {}
@@ -50,6 +57,7 @@ class InspectorAdapter : public StudioPart {
     static QVariantList releases();
     bool enabled() const { return enabled_; }
     bool mixed() const { return mixed_; }
+    Values several() const { return several_; }
     QString sound() const { return sound_; }
     void setSound(const QString& id);
     double gainDb() const { return gainDb_; }
@@ -76,6 +84,7 @@ class InspectorAdapter : public StudioPart {
     void soundsChanged();
     void enabledChanged();
     void mixedChanged();
+    void severalChanged();
     void soundChanged();
     void gainDbChanged();
     void pitchChanged();
@@ -99,6 +108,8 @@ class InspectorAdapter : public StudioPart {
                                &InspectorAdapter::soundsChanged)
     Q_OBJECT_BINDABLE_PROPERTY(InspectorAdapter, bool, enabled_, &InspectorAdapter::enabledChanged)
     Q_OBJECT_BINDABLE_PROPERTY(InspectorAdapter, bool, mixed_, &InspectorAdapter::mixedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InspectorAdapter, Values, several_,
+                               &InspectorAdapter::severalChanged)
     Q_OBJECT_BINDABLE_PROPERTY(InspectorAdapter, QString, sound_, &InspectorAdapter::soundChanged)
     Q_OBJECT_BINDABLE_PROPERTY(InspectorAdapter, double, gainDb_, &InspectorAdapter::gainDbChanged)
     Q_OBJECT_BINDABLE_PROPERTY(InspectorAdapter, double, pitch_, &InspectorAdapter::pitchChanged)

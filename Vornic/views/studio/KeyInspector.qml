@@ -9,6 +9,10 @@ Card {
     required property StudioAdapter studio
     readonly property InspectorAdapter inspector: studio.inspector
 
+    function several(value: int): bool {
+        return (inspector.several & value) !== 0;
+    }
+
     RowLayout {
         Layout.fillWidth: true
         Label {
@@ -51,6 +55,7 @@ Card {
                 name: qsTr("Sound")
                 options: card.inspector.sounds
                 value: card.inspector.sound
+                displayText: card.several(InspectorAdapter.Sound) ? qsTr("Several") : currentText
                 onPicked: v => card.inspector.sound = v
             }
         }
@@ -61,17 +66,18 @@ Card {
             to: 12
             origin: 0
             value: card.inspector.gainDb
+            instead: card.several(InspectorAdapter.Gain) ? qsTr("Several") : ""
             note: card.inspector.gainNote
             onMoved: v => card.inspector.gainDb = v
         }
         NamedControl {
             name: qsTr("Release")
-            note: card.inspector.releaseNote
+            note: card.several(InspectorAdapter.Release) ? qsTr("Several") : card.inspector.releaseNote
             Choice {
                 width: parent.width
                 name: qsTr("Release")
                 options: card.inspector.releases
-                value: card.inspector.release
+                value: card.several(InspectorAdapter.Release) ? -1 : card.inspector.release
                 onPicked: v => card.inspector.release = v
             }
         }
@@ -82,6 +88,7 @@ Card {
             to: 12
             origin: 0
             value: card.inspector.pitch
+            instead: card.several(InspectorAdapter.Pitch) ? qsTr("Several") : ""
             note: card.inspector.pitchNote
             onMoved: v => card.inspector.pitch = v
         }
@@ -105,6 +112,7 @@ Card {
             to: 1
             origin: 0
             value: card.inspector.pan
+            instead: card.several(InspectorAdapter.Pan) ? qsTr("Several") : ""
             onMoved: v => card.inspector.pan = v
         }
     }

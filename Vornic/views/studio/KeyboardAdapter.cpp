@@ -12,9 +12,6 @@ namespace vornic {
 
 namespace {
 
-/// How long a key that is clicked stays down.
-constexpr double clickMillis = 90.0;
-
 const KeyboardLayout& drawn(const AppModel& model) {
     return vornic::layout(model.board() != nullptr ? model.board()->layout : LayoutID::macANSI);
 }
@@ -39,6 +36,7 @@ void KeyboardAdapter::read() {
         rows.append(row);
     }
     rows_.show(rows);
+    selected_ = QList<int>(selected.begin(), selected.end());
     const KeyboardLayout& keyboard = drawn(model_);
     layoutWidth_ = keyboard.width;
     layoutHeight_ = keyboard.height;
@@ -48,14 +46,6 @@ void KeyboardAdapter::read() {
     allSelected_ = std::holds_alternative<KeySelection::All>(selection);
     stabilisersSelected_ = std::holds_alternative<KeySelection::Stabilisers>(selection);
     selection_ = selectionInWords();
-}
-
-void KeyboardAdapter::refreshPressed() {
-    QList<int> now;
-    for (const auto& [code, since] : model_.activity().pressed()) {
-        now.append(static_cast<int>(code));
-    }
-    pressed_ = now;
 }
 
 QVariantList KeyboardAdapter::layouts() {
@@ -143,18 +133,8 @@ void KeyboardAdapter::selectStabilisers() {
     select(KeySelection::Stabilisers{});
 }
 
-int KeyboardAdapter::keyAt(double x, double y) const {
-    const LayoutKey* const key = drawn(model_).at(x, y);
-    return key != nullptr ? static_cast<int>(key->code.value_or(-1)) : -1;
-}
-
 int KeyboardAdapter::neighbour(int code, int dx, int dy) const {
     return static_cast<int>(drawn(model_).neighbour(code, dx, dy));
-}
-
-void KeyboardAdapter::play(int code) {
-    model_.keys().type({{.millis = 0.0, .keyCode = code, .down = true},
-                        {.millis = clickMillis, .keyCode = code, .down = false}});
 }
 
 } // namespace vornic

@@ -13,8 +13,7 @@
 
 namespace vornic {
 
-/// The Studio's keyboard: its keys as they are drawn, which are selected, and which are down.
-/// Thread: main.
+/// The Studio's keyboard: its keys as they are drawn, and which are selected. Thread: main.
 class KeyboardAdapter : public StudioPart {
     Q_OBJECT
     QML_ELEMENT
@@ -30,8 +29,8 @@ class KeyboardAdapter : public StudioPart {
     Q_PROPERTY(int layout READ layout WRITE setLayout NOTIFY layoutChanged)
     /// The selected group, or -1 where something else is selected.
     Q_PROPERTY(int group READ group NOTIFY groupChanged)
-    /// The codes of the keys that are down.
-    Q_PROPERTY(QList<int> pressed READ pressed NOTIFY pressedChanged)
+    /// The codes of the selected keys; none where all are.
+    Q_PROPERTY(QList<int> selected READ selected NOTIFY selectedChanged)
 
     /// What is selected in words, and whether it is these.
     Q_PROPERTY(QString selection READ selection NOTIFY selectionChanged)
@@ -42,9 +41,6 @@ class KeyboardAdapter : public StudioPart {
     /// `model` outlives it.
     explicit KeyboardAdapter(AppModel& model, QObject* parent = nullptr);
 
-    /// Brings what changes with every key up to date, and nothing else.
-    void refreshPressed();
-
     RowsModel* rows() { return &rows_; }
     double layoutWidth() const { return layoutWidth_; }
     double layoutHeight() const { return layoutHeight_; }
@@ -53,7 +49,7 @@ class KeyboardAdapter : public StudioPart {
     int layout() const { return layout_; }
     void setLayout(int layout);
     int group() const { return group_; }
-    QList<int> pressed() const { return pressed_; }
+    QList<int> selected() const { return selected_; }
     QString selection() const { return selection_; }
     bool allSelected() const { return allSelected_; }
     bool stabilisersSelected() const { return stabilisersSelected_; }
@@ -67,13 +63,9 @@ class KeyboardAdapter : public StudioPart {
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void selectStabilisers();
 
-    /// The key at a place in key units, -1 where there is none.
-    Q_INVOKABLE int keyAt(double x, double y) const;
     /// The key nearest to `code` in a direction; `code` itself at the edge, the first key where
     /// `code` is not drawn.
     Q_INVOKABLE int neighbour(int code, int dx, int dy) const;
-    /// Plays a key as if it were typed.
-    Q_INVOKABLE void play(int code);
 
   Q_SIGNALS:
     void layoutWidthChanged();
@@ -83,7 +75,7 @@ class KeyboardAdapter : public StudioPart {
     void stabilisersSelectedChanged();
     void selectionChanged();
     void groupChanged();
-    void pressedChanged();
+    void selectedChanged();
 
   protected:
     void read() override;
@@ -106,8 +98,8 @@ class KeyboardAdapter : public StudioPart {
                                &KeyboardAdapter::stabilisersSelectedChanged)
     Q_OBJECT_BINDABLE_PROPERTY(KeyboardAdapter, QString, selection_,
                                &KeyboardAdapter::selectionChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(KeyboardAdapter, QList<int>, pressed_,
-                               &KeyboardAdapter::pressedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(KeyboardAdapter, QList<int>, selected_,
+                               &KeyboardAdapter::selectedChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(KeyboardAdapter, int, group_, -1,
                                          &KeyboardAdapter::groupChanged)
 };

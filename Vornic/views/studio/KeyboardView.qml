@@ -8,9 +8,15 @@ FocusScope {
     id: board
 
     required property KeyboardAdapter keyboard
-    readonly property real unit: width / Math.max(1, keyboard.layoutWidth)
+    required property LiveKeyboard live
+    readonly property real unit: picture.unit
+    readonly property real bezel: picture.bezel
     // Where the arrow keys are.
     property int cursor: -1
+
+    function heightFor(width: real): real {
+        return picture.source && live.layoutWidth > 0 ? picture.heightFor(width) : 0;
+    }
 
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
@@ -44,6 +50,15 @@ FocusScope {
             event.accepted = false;
     }
 
+    KeyboardPicture {
+        id: picture
+        anchors.fill: parent
+        source: board.live
+        tinted: true
+        selected: board.keyboard.selected
+        colours: Theme.soundColours
+        still: Theme.still
+    }
     MouseArea {
         id: mouse
 
@@ -59,10 +74,10 @@ FocusScope {
         onPressed: event => {
             begin = Qt.point(event.x, event.y);
             dragging = false;
-            const code = board.keyboard.keyAt(event.x / board.unit, event.y / board.unit);
+            const code = picture.keyAt(event.x, event.y);
             if (code >= 0) {
                 board.cursor = code;
-                board.keyboard.play(code);
+                board.live.play(code);
             }
         }
         onPositionChanged: event => {
@@ -70,9 +85,9 @@ FocusScope {
         }
         onReleased: event => {
             if (dragging)
-                board.keyboard.selectWithin(band.x / board.unit, band.y / board.unit,
+                board.keyboard.selectWithin((band.x - board.bezel) / board.unit, (band.y - board.bezel) / board.unit,
                                             band.width / board.unit, band.height / board.unit, adds(event));
-            else if (board.keyboard.keyAt(event.x / board.unit, event.y / board.unit) >= 0)
+            else if (picture.keyAt(event.x, event.y) >= 0)
                 board.keyboard.selectKey(board.cursor, adds(event));
             else
                 board.keyboard.selectAll();
@@ -83,10 +98,10 @@ FocusScope {
     Repeater {
         model: board.keyboard.rows
         delegate: KeyCap {
-            lit: row.code >= 0 && board.keyboard.pressed.indexOf(row.code) >= 0
             focus: row.code >= 0 && row.code === board.cursor
-            x: row.x * board.unit
-            y: row.y * board.unit
+            onPressed: board.live.play(row.code)
+            x: board.bezel + row.x * board.unit
+            y: board.bezel + row.y * board.unit
             width: row.w * board.unit
             height: row.h * board.unit
         }

@@ -7,6 +7,7 @@ ScrollPage {
     id: tab
 
     required property StudioAdapter studio
+    required property LiveKeyboard live
 
     padding: 0
     spacing: 12
@@ -45,8 +46,9 @@ ScrollPage {
     KeyboardView {
         Layout.fillWidth: true
         // From the tab's width: one that follows from what the layout gives comes too late.
-        Layout.preferredHeight: keyboard.layoutHeight * tab.width / Math.max(1, keyboard.layoutWidth)
+        Layout.preferredHeight: heightFor(tab.width)
         keyboard: tab.studio.keyboard
+        live: tab.live
     }
     SoundLegend {
         Layout.fillWidth: true

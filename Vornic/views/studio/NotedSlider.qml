@@ -12,6 +12,7 @@ ColumnLayout {
     property alias to: line.to
     property alias origin: line.origin
     property alias value: line.value
+    property alias instead: line.instead
     property string note: ""
     signal moved(real value)
 

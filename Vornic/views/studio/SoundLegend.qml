@@ -29,12 +29,10 @@ Flow {
                 id: line
                 leftPadding: 8
                 spacing: 6
-                Rectangle {
+                SoundBadge {
                     anchors.verticalCenter: parent.verticalCenter
-                    width: 12
-                    height: 6
-                    radius: 3
-                    color: Theme.soundColour(entry.row.colour)
+                    place: entry.row.colour
+                    letter: entry.row.letter
                 }
                 Label {
                     anchors.verticalCenter: parent.verticalCenter

@@ -1,5 +1,6 @@
 #include "Vornic/views/studio/SoundListAdapter.h"
 
+#include "Vornic/views/keyboard/KeyboardScene.h"
 #include "Vornic/views/shared/QmlText.h"
 #include "VornicCore/board/EditBoard.h"
 
@@ -31,6 +32,7 @@ void SoundListAdapter::read() {
                 {"value", QString::fromStdString(sound.id)},
                 {"text", qmlText(sound.name)},
                 {"colour", static_cast<int>(rows.size())},
+                {"letter", soundLetter(static_cast<int>(rows.size()))},
                 {"keys", found == keys.end() ? 0 : found->second},
                 {"current", &sound == edited},
             });

@@ -21,11 +21,9 @@ AbstractButton {
 
     contentItem: RowLayout {
         spacing: 8
-        Rectangle {
-            implicitWidth: 10
-            implicitHeight: 10
-            radius: 5
-            color: Theme.soundColour(entry.row.colour)
+        SoundBadge {
+            place: entry.row.colour
+            letter: entry.row.letter
         }
         ColumnLayout {
             Layout.fillWidth: true
@@ -52,7 +50,7 @@ AbstractButton {
     background: Rectangle {
         radius: Theme.radius
         color: entry.row.current ? Theme.selected : entry.hovered ? Theme.hover : "transparent"
-        border.width: entry.ring ? 2 : 0
+        border.width: entry.ring ? 3 : entry.row.current ? 1 : 0
         border.color: Theme.focus
     }
 }

@@ -35,7 +35,6 @@ void StudioAdapter::refresh() {
         stroke_.refresh();
     }
     stroke_.refreshRendering();
-    refreshActivity();
 }
 
 } // namespace vornic

@@ -57,8 +57,6 @@ class StudioAdapter : public QObject {
     /// Reads anew what has changed since the last time: the board and where the user is in it, and
     /// what was rendered. Most of what happens to the model is neither.
     void refresh();
-    /// A key went down or up.
-    void refreshActivity() { keyboard_.refreshPressed(); }
 
   Q_SIGNALS:
     void tabChanged();

@@ -11,6 +11,11 @@ RowLayout {
     signal exportBoard()
 
     spacing: Theme.gap
+    KeycapPicture {
+        Layout.preferredWidth: 40
+        Layout.preferredHeight: 40
+        colour: header.app.board.accent
+    }
     ColumnLayout {
         Layout.fillWidth: true
         Layout.minimumWidth: 120
@@ -26,6 +31,23 @@ RowLayout {
                 name: qsTr("Name of the board")
                 onCommitted: value => header.app.board.rename(value)
             }
+            PopupButton {
+                id: boards
+                symbol: "caret-down"
+                implicitHeight: 26
+                wanted: 280
+                visible: header.app.board.boards.count > 0
+                Accessible.name: qsTr("Choose a keyboard")
+                hint: qsTr("Choose a keyboard")
+                BoardList {
+                    boards: header.app.board.boards
+                    most: 9
+                    onPicked: id => {
+                        boards.close();
+                        header.app.board.select(id);
+                    }
+                }
+            }
             YoursTag { visible: header.app.board.mine }
             Item { Layout.fillWidth: true }
         }
@@ -35,6 +57,13 @@ RowLayout {
             secondary: true
             font.pixelSize: Theme.small
         }
+    }
+    PushButton {
+        symbol: "play"
+        enabled: header.app.board.boards.count > 0
+        Accessible.name: qsTr("Play")
+        hint: qsTr("Play")
+        onClicked: header.app.board.playPhrase()
     }
     PushButton {
         symbol: "undo"
@@ -53,23 +82,6 @@ RowLayout {
     CompareButton {
         app: header.app
     }
-    PushButton {
-        symbol: "plus"
-        Accessible.name: qsTr("New board")
-        hint: qsTr("New board")
-        onClicked: header.app.board.create()
-    }
-    PushButton {
-        symbol: "trash"
-        enabled: header.app.board.mine
-        Accessible.name: qsTr("Delete board")
-        hint: qsTr("Delete board")
-        onClicked: sure.open()
-        DeleteBoardSheet {
-            id: sure
-            app: header.app
-        }
-    }
     ImportButton { app: header.app }
     PushButton {
         symbol: "export"
@@ -77,5 +89,35 @@ RowLayout {
         hint: qsTr("Save this board as a .vornic file you can send to someone")
         Accessible.description: hint
         onClicked: header.exportBoard()
+    }
+    PopupButton {
+        id: more
+        symbol: "more"
+        Accessible.name: qsTr("More")
+        hint: qsTr("More")
+        Column {
+            Repeater {
+                model: [
+                    { symbol: "plus", text: qsTr("New board"), act: () => header.app.board.create() },
+                    { symbol: "trash", text: qsTr("Delete board"), act: () => sure.open(), own: true }
+                ]
+                delegate: MenuEntry {
+                    required property var modelData
+
+                    width: parent ? parent.width : implicitWidth
+                    symbol: modelData.symbol
+                    text: modelData.text
+                    enabled: !modelData.own || header.app.board.mine
+                    onClicked: {
+                        more.close();
+                        modelData.act();
+                    }
+                }
+            }
+        }
+    }
+    DeleteBoardSheet {
+        id: sure
+        app: header.app
     }
 }

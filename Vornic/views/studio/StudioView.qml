@@ -42,13 +42,23 @@ FocusScope {
             app: view.app
         }
         RowLayout {
+            spacing: Theme.gap
             Choice {
-                implicitWidth: 260
+                implicitWidth: 160
                 name: qsTr("Studio")
                 options: [{ value: StudioAdapter.Keys, text: qsTr("Keys") }, { value: StudioAdapter.Sounds, text: qsTr("Sounds") }]
                 value: view.app.studio.tab
                 onPicked: v => view.app.studio.tab = v
             }
+            Item { Layout.fillWidth: true }
+            Symbol { symbol: "speaker" }
+            ValueSlider {
+                Layout.preferredWidth: 84
+                value: view.app.settings.volume
+                Accessible.name: qsTr("Volume")
+                onMoved: view.app.settings.volume = value
+            }
+            SoundsSwitch { app: view.app }
             Item { Layout.fillWidth: true }
             RecordingEntries {
                 onRecord: recordings.record()
@@ -60,6 +70,7 @@ FocusScope {
             Layout.fillHeight: true
             visible: view.studio.tab === StudioAdapter.Keys
             studio: view.studio
+            live: view.app.keyboard
         }
         SoundsTab {
             Layout.fillWidth: true

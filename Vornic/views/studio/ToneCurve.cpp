@@ -1,5 +1,7 @@
 #include "Vornic/views/studio/ToneCurve.h"
 
+#include "Vornic/views/studio/EqualizerAdapter.h"
+
 #include <QFont>
 #include <QPainter>
 #include <QPolygonF>
@@ -27,6 +29,23 @@ QPolygonF ToneCurve::lineOf(const QList<double>& gains) const {
     return line;
 }
 
+void ToneCurve::drawFrequencies(QPainter& painter) const {
+    struct Mark {
+        double hz;
+        const char* text;
+    };
+    constexpr std::array marks{Mark{50, "50"},   Mark{100, "100"},     Mark{200, "200"},
+                               Mark{500, "500"}, Mark{1000, "1k"},     Mark{2000, "2k"},
+                               Mark{5000, "5k"}, Mark{10000, "10k Hz"}};
+    for (const Mark& mark : marks) {
+        const double place = std::round(EqualizerAdapter::placeOf(mark.hz) * width()) + 0.5;
+        painter.setPen(QPen(gridColour_, 1));
+        painter.drawLine(QPointF(place, 0), QPointF(place, height()));
+        painter.setPen(heardColour_);
+        painter.drawText(QPointF(place + 3, height() - 3), mark.text);
+    }
+}
+
 void ToneCurve::paint(QPainter* painter) {
     painter->setPen(QPen(gridColour_, 1));
     for (const double gain : {-12.0, -6.0, 0.0, 6.0, 12.0}) {
@@ -39,6 +58,8 @@ void ToneCurve::paint(QPainter* painter) {
     painter->setPen(heardColour_);
     painter->drawText(QPointF(2, placeOf(12) + 12), "+12 dB");
     painter->drawText(QPointF(2, placeOf(-12) - 4), "−12 dB");
+
+    drawFrequencies(*painter);
 
     QPen dashed(heardColour_, 1.5);
     dashed.setDashPattern({2, 2});

@@ -34,6 +34,7 @@ class ToneCurve : public QQuickPaintedItem {
     void changed();
 
   private:
+    void drawFrequencies(QPainter& painter) const;
     double placeOf(double gain) const;
     QPolygonF lineOf(const QList<double>& gains) const;
 

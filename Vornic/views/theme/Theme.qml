@@ -5,6 +5,8 @@ import QtQuick
 QtObject {
     property bool dark: false
     property color accent: "#5E5CE6"
+    // Whether the user wants nothing to move by itself.
+    property bool still: false
 
     readonly property color window: dark ? "#1C1C1F" : "#F4F4F6"
     readonly property color surface: dark ? "#28282C" : "#FFFFFF"
@@ -12,6 +14,10 @@ QtObject {
     readonly property color track: dark ? "#333338" : "#DEDEE3"
     readonly property color hover: dark ? "#323237" : "#ECECF0"
     readonly property color line: dark ? "#3C3C42" : "#DCDCE1"
+    // What a slider runs in: seen on every ground, 3 to 1 at least.
+    readonly property color groove: edge
+    // What a control or a window ends at: seen, 3 to 1 at least.
+    readonly property color edge: dark ? "#84848E" : "#7C7C85"
     readonly property color text: dark ? "#F4F4F6" : "#1B1B1F"
     readonly property color secondary: dark ? "#B0B0B8" : "#5F5F68"
     readonly property color warning: dark ? "#FFB84D" : "#8F4E00"
@@ -35,15 +41,17 @@ QtObject {
     readonly property int radius: 8
     readonly property int control: 30
 
-    readonly property int quick: 120
+    readonly property int quick: still ? 0 : 120
     // What takes longer says so, in ms.
     readonly property int slow: 500
     // What is down for longer is held, in ms.
     readonly property int hold: 300
 
-    // Sounds of a board tell themselves apart by these, in turn.
+    // Sounds of a board tell themselves apart by these, in turn, and by their letters.
+    readonly property var soundColours: ["#5E8BFF", "#FF9F40", "#3CC58B", "#C77DFF", "#FF6B8B", "#2BB7C9", "#D0B000", "#9A8C7C"]
+
     function soundColour(index) {
-        return ["#5E8BFF", "#FF9F40", "#3CC58B", "#C77DFF", "#FF6B8B", "#2BB7C9", "#D0B000", "#9A8C7C"][index % 8];
+        return soundColours[index % soundColours.length];
     }
 
     function ink(ground) {

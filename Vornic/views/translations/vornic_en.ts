@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
-    <name>Panel</name>
+    <name>SoundsSwitch</name>
     <message>
         <source>Sounds on or off (⌥⌘K)</source>
         <translation>Sounds on or off (Alt+Super+K)</translation>

@@ -9,7 +9,7 @@ Card {
     required property Adapters app
     readonly property bool heard: app.status.keyHeard
 
-    padding: 16
+    padding: 12
     RowLayout {
         spacing: Theme.margin
         Rectangle {
@@ -38,8 +38,7 @@ Card {
             Label {
                 Layout.fillWidth: true
                 text: !card.heard ? qsTr("It should sound at once.")
-                    : card.app.diagnostics.keys > 0 ? qsTr("The sound followed within %1.").arg(card.app.diagnostics.lastLatency)
-                    : card.app.status.subtitle
+                    : card.app.diagnostics.keyToSound !== "" ? card.app.diagnostics.keyToSound : card.app.status.subtitle
                 secondary: true
             }
         }

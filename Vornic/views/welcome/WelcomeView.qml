@@ -9,7 +9,7 @@ FocusScope {
     required property Adapters app
 
     focus: true
-    implicitWidth: 520
+    implicitWidth: 620
     implicitHeight: page.wholeHeight
 
     Rectangle {
@@ -19,7 +19,8 @@ FocusScope {
     ScrollPage {
         id: page
         anchors.fill: parent
-        padding: 28
+        padding: 20
+        spacing: 10
 
         Label {
             text: qsTr("Welcome to Vornic")
@@ -40,22 +41,35 @@ FocusScope {
             text: view.app.status.lastError
             onDismissed: view.app.status.dismissError()
         }
+        Keyboard {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.preferredWidth: Math.min(page.width - 2 * page.padding, 460)
+            Layout.preferredHeight: heightFor(Layout.preferredWidth)
+            source: view.app.keyboard
+        }
         FirstKey {
             Layout.fillWidth: true
             visible: view.app.status.listening
             app: view.app
         }
-        SectionTitle { text: qsTr("Keyboard") }
-        Card {
+        StatusCard {
             Layout.fillWidth: true
-            padding: 6
-            BoardList {
-                Layout.fillWidth: true
-                boards: view.app.board.boards
-                details: true
-                most: 4
-                onPicked: id => view.app.board.select(id)
-            }
+            visible: view.app.status.listening && view.app.status.why !== ""
+            app: view.app
+        }
+        SectionTitle { text: qsTr("Keyboard") }
+        BoardGrid {
+            Layout.fillWidth: true
+            visible: view.app.board.boards.count > 0
+            compact: true
+            columns: 3
+            rows: 2
+            app: view.app
+        }
+        Label {
+            Layout.fillWidth: true
+            visible: view.app.board.boards.count === 0
+            text: qsTr("No sound pack was found. Install the package bucklespring-data, then start Vornic again.")
         }
         RowLayout {
             spacing: Theme.margin

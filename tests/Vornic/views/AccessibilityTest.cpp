@@ -3,6 +3,7 @@
 #include "tests/Vornic/views/ViewsFixture.h"
 
 #include <QAccessible>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,37 @@ TEST_P(AccessibilityTest, everyControlHasAName) {
                 << control->metaObject()->className() << " at " << control->x() << ", "
                 << control->y();
         }
+    }
+}
+
+TEST_P(AccessibilityTest, everyControlIsLargeEnoughToHit) {
+    constexpr double least = 24.0;
+    for (const auto tab : {StudioAdapter::Tab::Keys, StudioAdapter::Tab::Sounds}) {
+        views->adapters().studio()->setTab(tab);
+        const auto view = views->make(GetParam(), "");
+        view->show();
+        settle();
+        view->grabWindow();
+        std::vector<QQuickItem*> controls;
+        collect(view->rootObject(), controls);
+        for (QQuickItem* const control : controls) {
+            EXPECT_GE(std::min(control->width(), control->height()), least)
+                << control->metaObject()->className() << " "
+                << control->property("text").toString().toStdString();
+        }
+    }
+}
+
+TEST_P(AccessibilityTest, aClickLeavesNoFocusButInAText) {
+    const auto view = views->make(GetParam(), "");
+    showActive(*view);
+    view->grabWindow();
+    std::vector<QQuickItem*> controls;
+    collect(view->rootObject(), controls);
+    for (QQuickItem* const control : controls) {
+        const auto policy = control->property("focusPolicy").value<Qt::FocusPolicy>();
+        EXPECT_EQ(policy & Qt::ClickFocus, 0) << control->metaObject()->className() << " "
+                                              << control->property("text").toString().toStdString();
     }
 }
 

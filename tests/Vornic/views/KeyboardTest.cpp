@@ -80,7 +80,8 @@ TEST_F(BoardListTest, arrowsGoFromBoardToBoardAndSpacePicks) {
     settle();
     const auto panel = views->make("panel/Panel.qml", "");
     showActive(*panel);
-    QTest::keyClick(panel.get(), Qt::Key_Tab); // from the switch
+    QTest::keyClick(panel.get(), Qt::Key_Tab); // to the switch
+    QTest::keyClick(panel.get(), Qt::Key_Tab); // to the boards
     for (int times = 0; times < 2; ++times) {
         QTest::keyClick(panel.get(), Qt::Key_Down);
     }

@@ -152,5 +152,16 @@ TEST_F(PresenceTest, hiddenItOpensNothingUntilItIsStartedAgain) {
     EXPECT_TRUE(presence.views().panel()->isVisible());
 }
 
+TEST_F(PresenceTest, theWheelOverTheIconTurnsTheVolume) {
+    Presence presence(*model, tray, true);
+    model->setVolume(0.5);
+    tray.onScroll(1.0);
+    EXPECT_NEAR(model->volume(), 0.55, 1e-9);
+    tray.onScroll(-3.0);
+    EXPECT_NEAR(model->volume(), 0.4, 1e-9);
+    tray.onScroll(-100.0);
+    EXPECT_EQ(model->volume(), 0.0);
+}
+
 } // namespace
 } // namespace vornic

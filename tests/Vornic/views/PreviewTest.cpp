@@ -1,3 +1,4 @@
+#include "Vornic/views/keyboard/KeyboardPicture.h"
 #include "tests/Vornic/views/ViewsFixture.h"
 #include "tests/support/SmallPack.h"
 
@@ -50,7 +51,11 @@ TEST_F(PreviewTest, showsWhatTheFileHolds) {
     open();
     EXPECT_NE(item("From a friend"), nullptr);
     EXPECT_NE(item("Recorded by a friend"), nullptr);
-    EXPECT_NE(item("esc"), nullptr) << "its keyboard is drawn";
+    const auto* const picture = views->preview()->rootObject()->findChild<KeyboardPicture*>();
+    ASSERT_NE(picture, nullptr) << "its keyboard is drawn";
+    const_cast<QQuickView*>(views->preview())->grabWindow(); // lays it out
+    EXPECT_GT(picture->height(), 100.0);
+    EXPECT_NE(picture->source()->scene().find(53), nullptr);
 }
 
 TEST_F(PreviewTest, isKeptByItsButton) {

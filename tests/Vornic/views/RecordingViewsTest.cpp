@@ -223,6 +223,8 @@ TEST_F(RecordingViewsTest, theEndsOfACutFollowTheMouseAndTheArrowKeys) {
     EXPECT_NEAR(static_cast<double>(before.end - cut().end), 40 * perPixel, 2 * perPixel);
     EXPECT_EQ(cut().begin, before.begin);
     const auto dragged = cut();
+    EXPECT_FALSE(handle->hasActiveFocus()) << "a press leaves no focus";
+    handle->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyClick(studio.get(), Qt::Key_Right);
     EXPECT_EQ(cut().end, dragged.end + 48);
     QTest::keyClick(studio.get(), Qt::Key_Left, Qt::ShiftModifier);

@@ -210,15 +210,16 @@ TEST_F(StudioKeysTest, everyLayoutIsDrawnToScale) {
         draw();
         const KeyboardLayout& wanted = layout(id);
         const double unit = keyboard()->property("unit").toDouble();
+        const double bezel = keyboard()->property("bezel").toDouble();
         const auto drawn = caps();
         ASSERT_EQ(drawn.size(), wanted.keys.size()) << rawString(id);
         for (std::size_t place = 0; place < drawn.size(); ++place) {
-            EXPECT_NEAR(drawn[place]->x(), wanted.keys[place].x * unit, 0.01);
-            EXPECT_NEAR(drawn[place]->y(), wanted.keys[place].y * unit, 0.01);
+            EXPECT_NEAR(drawn[place]->x(), bezel + wanted.keys[place].x * unit, 0.01);
+            EXPECT_NEAR(drawn[place]->y(), bezel + wanted.keys[place].y * unit, 0.01);
             EXPECT_NEAR(drawn[place]->width(), wanted.keys[place].w * unit, 0.01);
             EXPECT_NEAR(drawn[place]->height(), wanted.keys[place].h * unit, 0.01);
         }
-        EXPECT_NEAR(keyboard()->height(), wanted.height * unit, 1.0) << rawString(id);
+        EXPECT_NEAR(keyboard()->height(), wanted.height * unit + 2 * bezel, 1.0) << rawString(id);
         EXPECT_LE(keyboard()->mapToScene({keyboard()->width(), 0}).x(), window->width());
     }
 }
@@ -244,6 +245,28 @@ TEST_F(StudioKeysTest, arrowKeysReachEveryKeyOfEveryLayout) {
         }
         EXPECT_EQ(reached, wanted) << rawString(id);
     }
+}
+
+TEST_F(StudioKeysTest, whatDiffersInASelectionIsSaid) {
+    InspectorAdapter& inspector = *views->adapters().studio()->inspector();
+    clickKey(keyA);
+    inspector.setGainDb(3);
+    clickKey(keyS, Qt::ControlModifier);
+    EXPECT_EQ(inspector.several(), InspectorAdapter::Gain);
+    EXPECT_NE(find(window->contentItem(), "Several"), nullptr);
+    inspector.setGainDb(2);
+    draw();
+    EXPECT_EQ(inspector.several(), InspectorAdapter::Values());
+    EXPECT_EQ(find(window->contentItem(), "Several"), nullptr);
+}
+
+TEST_F(StudioKeysTest, soundsHaveLetters) {
+    EXPECT_EQ(soundLetter(-1), "");
+    EXPECT_EQ(soundLetter(0), "A");
+    EXPECT_EQ(soundLetter(25), "Z");
+    EXPECT_EQ(soundLetter(26), "AA");
+    EXPECT_EQ(soundLetter(57), "BF");
+    EXPECT_EQ(views->adapters().studio()->sounds()->rows()->at(1)["letter"], "B");
 }
 
 } // namespace

@@ -45,6 +45,11 @@ TEST_P(ThemeTest, textIsReadOnEverySurface) {
         EXPECT_GE(contrast(colour("focus"), colour(ground)), 3.0) << ground;
     }
     EXPECT_GE(contrast(colour("text"), colour("track")), 4.5);
+    // What a control ends at, and what a slider runs in.
+    for (const char* const ground : {"window", "surface", "hover", "selected", "track"}) {
+        EXPECT_GE(contrast(colour("edge"), colour(ground)), 3.0) << ground;
+        EXPECT_GE(contrast(colour("groove"), colour(ground)), 3.0) << ground;
+    }
     EXPECT_GE(contrast(colour("text"), colour("raised")), 4.5);
 }
 

@@ -1,3 +1,4 @@
+#include "Vornic/views/theme/ThemeObject.h"
 #include "tests/Vornic/views/ViewsFixture.h"
 
 #include <QAccessible>
@@ -58,7 +59,10 @@ TEST_F(ViewsTest, theSwitchOfThePanelTurnsTheSoundsOff) {
     const auto panel = views->make("panel/Panel.qml", "");
     showActive(*panel);
     ASSERT_TRUE(model->soundsOn());
-    // The switch has the keyboard when the panel opens.
+    // Typed to be heard, a key presses nothing; Tab comes to the switch first.
+    QTest::keyClick(panel.get(), Qt::Key_Space);
+    EXPECT_TRUE(model->soundsOn());
+    QTest::keyClick(panel.get(), Qt::Key_Tab);
     QTest::keyClick(panel.get(), Qt::Key_Space);
     EXPECT_FALSE(model->soundsOn());
     settle();
@@ -244,7 +248,7 @@ TEST_F(ViewsTest, aScreenReadersActionsReachTheModel) {
     panel->show();
     settle();
     QAccessibleInterface* const toggle =
-        QAccessible::queryAccessibleInterface(view(panel->rootObject(), "Toggle"));
+        QAccessible::queryAccessibleInterface(view(panel->rootObject(), "SoundsSwitch"));
     ASSERT_NE(toggle, nullptr);
     ASSERT_TRUE(model->soundsOn());
     toggle->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
@@ -280,6 +284,97 @@ TEST_F(ViewsTest, theStudioSaysWhoseTheBoardIs) {
     settle();
     EXPECT_EQ(find(studio->rootObject(), "Built in · editing makes your own copy"), nullptr);
     EXPECT_NE(find(studio->rootObject(), "Yours"), nullptr);
+}
+
+TEST_F(ViewsTest, thePanelSaysWhyItIsSilentAndWhatToDo) {
+    const auto panel = views->make("panel/Panel.qml", "");
+    panel->show();
+    model->setSoundsOn(false);
+    settle();
+    EXPECT_NE(find(panel->rootObject(), "Your keys are heard, but the sounds are off."), nullptr);
+    click(find(panel->rootObject(), "Switch on"));
+    settle();
+    EXPECT_TRUE(model->soundsOn());
+    EXPECT_EQ(find(panel->rootObject(), "Switch on"), nullptr);
+    output.facts.name = "";
+    scheduler.advance(std::chrono::seconds(1));
+    settle();
+    EXPECT_EQ(views->adapters().status()->symbol(), "warning");
+    EXPECT_TRUE(views->adapters().status()->why().startsWith("Nothing sounds"));
+}
+
+TEST_F(ViewsTest, thePanelIsNeverTallerThanItsWindowAndItsFooterStays) {
+    for (int number = 0; number < 12; ++number) {
+        model->newBoard();
+    }
+    settle();
+    const auto panel = views->make("panel/Panel.qml", "");
+    panel->resize(panel->width(), 420);
+    showActive(*panel);
+    panel->grabWindow();
+    settle();
+    const QRectF window(QPointF(), QSizeF(panel->size()));
+    for (const char* const button : {"Open Vornic…", "Settings", "Quit"}) {
+        const QQuickItem* const item = find(panel->rootObject(), button);
+        ASSERT_NE(item, nullptr) << button;
+        EXPECT_TRUE(window.contains(item->mapRectToScene(item->boundingRect()))) << button;
+    }
+}
+
+TEST_F(ViewsTest, windowsComeBackWhereTheyWere) {
+    const auto file = scratch / "windows.json";
+    views->rememberIn(file);
+    views->openSettings();
+    auto* const first = const_cast<QQuickView*>(views->settings());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(first));
+    first->setGeometry(60, 50, 480, 400);
+    QTest::keyClick(first, Qt::Key_W, Qt::ControlModifier);
+    ASSERT_FALSE(first->isVisible());
+    ASSERT_TRUE(std::filesystem::exists(file));
+    const QPoint place = first->position();
+
+    views.reset();
+    views = std::make_unique<Views>(*model);
+    views->rememberIn(file);
+    views->openSettings();
+    EXPECT_EQ(views->settings()->size(), QSize(480, 400));
+    EXPECT_EQ(views->settings()->position(), place);
+}
+
+TEST_F(ViewsTest, reducedMotionFollowsTheDesktopUntilTheUserSaysOtherwise) {
+    SettingsAdapter& settings = *views->adapters().settings();
+    views->rememberIn(scratch / "windows.json");
+    views->followMotion(true);
+    EXPECT_TRUE(settings.reduceMotion());
+    EXPECT_TRUE(themeOf(views->engine())->property("still").toBool());
+    settings.setReduceMotion(false);
+
+    views.reset();
+    views = std::make_unique<Views>(*model);
+    views->rememberIn(scratch / "windows.json");
+    views->followMotion(true);
+    EXPECT_FALSE(views->adapters().settings()->reduceMotion()) << "the user's word is kept";
+    views->followMotion(false);
+    views->followMotion(true);
+    EXPECT_TRUE(views->adapters().settings()->reduceMotion()) << "until the desktop changes";
+}
+
+TEST_F(ViewsTest, aDoubleClickTakesATweakBack) {
+    SimpleTweaks tweaks;
+    tweaks.deeper = 0.6;
+    model->setTweaks(tweaks);
+    settle();
+    const auto simple = views->make("simple/SimpleView.qml", "");
+    showActive(*simple);
+    simple->grabWindow();
+    QQuickItem* const row = view(simple->rootObject(), "TweakRow");
+    ASSERT_NE(row, nullptr);
+    QQuickItem* const slider = view(row, "ValueSlider");
+    const QPoint place =
+        slider->mapToScene({slider->width() * 0.8, slider->height() / 2}).toPoint();
+    QTest::mouseDClick(simple.get(), Qt::LeftButton, Qt::NoModifier, place);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return model->tweaks().deeper == 0.0; }));
+    EXPECT_FALSE(slider->hasActiveFocus());
 }
 
 } // namespace

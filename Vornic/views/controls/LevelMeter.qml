@@ -1,4 +1,4 @@
-// How loud the microphone hears, from -60 dB to full scale.
+// How loud it is, from silence to full scale; of the microphone where nobody says otherwise.
 import QtQuick
 import Vornic
 
