@@ -19,7 +19,10 @@ void failOnViews(QtMsgType type, const QMessageLogContext& context, const QStrin
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A tour chooses the screen.
+    if (!qgetenv("QT_QPA_PLATFORM").startsWith("offscreen")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     const QGuiApplication application(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     plain = qInstallMessageHandler(failOnViews);
