@@ -97,6 +97,8 @@ CommandRequest readCommandLine(const std::vector<std::string>& arguments,
         ->check(CLI::ExistingPath);
     std::string snapshot;
     app.add_flag("--hidden", run.hidden, "Open no window; a second start opens the panel");
+    app.add_option("--xkb", run.keymap,
+                   "Show this keyboard layout on the drawn keys, as in \"de\" or \"us(dvorak)\"");
     app.add_flag("--gallery", run.gallery, "Show every control of the views in every state");
     app.add_option("--snapshot", snapshot, "Write pictures of the windows into a folder and end")
         ->expected(0, 1);

@@ -41,6 +41,9 @@ struct RunRequest {
     std::optional<std::filesystem::path> snapshot;
     /// With them those of the settings and of the permission.
     bool snapshotAll = false;
+    /// The layout whose letters stand on the drawn keys, by its name in the keyboard database; the
+    /// session's where absent.
+    std::optional<std::string> keymap;
     /// No window opens by itself.
     bool hidden = false;
     /// Show every control in every state.
