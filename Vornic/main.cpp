@@ -41,6 +41,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -175,6 +176,9 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     presence.views().adapters().permission()->setHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
+    const auto legends =
+        showLegends(keys, request.keymap, log,
+                    std::bind_front(&Adapters::setLegends, &presence.views().adapters()));
     presence.views().onQuit = [&application] { application.quit(); };
     presence.views().adapters().settings()->setAutostart(&autostart);
     if (!request.snapshot) {

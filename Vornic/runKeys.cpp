@@ -3,6 +3,8 @@
 #include "Vornic/linux/hotkey/GlobalShortcut.h"
 #include "Vornic/linux/hotkey/ReadHotKey.h"
 #include "Vornic/linux/hotkey/X11HotKey.h"
+#include "Vornic/linux/keymap/WaylandKeymap.h"
+#include "Vornic/linux/keymap/X11Keymap.h"
 #include "Vornic/linux/keys/EvdevKeyTap.h"
 #include "Vornic/linux/keys/ReaderKeyboards.h"
 #include "Vornic/linux/keys/UdevInputDevices.h"
@@ -59,8 +61,10 @@ SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
     if (kind == KeySourceKind::x11) {
         keys.hotKey = std::make_unique<X11HotKey>();
         keys.tap = std::make_unique<X11KeyTap>(clock);
+        keys.keymap = std::make_unique<X11Keymap>();
         return keys;
     }
+    keys.keymap = std::make_unique<WaylandKeymap>();
     auto hotKey = std::make_unique<ReadHotKey>();
     keys.devices = std::make_unique<UdevInputDevices>();
     auto reader = std::make_unique<ReaderKeyboards>(readerSocket(), *keys.devices);
@@ -73,6 +77,24 @@ SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock) {
     keys.shortcut->onBound = [&read = *hotKey](bool bound) { read.leaveToOthers(bound); };
     keys.hotKey = std::move(hotKey);
     return keys;
+}
+
+std::unique_ptr<QtWatch> showLegends(const SessionKeys& keys,
+                                     const std::optional<std::string>& name, Log& log,
+                                     std::function<void(const KeyLegends&)> show) {
+    if (name) {
+        const std::optional<KeyLegends> legends = legendsOfLayout(*name);
+        if (!legends) {
+            log.warning("No keyboard layout is called \"" + *name + "\"");
+        }
+        show(legends.value_or(KeyLegends()));
+        return nullptr;
+    }
+    if (!keys.keymap) {
+        return nullptr;
+    }
+    keys.keymap->onLegends = std::move(show);
+    return std::make_unique<QtWatch>(*keys.keymap);
 }
 
 } // namespace vornic

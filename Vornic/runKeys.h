@@ -3,9 +3,15 @@
 #include "Vornic/ports/Clock.h"
 #include "Vornic/ports/HotKey.h"
 #include "Vornic/ports/KeyTap.h"
+#include "Vornic/ports/Keymap.h"
+#include "Vornic/ports/Log.h"
+#include "Vornic/qt/QtWatch.h"
 #include "Vornic/typing/KeySource.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace vornic {
 
@@ -25,6 +31,9 @@ struct SessionKeys {
     /// may show a question, for which somebody has to sit before a running program. Thread: main.
     std::unique_ptr<GlobalShortcut> shortcut;
 
+    /// What stands on the keys; empty where none is heard. Thread: main.
+    std::unique_ptr<Keymap> keymap;
+
     SessionKeys();
     SessionKeys(SessionKeys&&) noexcept;
     SessionKeys& operator=(SessionKeys&&) noexcept;
@@ -34,5 +43,11 @@ struct SessionKeys {
 /// Makes the tap and the hot key of a session whose source is `kind`; with `none` no key is ever
 /// heard. Thread: main.
 SessionKeys makeSessionKeys(KeySourceKind kind, const Clock& clock);
+
+/// Tells `show` what stands on the keys of the layout called `name`, else on the session's, as long
+/// as the result lives; which session it is says `keys`. Thread: main.
+std::unique_ptr<QtWatch> showLegends(const SessionKeys& keys,
+                                     const std::optional<std::string>& name, Log& log,
+                                     std::function<void(const KeyLegends&)> show);
 
 } // namespace vornic

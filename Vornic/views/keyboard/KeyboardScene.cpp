@@ -11,12 +11,11 @@ namespace vornic {
 
 namespace {
 
-QString saidOf(const LayoutKey& key) {
+QString saidOf(const LayoutKey& key, const QString& legend) {
     if (!key.code) {
         return QCoreApplication::translate("KeyboardScene", "Power");
     }
-    return key.label.empty() ? QCoreApplication::translate("KeyboardScene", "Space")
-                             : qmlText(key.label);
+    return legend.isEmpty() ? QCoreApplication::translate("KeyboardScene", "Space") : legend;
 }
 
 } // namespace
@@ -30,7 +29,7 @@ QString soundLetter(int place) {
     return letter;
 }
 
-KeyboardScene KeyboardScene::of(const Board* board) {
+KeyboardScene KeyboardScene::of(const Board* board, const KeyLegends& legends) {
     const KeyboardLayout& keyboard = layout(board != nullptr ? board->layout : LayoutID::macANSI);
     KeyboardScene scene;
     scene.width = keyboard.width;
@@ -40,8 +39,8 @@ KeyboardScene KeyboardScene::of(const Board* board) {
     for (const LayoutKey& key : keyboard.keys) {
         DrawnCap cap;
         cap.code = static_cast<int>(key.code.value_or(-1));
-        cap.legend = qmlText(key.label);
-        cap.said = saidOf(key);
+        cap.legend = qmlText(legendOf(key, keyboard, legends));
+        cap.said = saidOf(key, cap.legend);
         cap.place = QRectF(key.x, key.y, key.w, key.h);
         cap.colours = key.code ? scene.palette.on(*key.code) : scene.palette.modifiers;
         if (const auto resolved = board != nullptr && key.code ? board->resolve(*key.code)

@@ -2,6 +2,7 @@
 
 #include "VornicCore/board/Board.h"
 #include "VornicCore/board/Palette.h"
+#include "VornicCore/keys/KeyLegends.h"
 
 #include <QRectF>
 #include <QString>
@@ -33,8 +34,9 @@ struct KeyboardScene {
     double height = 1.0;
     Palette palette;
 
-    /// As the board says; a keyboard that plays nothing where there is no board.
-    static KeyboardScene of(const Board* board);
+    /// As the board says; a keyboard that plays nothing where there is no board. What `legends`
+    /// lacks has the layout's labels.
+    static KeyboardScene of(const Board* board, const KeyLegends& legends = {});
 
     /// The key with that code; null where there is none.
     const DrawnCap* find(int code) const;

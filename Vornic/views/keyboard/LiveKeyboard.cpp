@@ -23,10 +23,17 @@ void LiveKeyboard::refresh() {
 
 void LiveKeyboard::show(const Board* board) {
     headphones_ = model_.headphones();
-    KeyboardScene now = KeyboardScene::of(board);
+    KeyboardScene now = KeyboardScene::of(board, legends_);
     if (now != scene_) {
         scene_ = std::move(now);
         Q_EMIT sceneChanged();
+    }
+}
+
+void LiveKeyboard::setLegends(const KeyLegends& legends) {
+    legends_ = legends;
+    if (seen_) {
+        show(model_.board());
     }
 }
 

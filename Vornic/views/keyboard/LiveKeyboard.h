@@ -37,6 +37,9 @@ class LiveKeyboard : public QObject {
     void refresh();
     /// Shows this board, or none.
     void show(const Board* board);
+    /// Shows what stands on the user's keys, at once where it follows the model, else with the next
+    /// board.
+    void setLegends(const KeyLegends& legends);
     /// A key went down or up.
     void strike(int code, bool down, Strike strike);
 
@@ -58,6 +61,7 @@ class LiveKeyboard : public QObject {
 
   private:
     AppModel& model_;
+    KeyLegends legends_;
     KeyboardScene scene_;
     std::optional<std::uint64_t> seen_;
     Q_OBJECT_BINDABLE_PROPERTY(LiveKeyboard, bool, headphones_, &LiveKeyboard::headphonesChanged)

@@ -62,6 +62,12 @@ class Adapters : public QObject {
     }
     /// The same for what changes with every key, and nothing else.
     void refreshActivity() { status_.refreshTyping(); }
+    /// What stands on the user's keys, wherever they are drawn.
+    void setLegends(const KeyLegends& legends) {
+        keyboard_.setLegends(legends);
+        preview_.keyboard()->setLegends(legends);
+        studio_.keyboard()->setLegends(legends);
+    }
     /// A key was played: it moves wherever a window shows its keyboard.
     void strike(int code, bool down, Strike strike) {
         keyboard_.strike(code, down, strike);

@@ -32,6 +32,7 @@ void KeyboardAdapter::read() {
     QVariantList rows;
     for (const LayoutKey& key : drawn(model_).keys) {
         QVariantMap row = drawnKey(key, board);
+        row["label"] = qmlText(legendOf(key, drawn(model_), legends_));
         row["selected"] = key.code && selected.contains(*key.code);
         rows.append(row);
     }
@@ -46,6 +47,11 @@ void KeyboardAdapter::read() {
     allSelected_ = std::holds_alternative<KeySelection::All>(selection);
     stabilisersSelected_ = std::holds_alternative<KeySelection::Stabilisers>(selection);
     selection_ = selectionInWords();
+}
+
+void KeyboardAdapter::setLegends(const KeyLegends& legends) {
+    legends_ = legends;
+    refresh();
 }
 
 QVariantList KeyboardAdapter::layouts() {
@@ -70,8 +76,9 @@ QString KeyboardAdapter::selectionInWords() const {
     if (const auto* const keys = std::get_if<KeySelection::Keys>(&selection)) {
         if (keys->keys.size() == 1) {
             const LayoutKey* const key = drawn(model_).find(*keys->keys.begin());
-            return key == nullptr || key->label.empty() ? tr("One key")
-                                                        : tr("Key \"%1\"").arg(qmlText(key->label));
+            const QString legend =
+                key == nullptr ? QString() : qmlText(legendOf(*key, drawn(model_), legends_));
+            return legend.isEmpty() ? tr("One key") : tr("Key \"%1\"").arg(legend);
         }
         return keys->keys.empty() ? tr("No key") : tr("%1 keys").arg(keys->keys.size());
     }

@@ -3,6 +3,7 @@
 #include "Vornic/app/AppModel.h"
 #include "Vornic/views/shared/RowsModel.h"
 #include "Vornic/views/studio/StudioPart.h"
+#include "VornicCore/keys/KeyLegends.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -40,6 +41,9 @@ class KeyboardAdapter : public StudioPart {
   public:
     /// `model` outlives it.
     explicit KeyboardAdapter(AppModel& model, QObject* parent = nullptr);
+
+    /// What stands on the user's keys.
+    void setLegends(const KeyLegends& legends);
 
     RowsModel* rows() { return &rows_; }
     double layoutWidth() const { return layoutWidth_; }
@@ -86,6 +90,7 @@ class KeyboardAdapter : public StudioPart {
     void selectCodes(KeySelection::Keys keys, bool extend);
 
     AppModel& model_;
+    KeyLegends legends_;
     RowsModel rows_;
     Q_OBJECT_BINDABLE_PROPERTY(KeyboardAdapter, double, layoutWidth_,
                                &KeyboardAdapter::layoutWidthChanged)

@@ -181,6 +181,17 @@ TEST_F(KeyboardPictureTest, onHeadphonesItShowsWhereAKeyIsHeard) {
     EXPECT_TRUE(std::ranges::none_of(ears(), &QQuickItem::isVisible));
 }
 
+TEST_F(KeyboardPictureTest, itShowsWhatStandsOnTheUsersKeys) {
+    const LiveKeyboard& drawn = *picture->source();
+    EXPECT_EQ(drawn.scene().find(keyA)->legend, "A");
+    constexpr std::uint32_t placeOfA = 30;
+    views->adapters().setLegends({{placeOfA, "Q"}});
+    EXPECT_EQ(drawn.scene().find(keyA)->legend, "Q");
+    EXPECT_EQ(drawn.scene().find(keyA)->said, "Q");
+    views->adapters().setLegends({});
+    EXPECT_EQ(drawn.scene().find(keyA)->legend, "A");
+}
+
 TEST_F(KeyboardPictureTest, aPressOnThePicturePlaysTheKeyAndAScreenReadersDoesToo) {
     QSignalSpy struck(views->adapters().keyboard(), &LiveKeyboard::struck);
     const DrawnCap& cap = *picture->source()->scene().find(keyA);
