@@ -117,7 +117,6 @@ void askForShortcut(const SessionKeys& keys, Views& views, const RunRequest& req
     }
 }
 
-/// How a run has ended.
 struct RunEnd {
     int status = EXIT_SUCCESS;
     /// The program is to take its own place.
@@ -176,11 +175,11 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
     presence.views().adapters().permission()->setHint(
         QCoreApplication::translate("Presence", "Run \"vornic doctor\": it says what to do."));
     presence.views().offerPermission(permission, source.kind == KeySourceKind::evdev);
+    Adapters& adapters = presence.views().adapters();
     const auto legends =
-        showLegends(keys, request.keymap, log,
-                    std::bind_front(&Adapters::setLegends, &presence.views().adapters()));
+        showLegends(keys, request.keymap, log, std::bind_front(&Adapters::setLegends, &adapters));
     presence.views().onQuit = [&application] { application.quit(); };
-    presence.views().adapters().settings()->setAutostart(&autostart);
+    adapters.settings()->setAutostart(&autostart);
     if (!request.snapshot) {
         presence.views().rememberIn(AppFolders::settingsFile().parent_path() / "windows.json");
     }
@@ -193,7 +192,7 @@ RunEnd run(const RunRequest& request, QCoreApplication& application) {
         again = true;
         application.quit();
     };
-    presence.views().adapters().permission()->onRelaunch = relaunch;
+    adapters.permission()->onRelaunch = relaunch;
     Control control(model, scheduler, [&presence, &log] {
         log.info("Another start was sent here");
         presence.comeForward();
