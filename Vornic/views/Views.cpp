@@ -41,8 +41,11 @@ Views::Views(AppModel& model) : model_(model), adapters_(model) {
     }
     boardDrop_.onDrop = [this](const std::vector<std::filesystem::path>& files) { look(files); };
     connectRequests();
-    connect(adapters_.settings(), &SettingsAdapter::reduceMotionChanged, this,
-            [this] { theme_->setProperty("still", adapters_.settings()->reduceMotion()); });
+    connect(adapters_.settings(), &SettingsAdapter::reduceMotionChanged, this, [this] {
+        if (theme_ != nullptr) {
+            theme_->setProperty("still", adapters_.settings()->reduceMotion());
+        }
+    });
     // One refresh for all changes of one turn of the event loop.
     const auto oncePerTurn = [this](bool& pending, void (Views::*work)()) {
         if (!pending) {
@@ -73,6 +76,7 @@ QQmlEngine& Views::engine() {
         engine_->setNetworkAccessManagerFactory(&network_);
         theme_ = themeOf(*engine_);
         setTheme(desktopIsDark());
+        theme_->setProperty("still", adapters_.settings()->reduceMotion());
     }
     return *engine_;
 }
