@@ -161,10 +161,19 @@ void PipeWireOutput::follow() {
         connection.sink.lacksDefault()) {
         server_.retryLater();
     }
+    // There is a default sink, only the word of it is still to come: whoever opens waits for that.
+    if (connection.sink.lacksDefault() && !isSettled()) {
+        return;
+    }
     take(look());
     if (connection.stream != nullptr) {
         connection.stream->setActive(wanted_);
     }
+}
+
+bool PipeWireOutput::isSettled() const {
+    const std::scoped_lock lock(mutex_);
+    return state_.settled;
 }
 
 void PipeWireOutput::endStream() {

@@ -59,6 +59,7 @@ class PipeWireOutput final : public AudioOutput, private SoundServer::User {
     void disconnected() override;
     void work(bool retry) override;
     void follow();
+    bool isSettled() const;
     void endStream();
     State look() const;
     void take(const State& state);
