@@ -58,13 +58,18 @@ void Views::snapshot(const std::filesystem::path& folder, bool all) {
             QQuickItem* const root = view->rootObject();
             const int width =
                 picture.width > 0 ? picture.width : static_cast<int>(root->implicitWidth());
-            view->resize(width, static_cast<int>(root->implicitHeight()));
+            // A window that nobody sees is told of no new size, so the view is.
+            const auto fit = [&view, root, width] {
+                view->resize(width, static_cast<int>(root->implicitHeight()));
+                root->setSize(view->size());
+            };
+            fit();
             letRun(settleMillis);
             // Nobody sees the window: it is laid out when it is drawn, and what is in it then has
             // the height that follows from its width.
             for (int times = 0; times < 2; ++times) {
                 view->grabWindow();
-                view->resize(width, static_cast<int>(root->implicitHeight()));
+                fit();
                 letRun(50);
             }
             view->grabWindow().save(

@@ -25,6 +25,9 @@ TEST_F(ViewsTest, picturesEveryViewLightAndDark) {
             ASSERT_TRUE(pictures[dark].load(QString::fromStdString(file.string()))) << file;
             const bool brightGround = pictures[dark].pixelColor(2, 2).lightness() > 128;
             EXPECT_NE(brightGround, dark) << file;
+            const QPoint end = pictures[dark].rect().bottomRight() - QPoint(2, 2);
+            EXPECT_EQ(pictures[dark].pixelColor(end), pictures[dark].pixelColor(2, 2))
+                << file << " is not filled";
         }
         EXPECT_EQ(pictures[0].size(), pictures[1].size());
     }
