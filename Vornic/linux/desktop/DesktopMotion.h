@@ -9,12 +9,12 @@
 namespace vornic {
 
 /// Whether the user of this desktop wants nothing to move by itself, as its portal tells. Asks
-/// once, without waiting, and listens from then on. Thread: main.
+/// once, without waiting, and asks to be told of changes. Thread: main.
 class DesktopMotion : public QObject {
     Q_OBJECT
 
   public:
-    /// Told when the desktop says so for the first time, and with every change.
+    /// Told when the desktop has answered, and whenever it says so anew.
     std::function<void(bool reduced)> onReduced = [](bool) {};
 
     explicit DesktopMotion(const QDBusConnection& session = QDBusConnection::sessionBus());
